@@ -1,0 +1,79 @@
+#include "docgen/html_pages.h"
+
+#include "docgen/page_encoding.h"
+#include "docgen/product.h"
+#include "docgen/text_escape.h"
+
+#include <initializer_list>
+
+namespace
+{
+
+void append(std::string &html, std::initializer_list<std::string_view> pieces)
+{
+    for (const std::string_view piece : pieces)
+        html += piece;
+}
+
+/// What every page begins with, up to its style.
+std::string frameBeginning()
+{
+    std::string frame = "<html>\n<!--\n";
+    append(frame, {"// ", Product::title, "\n"});
+    for (const std::string_view holder : Product::copyrightHolders)
+        append(frame, {"// Copyright (c) ", holder, "\n"});
+    append(frame, {"// This page may be distributed together with the product that it documents.\n"
+                   "// It comes without warranty of any kind.\n"
+                   "-->\n<head>\n<link rel=\"stylesheet\" href=\"default.css\" />\n<title style=\""});
+    return frame;
+}
+
+} // namespace
+
+void appendHeading(std::string &html, int level, std::string_view title)
+{
+    const std::string tag = std::to_string(level + 1);
+    append(html, {"<h", tag, ">"});
+    appendEscaped(html, title);
+    append(html, {"</h", tag, ">"});
+}
+
+QByteArray framedPage(std::string_view style, std::string_view title, std::string_view body)
+{
+    static const std::string beginning = frameBeginning();
+    constexpr std::string_view afterTitle =
+        "</title>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\" />\n</head>\n<body>\n";
+    constexpr std::string_view ending = "</body>\n</html>\n";
+    std::string head = beginning;
+    append(head, {style, "\">", escapedText(title), afterTitle});
+    QByteArray page;
+    page.reserve(static_cast<qsizetype>(head.size() + body.size() + ending.size()));
+    for (const std::string_view part : {std::string_view(head), body, ending})
+        appendLatin1(page, part);
+    return page;
+}
+
+QByteArray barePage(std::string_view body)
+{
+    QByteArray page;
+    page.reserve(static_cast<qsizetype>(body.size()));
+    appendLatin1(page, body);
+    return page;
+}
+
+void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> groups)
+{
+    html += "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"0\" border=\"0\" "
+            "fm_widths=\"1.1in,*\" style=\"MultiHeadingTable\">\n";
+    for (const IndexGroup &group : groups) {
+        append(html, {"<tr bgcolor=\"#cccccc\"><td valign=\"center\" colspan=\"2\" style=\"CellTitle\"><b>",
+                      group.caption, "</b></td></tr>\n"});
+        for (const IndexEntry &entry : group.entries) {
+            // The run of blanks between the cells belongs to the row.
+            append(html, {"<tr><td valign=\"center\"><a href=\"", entry.stem, ".htm\" style=\"Heading\">", entry.title,
+                          "</a></td>                            <td width=\"100%\">", entry.description,
+                          "</td></tr>\n"});
+        }
+    }
+    html += "</table>";
+}

@@ -1,0 +1,47 @@
+#include "docgen/source_line_reader.h"
+
+#include "docgen/source_text.h"
+
+#include <cstring>
+#include <utility>
+
+namespace
+{
+
+QByteArray sourceOf(const Path &path)
+{
+    QByteArray text = decodedSource(readRegularFile(path.given()).value_or(QByteArray()));
+    normalizeLineEnds(text);
+    return text;
+}
+
+} // namespace
+
+SourceLineReader::SourceLineReader(const Path &path) : SourceLineReader(path, sourceOf(path)) {}
+
+SourceLineReader::SourceLineReader(const Path &path, QByteArray text) : m_path(path), m_text(std::move(text)) {}
+
+bool SourceLineReader::readLine(QString &line)
+{
+    std::string_view bytes;
+    line = QString();
+    if (!readLine(bytes))
+        return false;
+    line = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    return true;
+}
+
+bool SourceLineReader::readLine(std::string_view &line)
+{
+    line = {};
+    const qsizetype left = m_text.size() - m_offset;
+    if (left == 0)
+        return false;
+    const char *const begin = m_text.constData() + m_offset;
+    const void *const lineEnd = std::memchr(begin, '\n', static_cast<std::size_t>(left));
+    const qsizetype length = lineEnd == nullptr ? left : static_cast<const char *>(lineEnd) - begin;
+    line = {begin, static_cast<std::size_t>(length)};
+    m_offset += lineEnd == nullptr ? length : length + 1;
+    ++m_lineNumber;
+    return true;
+}
