@@ -34,8 +34,11 @@ void Contents::openPage(std::string_view stem)
 
 void Contents::openTitle(std::string_view title)
 {
+    if (m_titleInnermost)
+        closeEntry();
     closeLevels();
     open(line("<content title=\"", title, "\">"), m_level);
+    m_titleInnermost = true;
 }
 
 void Contents::closeLevels()
@@ -87,11 +90,13 @@ void Contents::closeAll()
 void Contents::closeEntry()
 {
     m_open.pop_back();
+    m_titleInnermost = false;
     addLine("</content>");
 }
 
 void Contents::open(std::string line, int level)
 {
     m_lines.push_back(std::move(line));
+    m_titleInnermost = false;
     m_open.push_back(level);
 }

@@ -11,7 +11,8 @@ class Contents
 public:
     /// Opens the entry of the page \a stem at the current level.
     void openPage(std::string_view stem);
-    /// Opens an entry that has a title (text) and no page, at the current level.
+    /// Opens an entry that has a title (text) and no page, at the current level. It takes the
+    /// place of such an entry that was opened directly before.
     void openTitle(std::string_view title);
     /// Closes the entries that an entry at the current level does not nest in, down to the
     /// innermost group. An entry of a lower level than all open ones nests in the last.
@@ -50,6 +51,7 @@ private:
     std::vector<std::string> m_lines;
     std::vector<int> m_open; // the level of every open entry, or s_group; innermost last
     int m_level = 0;
+    bool m_titleInnermost = false; // the innermost open entry is that of a title
 };
 
 /// \a name with ".htm" at its end.

@@ -1,0 +1,64 @@
+#include "docgen/doc_gen.h"
+
+#include "docgen/shared_tables.h"
+#include "docgen/source_reader.h"
+#include "docgen/translator.h"
+
+#include <utility>
+
+using namespace Qt::StringLiterals;
+
+DocGen::DocGen() = default;
+
+DocGen::~DocGen() = default;
+
+void DocGen::setMessageSink(MessageSink sink)
+{
+    m_sink = std::move(sink);
+}
+
+void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
+                 OutputRecords &records, const QString &outputFormat, const QStringList & /*exclusions*/)
+{
+    m_outputFormat = outputFormat;
+    SharedTables::docObjects.clear();
+    SharedTables::docGroups.clear();
+    m_records = &records;
+    m_splitFlag = splitFlag;
+    m_outputDirectory = outputDirectory;
+    if (input.completeSuffix() == u"dg"_s)
+        documentMarkup(macros, input);
+}
+
+namespace
+{
+
+/// The contents file as text: the lines of the tree in their element.
+QByteArray contentsText(const Contents &contents)
+{
+    std::string text = "<contents>\n";
+    for (const std::string &line : contents.lines())
+        text.append(line).append("\n");
+    return QByteArray::fromStdString(text + "</contents>");
+}
+
+} // namespace
+
+void DocGen::documentMarkup(MacroContext *macros, const Path &input)
+{
+    const std::string format = m_outputFormat.toStdString();
+    SourceDocument document = SourceReader(macros, format).read(input);
+    Report report(document.text(), document.map, m_sink);
+    HtmlBlocks blocks;
+    Contents contents;
+    Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
+    if (const auto title = document.titles.find(std::string_view()); title != document.titles.end())
+        pages.setDocumentTitle(title->second);
+    const CrossReferences references(document.titles, document.titleTargets, nullptr);
+    Translator translator(document.text(),
+                          {blocks, pages, contents, references, report, nullptr, format, m_baseHeadingLevel});
+    translator.translate();
+    contents.closeAll();
+    pages.flush();
+    m_records->push_back({m_outputDirectory + u'/' + input.baseName() + u".xml"_s, QString(), contentsText(contents)});
+}
