@@ -1,7 +1,6 @@
 #include "docgen/conditions.h"
 
-namespace
-{
+namespace {
 
 /// What a conditional opener asks.
 enum class Question : std::uint8_t

@@ -5,8 +5,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace
-{
+namespace {
 
 std::string line(std::string_view before, std::string_view text, std::string_view after)
 {

@@ -3,7 +3,8 @@
 #include "docgen/contents.h"
 #include "docgen/text_escape.h"
 
-void CrossReferences::appendLink(std::string &html, std::string_view target, std::optional<std::string_view> caption) const
+void CrossReferences::appendLink(std::string &html, std::string_view target,
+                                 std::optional<std::string_view> caption) const
 {
     const bool external = target.starts_with("http:") || target.starts_with("https:");
     const std::string stem = external ? std::string(target) : stemOf(target);

@@ -30,8 +30,7 @@ void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const Q
         documentMarkup(macros, input);
 }
 
-namespace
-{
+namespace {
 
 /// The contents file as text: the lines of the tree in their element.
 QByteArray contentsText(const Contents &contents)

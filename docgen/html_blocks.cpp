@@ -5,8 +5,7 @@
 
 #include <utility>
 
-namespace
-{
+namespace {
 
 /// True when \a requested leaves the block \a open as it is.
 bool staysOpen(BlockMode open, BlockMode requested)

@@ -6,8 +6,7 @@
 
 #include <initializer_list>
 
-namespace
-{
+namespace {
 
 void append(std::string &html, std::initializer_list<std::string_view> pieces)
 {
@@ -70,9 +69,9 @@ void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> grou
                       group.caption, "</b></td></tr>\n"});
         for (const IndexEntry &entry : group.entries) {
             // The run of blanks between the cells belongs to the row.
-            append(html, {"<tr><td valign=\"center\"><a href=\"", entry.stem, ".htm\" style=\"Heading\">", entry.title,
-                          "</a></td>                            <td width=\"100%\">", entry.description,
-                          "</td></tr>\n"});
+            append(html,
+                   {"<tr><td valign=\"center\"><a href=\"", entry.stem, ".htm\" style=\"Heading\">", entry.title,
+                    "</a></td>                            <td width=\"100%\">", entry.description, "</td></tr>\n"});
         }
     }
     html += "</table>";

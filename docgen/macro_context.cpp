@@ -2,8 +2,7 @@
 
 #include <QDateTime>
 
-namespace
-{
+namespace {
 
 struct TimeMacro
 {

@@ -6,11 +6,9 @@
 #include <map>
 #include <utility>
 
-namespace MemberGroups
-{
+namespace MemberGroups {
 
-namespace
-{
+namespace {
 
 /// The group of \a page as it was filed; the unassigned one when it was not.
 std::string_view groupOf(std::string_view page)
@@ -26,7 +24,8 @@ void file(std::string_view page, std::string_view group)
     // A name that comes again later is harmless: its pages are taken the first time.
     if (SharedTables::docGroups.empty() || SharedTables::docGroups.back() != group)
         SharedTables::docGroups.emplace_back(group);
-    SharedTables::docObjects.insert_or_assign(std::string(page), DocumentedObject{std::string(page), std::string(group)});
+    SharedTables::docObjects.insert_or_assign(std::string(page),
+                                              DocumentedObject{std::string(page), std::string(group)});
 }
 
 void setOrder(std::string_view names)

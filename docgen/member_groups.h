@@ -7,8 +7,7 @@
 #include <vector>
 
 /// Which page belongs to which group. Works on the tables that all documents share.
-namespace MemberGroups
-{
+namespace MemberGroups {
 
 /// The caption under which pages stand that never named a group.
 inline constexpr std::string_view s_unassigned = "*** UNASSIGNED GROUP ***";

@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-namespace
-{
+namespace {
 
 /// The end of the ASCII characters that \a text begins with.
 std::size_t asciiLength(std::string_view text)

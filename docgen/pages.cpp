@@ -28,7 +28,8 @@ void Pages::flush()
     m_blocks.setMode(BlockMode::None);
     const std::string &body = m_blocks.text();
     if (!body.empty() && !m_name.empty())
-        m_records.push_back({filePath(pageFile(m_name)), m_header, m_framed ? framedPage({}, frameTitle(), body) : barePage(body)});
+        m_records.push_back(
+            {filePath(pageFile(m_name)), m_header, m_framed ? framedPage({}, frameTitle(), body) : barePage(body)});
     m_blocks.clear();
     m_name.clear();
     m_title.clear();

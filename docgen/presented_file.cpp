@@ -5,8 +5,7 @@
 
 #include <utility>
 
-namespace
-{
+namespace {
 
 struct Extension
 {
@@ -16,8 +15,10 @@ struct Extension
 };
 
 constexpr Extension s_extensions[] = {
-    {"bas", "basic"}, {"xml", "xml"}, {"emproject", "xml", true}, {"hzp", "xml", true}, {"cpp", "c"}, {"hpp", "c"},
-    {"cxx", "c"},     {"hxx", "c"},   {"cc", "c"},                {"hh", "c"},          {"js", "javascript"},
+    {"bas", "basic"},     {"xml", "xml"},       {"emproject", "xml", true},
+    {"hzp", "xml", true}, {"cpp", "c"},         {"hpp", "c"},
+    {"cxx", "c"},         {"hxx", "c"},         {"cc", "c"},
+    {"hh", "c"},          {"js", "javascript"},
 };
 
 std::string lowered(std::string_view text)

@@ -3,8 +3,7 @@
 #include <string_view>
 
 /// How the product calls itself.
-namespace Product
-{
+namespace Product {
 
 inline constexpr std::string_view title = "Tavi Documentation Tools";
 inline constexpr std::string_view toolName = "tavidoc";

@@ -1,7 +1,6 @@
 #include "docgen/shared_tables.h"
 
-namespace SharedTables
-{
+namespace SharedTables {
 
 std::map<std::string, DocumentedObject, std::less<>> docObjects;
 std::vector<std::string> docGroups;

@@ -13,8 +13,7 @@ struct DocumentedObject
 
 /// The tables that live as long as the process and that all documents share. They are not
 /// guarded: everything runs on one thread.
-namespace SharedTables
-{
+namespace SharedTables {
 
 /// The pages that named a group, by stem. Emptied at the start of every run.
 extern std::map<std::string, DocumentedObject, std::less<>> docObjects;

@@ -5,8 +5,7 @@
 #include <cstring>
 #include <utility>
 
-namespace
-{
+namespace {
 
 QByteArray sourceOf(const Path &path)
 {

@@ -2,8 +2,7 @@
 
 #include <algorithm>
 
-namespace
-{
+namespace {
 
 int lineEndsIn(std::string_view text)
 {
@@ -28,8 +27,9 @@ void SourceMap::moveTo(std::string_view text, std::size_t offset)
     offset = std::min(offset, text.size());
     const bool onward = m_line > 0 && offset >= m_offset;
     const auto from = onward ? m_stretches.begin() + static_cast<std::ptrdiff_t>(m_stretch) : m_stretches.begin();
-    const auto after = std::upper_bound(from, m_stretches.end(), offset,
-                                        [](std::size_t place, const Stretch &stretch) { return place < stretch.offset; });
+    const auto after = std::upper_bound(from, m_stretches.end(), offset, [](std::size_t place, const Stretch &stretch) {
+        return place < stretch.offset;
+    });
     const auto stretch = static_cast<std::size_t>(after - m_stretches.begin()) - 1;
     const Stretch &found = m_stretches[stretch];
     if (m_line > 0 && stretch == m_stretch && !onward)

@@ -9,8 +9,7 @@
 
 #include <sys/stat.h>
 
-namespace
-{
+namespace {
 
 constexpr std::size_t s_endlessDepth = 10'000; // a file open so many times at once will never end
 
@@ -73,8 +72,9 @@ void SourceReader::enter(const Path &path)
         identity = {status.st_dev, status.st_ino};
     Readings &readings = m_readings[identity];
     const bool known = identity != FileIdentity() && !readings.enteredStacks.empty();
-    if (known && (std::ranges::find(readings.enteredStacks, m_conditions.stackIdentity()) != readings.enteredStacks.end() ||
-                  readings.enteredStacks.size() + 1 >= s_endlessDepth))
+    if (known &&
+        (std::ranges::find(readings.enteredStacks, m_conditions.stackIdentity()) != readings.enteredStacks.end() ||
+         readings.enteredStacks.size() + 1 >= s_endlessDepth))
         throw HException(path.given().toUtf8() + " includes itself without end");
     SourceLineReader reader = known ? SourceLineReader(path, readings.text) : SourceLineReader(path);
     readings.text = reader.text();

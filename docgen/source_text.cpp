@@ -11,8 +11,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace
-{
+namespace {
 
 /// Closes a file descriptor at the end of a scope.
 struct Descriptor
@@ -92,10 +91,9 @@ std::size_t whiteSpaceLength(std::string_view text)
         return isSpace(text.front()) ? 1 : 0;
     // Next line, no-break space, ogham space, the spaces of general punctuation, ideographic space.
     constexpr std::string_view wide[] = {
-        "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82",
-        "\xE2\x80\x83", "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88",
-        "\xE2\x80\x89", "\xE2\x80\x8A", "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F",
-        "\xE3\x80\x80",
+        "\xC2\x85",     "\xC2\xA0",     "\xE1\x9A\x80", "\xE2\x80\x80", "\xE2\x80\x81", "\xE2\x80\x82", "\xE2\x80\x83",
+        "\xE2\x80\x84", "\xE2\x80\x85", "\xE2\x80\x86", "\xE2\x80\x87", "\xE2\x80\x88", "\xE2\x80\x89", "\xE2\x80\x8A",
+        "\xE2\x80\xA8", "\xE2\x80\xA9", "\xE2\x80\xAF", "\xE2\x81\x9F", "\xE3\x80\x80",
     };
     for (const std::string_view space : wide) {
         if (text.starts_with(space))
@@ -144,7 +142,7 @@ QByteArray decodedSource(QByteArray bytes)
 
 void normalizeLineEnds(QByteArray &text)
 {
-    const qsizetype first = text.indexOf("\r\n");
+    const qsizetype first = text.indexOf('\r'); // one byte is found faster than two
     if (first < 0)
         return;
     char *const begin = text.data();
@@ -172,7 +170,7 @@ std::string_view trimmed(std::string_view text)
     return trimmedEnd(text);
 }
 
-std::string_view afterWhiteSpace(std::string_view text)
+std::string_view afterLeadingSpace(std::string_view text)
 {
     while (const std::size_t length = whiteSpaceLength(text))
         text.remove_prefix(length);

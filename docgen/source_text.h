@@ -39,7 +39,12 @@ void normalizeLineEnds(QByteArray &text);
 [[nodiscard]] std::string_view trimmedEnd(std::string_view text);
 
 /// \a text from its first character that is not white space, Unicode's white space included.
-[[nodiscard]] std::string_view afterWhiteSpace(std::string_view text);
+[[nodiscard]] std::string_view afterLeadingSpace(std::string_view text);
+/// The same, quick for a text that begins with another ASCII character.
+[[nodiscard]] inline std::string_view afterWhiteSpace(std::string_view text)
+{
+    return !text.empty() && text.front() > ' ' && text.front() < '\x7f' ? text : afterLeadingSpace(text);
+}
 
 /// \a text without white space at its ends and with one blank for every run of it inside.
 /// Unicode's white space counts.

@@ -8,8 +8,7 @@
 #include <cmath>
 #include <optional>
 
-namespace
-{
+namespace {
 
 constexpr double s_pageInches = 5.0;
 constexpr double s_centimetresPerInch = 2.54;

@@ -4,8 +4,7 @@
 
 #include <array>
 
-namespace
-{
+namespace {
 
 /// Characters at which the copying of running text stops.
 enum Special : std::uint8_t

@@ -88,7 +88,8 @@ private:
     void backslash();
     void escape(std::string_view name);
     void run(const Command &command);
-    void openFrame(std::size_t end, std::size_t resume, std::string_view closing, void (Translator::*after)() = nullptr);
+    void openFrame(std::size_t end, std::size_t resume, std::string_view closing,
+                   void (Translator::*after)() = nullptr);
     void closeFrame();
     void noteTextOnNoPage(std::size_t offset);
 

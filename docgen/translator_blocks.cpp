@@ -4,8 +4,7 @@
 
 #include <algorithm>
 
-namespace
-{
+namespace {
 
 constexpr int s_levelBelowTop = 1; // a section is that much below the title of a split document
 

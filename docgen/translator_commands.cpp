@@ -137,8 +137,7 @@ std::span<const Translator::Command> Translator::commands()
     return table;
 }
 
-namespace
-{
+namespace {
 
 constexpr std::size_t s_slots = 512; // a power of two, well above the number of commands
 

@@ -5,8 +5,7 @@
 
 #include <charconv>
 
-namespace
-{
+namespace {
 
 /// \a text as a decimal integer. Nothing when it is none or too large.
 std::optional<int> integer(std::string_view text)

@@ -5,8 +5,7 @@
 
 #include <QByteArray>
 
-namespace
-{
+namespace {
 
 /// Where the command that closes a literal block stands.
 struct ClosingCommand
@@ -20,7 +19,8 @@ struct ClosingCommand
 ClosingCommand findClosing(std::string_view text, std::size_t offset)
 {
     MarkupCursor cursor(text);
-    for (std::size_t at = text.find('\\', offset); at != std::string_view::npos; at = text.find('\\', cursor.offset())) {
+    for (std::size_t at = text.find('\\', offset); at != std::string_view::npos;
+         at = text.find('\\', cursor.offset())) {
         cursor.moveTo(at);
         const std::string_view name = cursor.takeCommandName();
         if (name == "endcode" || name == "endpre")
@@ -66,7 +66,8 @@ void Translator::present(const Command &)
         return errorMarker("the argument is missing");
     const std::optional<PresentedFile> presented = presentedFile(file, language);
     if (presented)
-        return writeListing({presented->text.constData(), static_cast<std::size_t>(presented->text.size())}, presented->language);
+        return writeListing({presented->text.constData(), static_cast<std::size_t>(presented->text.size())},
+                            presented->language);
     error("the file cannot be opened");
     writeListing(notFoundText(file), "plain");
 }

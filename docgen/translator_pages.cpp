@@ -4,8 +4,7 @@
 #include "docgen/member_groups.h"
 #include "docgen/text_escape.h"
 
-namespace
-{
+namespace {
 
 /// True when the page file of \a stem would stand outside the output directory.
 bool leavesDirectory(std::string_view stem)

@@ -13,8 +13,7 @@
 
 #include <langinfo.h>
 
-namespace
-{
+namespace {
 
 /// Qt speaks up on the standard error when the locale's character set is not UTF-8.
 void makeLocaleUtf8()

@@ -9,8 +9,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-namespace
-{
+namespace {
 
 constexpr int s_flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK; // not blocking: a pipe must not wait
 constexpr mode_t s_permissions = 0666;                               // the umask takes from them

@@ -7,8 +7,7 @@
 
 using namespace Qt::StringLiterals;
 
-namespace
-{
+namespace {
 
 /// The directory that pages are written to, made with all missing parents. That it cannot be
 /// made shows when a page is written.
