@@ -6,6 +6,8 @@
 namespace Product {
 
 inline constexpr std::string_view title = "Tavi Documentation Tools";
+/// What "$(WENDRIX_NAME)" in the texts of actions stands for.
+inline constexpr std::string_view displayName = "Tavi";
 inline constexpr std::string_view toolName = "tavidoc";
 /// Each follows "Copyright (c) ".
 inline constexpr std::string_view copyrightHolders[] = {

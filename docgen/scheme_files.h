@@ -1,0 +1,15 @@
+#pragma once
+
+#include "docgen/xml_pp.h"
+
+#include <vector>
+
+class ActionNames;
+class Path;
+class Properties;
+
+/// Loads the definition files beside \a input into \a document and takes their contents in.
+/// Files that are not there count for nothing; the errors are those of malformed files, in
+/// the order of loading.
+[[nodiscard]] std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, ActionNames &actions,
+                                                    Properties &properties);
