@@ -1,5 +1,6 @@
 #include "docgen/doc_gen.h"
 
+#include "docgen/scheme_files.h"
 #include "docgen/shared_tables.h"
 #include "docgen/source_reader.h"
 #include "docgen/translator.h"
@@ -7,6 +8,10 @@
 #include <utility>
 
 using namespace Qt::StringLiterals;
+
+XmlPP DocGen::m_xpp;
+ActionNames DocGen::m_messageMap;
+Properties DocGen::m_properties;
 
 DocGen::DocGen() = default;
 
@@ -30,6 +35,15 @@ void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const Q
         documentMarkup(macros, input);
 }
 
+/// Loads the definitions beside \a input and reports those that are malformed.
+void DocGen::loadDefinitions(const Path &input)
+{
+    for (const XmlError &error : loadSchemeFiles(input, m_xpp, m_messageMap, m_properties)) {
+        const QString line = u"error: docgen: %1:%2: %3\n"_s.arg(error.file, QString::number(error.line), error.reason);
+        m_sink(line.toStdString());
+    }
+}
+
 namespace {
 
 /// The contents file as text: the lines of the tree in their element.
@@ -46,6 +60,7 @@ QByteArray contentsText(const Contents &contents)
 void DocGen::documentMarkup(MacroContext *macros, const Path &input)
 {
     const std::string format = m_outputFormat.toStdString();
+    loadDefinitions(input);
     SourceDocument document = SourceReader(macros, format).read(input);
     Report report(document.text(), document.map, m_sink);
     HtmlBlocks blocks;
@@ -54,8 +69,9 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     if (const auto title = document.titles.find(std::string_view()); title != document.titles.end())
         pages.setDocumentTitle(title->second);
     const CrossReferences references(document.titles, document.titleTargets, nullptr);
-    Translator translator(document.text(),
-                          {blocks, pages, contents, references, report, nullptr, format, m_baseHeadingLevel});
+    IconTable icons(m_outputDirectory);
+    Translator translator(document.text(), {blocks, pages, contents, references, report, m_messageMap, m_properties,
+                                            icons, nullptr, format, m_baseHeadingLevel});
     translator.translate();
     contents.closeAll();
     pages.flush();

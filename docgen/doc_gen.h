@@ -1,7 +1,10 @@
 #pragma once
 
+#include "docgen/action_names.h"
 #include "docgen/output_record.h"
+#include "docgen/properties.h"
 #include "docgen/report.h"
+#include "docgen/xml_pp.h"
 #include "driver/path.h"
 
 #include <QString>
@@ -32,7 +35,14 @@ public:
     /// Where messages go; the standard output at first.
     void setMessageSink(MessageSink sink);
 
+    /// The definitions that are shared by all documents of the process. Loading fills them, file
+    /// by file; nothing empties them.
+    static XmlPP m_xpp;              ///< the documents themselves
+    static ActionNames m_messageMap; ///< what they say about actions
+    static Properties m_properties;  ///< what they say about properties
+
 private:
+    void loadDefinitions(const Path &input);
     void documentMarkup(MacroContext *macros, const Path &input);
 
     QString m_outputDirectory;

@@ -46,7 +46,8 @@ bool isGrid(BlockMode mode)
 
 Translator::Translator(std::string_view text, const TranslatorSurroundings &surroundings)
     : m_cursor(text), m_blocks(surroundings.blocks), m_pages(surroundings.pages), m_contents(surroundings.contents),
-      m_references(surroundings.references), m_report(surroundings.report), m_declarations(surroundings.declarations),
+      m_references(surroundings.references), m_report(surroundings.report), m_actions(surroundings.actions),
+      m_properties(surroundings.properties), m_icons(surroundings.icons), m_declarations(surroundings.declarations),
       m_outputFormat(surroundings.outputFormat), m_baseHeadingLevel(surroundings.baseHeadingLevel)
 {
 }
@@ -250,6 +251,12 @@ void Translator::errorMarker(std::string_view message)
     write("***ERROR*** \\");
     error(message);
     writeEscaped(m_commandName);
+}
+
+/// Warns of what the command at hand asks for.
+void Translator::warning(std::string_view message)
+{
+    m_report.warning(m_commandOffset, message);
 }
 
 /// Reports \a message about the command at hand.

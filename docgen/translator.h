@@ -1,10 +1,13 @@
 #pragma once
 
+#include "docgen/action_names.h"
 #include "docgen/contents.h"
 #include "docgen/cross_references.h"
 #include "docgen/html_blocks.h"
+#include "docgen/icon_table.h"
 #include "docgen/markup_cursor.h"
 #include "docgen/pages.h"
+#include "docgen/properties.h"
 #include "docgen/report.h"
 
 #include <optional>
@@ -21,6 +24,9 @@ struct TranslatorSurroundings
     Contents &contents;
     const CrossReferences &references;
     Report &report;
+    const ActionNames &actions;
+    const Properties &properties;
+    IconTable &icons;
     const Declarations *declarations; ///< null outside the comments of a header
     std::string_view outputFormat;
     int baseHeadingLevel; ///< of a document that is not split into pages; 0 for a top-level one
@@ -101,6 +107,7 @@ private:
     [[nodiscard]] bool isSentenceStart();
     void errorMarker(std::string_view message);
     void error(std::string_view message);
+    void warning(std::string_view message);
     void missingArgument();
     std::optional<std::string_view> braced();
     std::optional<std::string_view> lineOrBraced();
@@ -198,6 +205,9 @@ private:
     Contents &m_contents;
     const CrossReferences &m_references;
     Report &m_report;
+    const ActionNames &m_actions;
+    const Properties &m_properties;
+    IconTable &m_icons;
     const Declarations *m_declarations;
     std::string_view m_outputFormat;
     int m_baseHeadingLevel;
