@@ -1,0 +1,143 @@
+#include "apiref/comment_markup.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace {
+
+constexpr bool isBlankCharacter(char c)
+{
+    return c == ' ' || c == '\t';
+}
+
+std::size_t leadingBlanks(std::string_view line)
+{
+    return static_cast<std::size_t>(std::ranges::find_if_not(line, isBlankCharacter) - line.begin());
+}
+
+bool isDecorated(std::string_view line)
+{
+    return line.substr(leadingBlanks(line), 1) == "*";
+}
+
+std::string_view withoutDecoration(std::string_view line)
+{
+    line.remove_prefix(leadingBlanks(line) + 1);
+    if (!line.empty() && isBlankCharacter(line.front()))
+        line.remove_prefix(1);
+    return line;
+}
+
+bool continuesName(std::string_view text)
+{
+    const char c = text.empty() ? '\0' : text.front();
+    return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');
+}
+
+/// Copies the lines of a comment and applies the rules of code blocks on the way.
+class CodeBlockCopier
+{
+public:
+    void copyLine(std::string_view line)
+    {
+        if (m_inCode && m_indentation == s_unknown)
+            m_indentation = leadingBlanks(line);
+        if (m_inCode)
+            line.remove_prefix(std::min(leadingBlanks(line), m_indentation));
+        while (!line.empty())
+            copyToBackslash(line);
+    }
+
+    void endLine() { m_text += '\n'; }
+    std::string takeText() { return std::move(m_text); }
+
+private:
+    static constexpr std::size_t s_unknown = std::string_view::npos;
+
+    /// Copies what stands before the next backslash of \a line, and the command behind it.
+    void copyToBackslash(std::string_view &line)
+    {
+        const std::size_t backslash = std::min(line.find('\\'), line.size());
+        copy(line, backslash);
+        if (startsWithCommand(line, s_code)) {
+            copy(line, s_code.size());
+            if (!line.starts_with('{'))
+                m_text += "{c}";
+            m_inCode = true;
+            m_indentation = s_unknown;
+        } else if (startsWithCommand(line, s_endCode)) {
+            copy(line, s_endCode.size());
+            m_inCode = false;
+        } else {
+            copy(line, std::min<std::size_t>(2, line.size())); // a doubled backslash hides what follows
+        }
+    }
+
+    void copy(std::string_view &line, std::size_t length)
+    {
+        m_text += line.substr(0, length);
+        line.remove_prefix(length);
+    }
+
+    static bool startsWithCommand(std::string_view line, std::string_view command)
+    {
+        return line.starts_with(command) && !continuesName(line.substr(command.size()));
+    }
+
+    static constexpr std::string_view s_code = "\\code";
+    static constexpr std::string_view s_endCode = "\\endcode";
+
+    std::string m_text;
+    bool m_inCode = false;
+    std::size_t m_indentation = s_unknown; // of the first line of the code block
+};
+
+std::string withName(std::string_view markup, std::string_view name)
+{
+    constexpr std::string_view place = "\\this";
+    std::string result;
+    for (std::size_t at = markup.find(place); at != std::string_view::npos; at = markup.find(place)) {
+        result.append(markup.substr(0, at)).append(name);
+        markup.remove_prefix(at + place.size());
+    }
+    return result.append(markup);
+}
+
+} // namespace
+
+std::vector<std::string_view> innerLines(std::string_view comment)
+{
+    std::vector<std::string_view> lines;
+    for (std::size_t begin = comment.find('\n'); begin != std::string_view::npos;) {
+        const std::size_t end = comment.find('\n', begin + 1);
+        if (end != std::string_view::npos)
+            lines.push_back(comment.substr(begin + 1, end - begin - 1));
+        begin = end;
+    }
+    return lines;
+}
+
+void removeDecoration(std::vector<std::string_view> &lines)
+{
+    const auto first =
+        std::ranges::find_if(lines, [](std::string_view line) { return leadingBlanks(line) < line.size(); });
+    if (first == lines.end() || !isDecorated(*first))
+        return;
+    for (std::string_view &line : lines) {
+        if (isDecorated(line))
+            line = withoutDecoration(line);
+    }
+}
+
+std::string commentMarkup(std::string_view comment, std::string_view name)
+{
+    std::vector<std::string_view> lines = innerLines(comment);
+    removeDecoration(lines);
+    CodeBlockCopier copier;
+    for (std::size_t index = 0; index < lines.size(); ++index) {
+        if (index > 0)
+            copier.endLine();
+        copier.copyLine(lines[index]);
+    }
+    return withName(copier.takeText(), name);
+}
