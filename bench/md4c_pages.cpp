@@ -1,0 +1,84 @@
+// Renders a CommonMark file page by page with md4c, the yardstick for our own speed. A page begins
+// after a line "<!-- page STEM -->" and is written, without any frame, to STEM.htm.
+
+#include <md4c-html.h>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view s_pageBegin = "<!-- page ";
+constexpr std::string_view s_pageBeginEnd = " -->\n";
+
+/// The bytes of the file \a name; empty when it cannot be read.
+std::string fileText(const char *name)
+{
+    std::string text;
+    const int file = open(name, O_RDONLY | O_CLOEXEC);
+    struct stat status = {};
+    if (file < 0 || fstat(file, &status) != 0)
+        return text;
+    text.resize(static_cast<std::size_t>(status.st_size));
+    std::size_t size = 0;
+    ssize_t count = 0;
+    while (size < text.size() && (count = read(file, text.data() + size, text.size() - size)) > 0)
+        size += static_cast<std::size_t>(count);
+    close(file);
+    text.resize(size);
+    return text;
+}
+
+/// Replaces the file \a name; tells whether all of \a text was written.
+bool writeFile(const std::string &name, const std::string &text)
+{
+    unlink(name.c_str());
+    const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+    if (file < 0)
+        return false;
+    const ssize_t count = write(file, text.data(), text.size());
+    return close(file) == 0 && count == static_cast<ssize_t>(text.size());
+}
+
+void appendHtml(const MD_CHAR *html, MD_SIZE size, void *page)
+{
+    static_cast<std::string *>(page)->append(html, size);
+}
+
+/// Writes the pages of \a text to \a directory; tells whether all went well.
+bool writePages(std::string_view text, const std::string &directory)
+{
+    std::string html;
+    std::size_t begin = text.find(s_pageBegin);
+    while (begin != std::string_view::npos) {
+        const std::size_t stem = begin + s_pageBegin.size();
+        const std::size_t stemEnd = text.find(s_pageBeginEnd, stem);
+        if (stemEnd == std::string_view::npos)
+            return false;
+        begin = text.find(s_pageBegin, stemEnd);
+        const std::string_view body = text.substr(0, begin).substr(stemEnd + s_pageBeginEnd.size());
+        html.clear();
+        if (md_html(body.data(), static_cast<MD_SIZE>(body.size()), appendHtml, &html, MD_DIALECT_GITHUB, 0) != 0)
+            return false;
+        if (!writeFile(directory + '/' + std::string(text.substr(stem, stemEnd - stem)) + ".htm", html))
+            return false;
+    }
+    return true;
+}
+
+} // namespace
+
+int main(int argumentCount, char **arguments)
+{
+    if (argumentCount != 3) {
+        std::fputs("usage: md4c_pages FILE DIRECTORY\n", stderr);
+        return 1;
+    }
+    mkdir(arguments[2], 0777);
+    return writePages(fileText(arguments[1]), arguments[2]) ? 0 : 1;
+}
