@@ -26,7 +26,7 @@ const std::vector<Rule> &rules()
         {"driver/hexception.", {"driver/hexception.h"}},
         {"docgen/text_escape.", {"docgen/text_escape.h"}},
         {"docgen/doc_gen.cpp", {"docgen/", "sourcebrowser/", "codeedit/listing.h", "apiref/", "driver/path.h"}},
-        {"driver/", {"driver/", "docgen/doc_gen.h", "docgen/output_record.h"}},
+        {"driver/", {"driver/", "docgen/doc_gen.h", "docgen/output_record.h", "docgen/product.h"}},
         {"docgen/", {"docgen/", "sourcebrowser/", "codeedit/listing.h", "driver/path.h", "driver/hexception.h"}},
         {"sourcebrowser/", {"sourcebrowser/"}},
         {"apiref/", {"apiref/", "docgen/", "sourcebrowser/", "driver/path.h", "driver/hexception.h"}},
