@@ -1,0 +1,67 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+/// What lexers ask about characters.
+namespace Characters
+{
+
+enum Class : std::uint8_t
+{
+    Blank = 1,     ///< blank, tab, other white space of a line
+    Digit = 2,     ///< 0 to 9
+    HexDigit = 4,  ///< those and a to f
+    WordStart = 8, ///< letter, underscore, dollar, anything beyond ASCII
+    Operator = 16, ///< what operators of the C family are made of
+    Punctuation = 32,
+    Upper = 64,
+    Lower = 128,
+};
+
+constexpr std::array<std::uint8_t, 128> classTable()
+{
+    std::array<std::uint8_t, 128> table{};
+    for (const char c : {' ', '\t', '\v', '\f', '\r'})
+        table[static_cast<std::size_t>(c)] = Blank;
+    for (std::size_t c = '0'; c <= '9'; ++c)
+        table[c] = Digit | HexDigit;
+    for (std::size_t c = 'A'; c <= 'Z'; ++c)
+        table[c] = WordStart | Upper;
+    for (std::size_t c = 'a'; c <= 'z'; ++c)
+        table[c] = WordStart | Lower;
+    for (std::size_t index = 0; index < 6; ++index) {
+        table['a' + index] |= HexDigit;
+        table['A' + index] |= HexDigit;
+    }
+    table['_'] = WordStart;
+    table['$'] = WordStart;
+    for (const char c : {'+', '-', '*', '/', '%', '=', '<', '>', '!', '&', '|', '^', '~', '?', ':', '.'})
+        table[static_cast<std::size_t>(c)] = Operator;
+    for (const char c : {'(', ')', '[', ']', '{', '}', ';', ','})
+        table[static_cast<std::size_t>(c)] = Punctuation;
+    return table;
+}
+
+inline constexpr std::array<std::uint8_t, 128> s_classes = classTable();
+
+/// True when \a c is of one of \a classes. All beyond ASCII are word characters.
+constexpr bool is(char16_t c, unsigned classes)
+{
+    return c < 128 ? (s_classes[c] & classes) != 0 : (classes & WordStart) != 0;
+}
+
+constexpr bool isWord(char16_t c)
+{
+    return is(c, WordStart | Digit);
+}
+
+/// The first character from \a at on that is not of one of \a classes.
+constexpr const char16_t *skip(const char16_t *at, unsigned classes)
+{
+    while (is(*at, classes))
+        ++at;
+    return at;
+}
+
+} // namespace Characters

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+
+/// The kind of a run of characters in a listing. The values are fixed: they are the indices of
+/// the names in the style sheet. There is no 12: deliberate, the gap stays.
+enum class CodeStyle : std::uint16_t
+{
+    Text = 0,
+    Literal = 1,
+    Comment = 2,
+    Keyword = 3,
+    Disassembly = 4,
+    Markup = 5,
+    Control = 6,
+    Operator = 7,
+    Register = 8,
+    Function = 9,
+    Fixme = 10,
+    Attention = 11,
+    DocKeyword = 13,
+    DocArgument = 14,
+    DocCode = 15,
+    Attribute = 16,
+    // The rest have no name, so no colour.
+    Punctuation = 29, ///< brackets and separators of the C family; what stands inside an XML tag
+    LineJoin = 30,    ///< a backslash that joins two lines
+    Stray = 31,       ///< a character that begins no token
+    TagBracket = 32,  ///< the "<" of a start tag, and what closes it
+};
+
+/// The name of the style \a index in the class attribute, after "zkt-code-". Empty for the
+/// styles that have none.
+[[nodiscard]] std::string_view styleName(unsigned index);

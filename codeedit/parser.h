@@ -1,0 +1,17 @@
+#pragma once
+
+#include <QtGlobal>
+
+/// The base of all lexers. A lexer styles a listing line by line.
+class CodeEditParser
+{
+public:
+    /// Styles one line. \a line ends with a 0 unit; \a out holds 3n + 1 units for a line of n.
+    /// \a state is 0 at the start of a listing and belongs to the lexer after that.
+    virtual void styleLine(const char16_t *line, char16_t *out, quint32 &state) = 0;
+
+    CodeEditParser() = default;
+    CodeEditParser(const CodeEditParser &) = delete;
+    CodeEditParser &operator=(const CodeEditParser &) = delete;
+    virtual ~CodeEditParser() = default;
+};

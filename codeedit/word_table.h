@@ -1,0 +1,40 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string_view>
+
+/// A set of words that is looked up by view, without a copy. Words are borrowed.
+class WordTable
+{
+public:
+    /// \a words must outlive the table and be at most 400.
+    explicit WordTable(std::span<const std::u16string_view> words);
+
+    [[nodiscard]] bool contains(std::u16string_view word) const
+    {
+        if (word.size() > m_longest)
+            return false;
+        for (std::size_t slot = slotOf(word); m_slots[slot].data() != nullptr; slot = (slot + 1) % s_slotCount) {
+            if (m_slots[slot] == word)
+                return true;
+        }
+        return false;
+    }
+
+private:
+    static constexpr std::size_t s_slotCount = 1024; // a power of two, well above the number of words
+
+    static std::size_t slotOf(std::u16string_view word)
+    {
+        if (word.empty())
+            return 0;
+        const std::size_t middle = word[word.size() / 2];
+        const std::size_t hash = word.front() * 31U + middle * 131U + word.back() * 683U + word.size() * 2053U;
+        return (hash ^ hash >> 7) % s_slotCount;
+    }
+
+    std::array<std::u16string_view, s_slotCount> m_slots{};
+    std::size_t m_longest = 0;
+};
