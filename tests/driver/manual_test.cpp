@@ -52,14 +52,18 @@ OutputRecords recordsOf(const QString &source, std::string &messages)
 
 } // namespace
 
-TEST(Manual, BuildsWithoutAMessageAndEveryLinkLeadsSomewhere)
+TEST(Manual, BuildsWithoutAnErrorAndEveryLinkLeadsSomewhere)
 {
     const QTemporaryDir output;
     QProcess program;
     program.setWorkingDirectory(manualFile({}));
     program.start(QStringLiteral(TAVIDOC_PROGRAM), {u"-o"_s, output.path(), u"manual.dg"_s});
     ASSERT_TRUE(program.waitForFinished());
-    EXPECT_EQ(program.readAllStandardError() + program.readAllStandardOutput(), "");
+    EXPECT_EQ(program.readAllStandardError(), "");
+    // Deliberate: that example shows actions that have a key and stand in no menu.
+    const QByteArray keyOnly = "warning: docgen: examples/choose.dg:";
+    for (const QByteArray &line : program.readAllStandardOutput().split('\n'))
+        EXPECT_TRUE(line.isEmpty() || (line.startsWith(keyOnly) && line.endsWith(" in any menu"))) << line.data();
 
     const QDir pages(output.path());
     const QStringList files = pages.entryList({u"*.htm"_s});
