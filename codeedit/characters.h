@@ -4,8 +4,7 @@
 #include <cstdint>
 
 /// What lexers ask about characters.
-namespace Characters
-{
+namespace Characters {
 
 enum Class : std::uint8_t
 {

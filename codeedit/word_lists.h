@@ -5,8 +5,7 @@
 
 /// The words that lexers know. A table word is a keyword (for the assembler: a register)
 /// wherever it is a word.
-namespace WordLists
-{
+namespace WordLists {
 
 [[nodiscard]] std::span<const std::u16string_view> c();
 [[nodiscard]] std::span<const std::u16string_view> javaScript();

@@ -1,0 +1,268 @@
+#include "codeedit/c_parser.h"
+
+#include "codeedit/family_pass.h"
+#include "codeedit/word_lists.h"
+
+namespace {
+
+using std::u16string_view;
+
+constexpr int s_longestDelimiter = 16; // of a raw string, in characters
+
+/// What a prefix in front of a quotation mark makes of the literal.
+struct LiteralPrefix
+{
+    u16string_view text;
+    bool raw;
+};
+
+constexpr LiteralPrefix s_prefixes[] = {
+    {u"L", false}, {u"u", false}, {u"U", false}, {u"u8", false}, {u"R", true},
+    {u"LR", true}, {u"uR", true}, {u"UR", true}, {u"u8R", true},
+};
+
+const LiteralPrefix *findPrefix(u16string_view word)
+{
+    for (const LiteralPrefix &prefix : s_prefixes) {
+        if (prefix.text == word)
+            return &prefix;
+    }
+    return nullptr;
+}
+
+bool isDelimiterCharacter(char16_t c)
+{
+    return c != 0 && c != u'(' && c != u')' && c != u'\\' && c != u'"' && !Characters::is(c, Characters::Blank);
+}
+
+/// The delimiter of a raw string as the state word keeps it: its length, and a number that
+/// stands for its characters.
+class Delimiter
+{
+public:
+    static constexpr quint32 s_bits = 24;
+
+    /// The delimiter of the characters from \a at up to \a end.
+    static quint32 of(const char16_t *at, const char16_t *end)
+    {
+        const auto length = static_cast<quint32>(end - at);
+        quint32 hash = 17;
+        for (; at != end; ++at)
+            hash = hash * 131 + *at;
+        return (hash ^ hash >> 16) % (1U << 19) | length << 19;
+    }
+
+    /// The end of the delimiter that begins at \a at.
+    static const char16_t *end(const char16_t *at)
+    {
+        const char16_t *const last = at + s_longestDelimiter;
+        while (at != last && isDelimiterCharacter(*at))
+            ++at;
+        return at;
+    }
+};
+
+class CPass : public FamilyPass
+{
+public:
+    CPass(const char16_t *line, char16_t *out, const WordTable &keywords, quint32 state)
+        : FamilyPass(line, out, keywords), m_directive((state & s_directiveBit) != 0),
+          m_delimiter(state >> s_delimiterShift)
+    {
+        m_mode = static_cast<Mode>(state & s_modeBits);
+        m_comment = static_cast<Comment>(state >> s_commentShift & 3);
+    }
+
+    /// Styles the line; the result is the state after it.
+    quint32 run()
+    {
+        if (m_mode == Mode::RawString)
+            takeRawStringRest();
+        else if (!resume() && !m_directive)
+            takeDirectiveStart();
+        while (*m_at != 0)
+            takeToken();
+        const quint32 directive = m_directive && (m_joined || m_mode != Mode::Code) ? s_directiveBit : 0;
+        return static_cast<quint32>(m_mode) | static_cast<quint32>(m_comment) << s_commentShift | directive |
+               (m_mode == Mode::RawString ? m_delimiter << s_delimiterShift : 0);
+    }
+
+private:
+    static constexpr quint32 s_directiveBit = 1U << s_firstFreeBit;
+    static constexpr quint32 s_delimiterShift = s_firstFreeBit + 2;
+
+    void takeToken();
+    void takeDirectiveStart();
+    void takeDirectiveName();
+    void takeHeaderName();
+    void takeNumber();
+    void takeWordOrLiteral();
+    void takeLiteral();
+    void takeSuffix();
+    void takeRawString();
+    void takeRawStringRest();
+
+    bool m_directive;
+    bool m_messageText = false; // the rest of the line is the text of a message
+    bool m_joined = false;      // the next line belongs to this one
+    quint32 m_delimiter;
+};
+
+void CPass::takeToken()
+{
+    const char16_t c = *m_at;
+    if (Characters::is(c, Characters::Blank))
+        takeBlanks();
+    else if (Characters::is(c, Characters::WordStart))
+        takeWordOrLiteral();
+    else if (Characters::is(c, Characters::Digit) || (c == u'.' && Characters::is(m_at[1], Characters::Digit)))
+        takeNumber();
+    else if (atComment())
+        takeComment();
+    else if ((c == u'"' || c == u'\'') && !m_messageText)
+        takeLiteral();
+    else if (Characters::is(c, Characters::Operator) || (c == u'#' && m_directive))
+        takeOperators();
+    else if (Characters::is(c, Characters::Punctuation))
+        m_out.writeTo(++m_at, CodeStyle::Punctuation);
+    else if (c == u'\\') {
+        m_joined = isLineEnd(m_at + 1);
+        takeBackslash();
+    } else {
+        takeStray();
+    }
+}
+
+void CPass::takeDirectiveStart()
+{
+    takeBlanks();
+    if (*m_at != u'#')
+        return;
+    m_directive = true;
+    takeDirectiveName();
+}
+
+/// Takes "#" and the name after it, and what only this name can have behind it.
+void CPass::takeDirectiveName()
+{
+    m_at = Characters::skip(m_at + 1, Characters::Blank);
+    const char16_t *const begin = m_at;
+    m_at = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
+    const u16string_view name = word(begin);
+    m_out.writeTo(m_at, CodeStyle::Control);
+    m_messageText = name == u"error" || name == u"warning";
+    if (name == u"include" || name == u"include_next" || name == u"import" || name == u"embed")
+        takeHeaderName();
+}
+
+/// Takes a header name in angle brackets; its words are no keywords.
+void CPass::takeHeaderName()
+{
+    takeBlanks();
+    if (*m_at != u'<')
+        return;
+    const char16_t *end = m_at;
+    while (*end != 0 && *end != u'>')
+        ++end;
+    if (*end == 0)
+        return;
+    m_at = end + 1;
+    m_out.writeTo(m_at, CodeStyle::Control);
+}
+
+void CPass::takeNumber()
+{
+    for (;; ++m_at) {
+        const char16_t c = *m_at;
+        const char16_t next = c == 0 ? u'\0' : m_at[1];
+        if (c == u'\'' && Characters::isWord(next))
+            continue; // a digit separator
+        if (c != u'.' && !Characters::isWord(c))
+            break;
+        const bool exponent = c == u'e' || c == u'E' || c == u'p' || c == u'P';
+        if (exponent && (next == u'+' || next == u'-'))
+            ++m_at;
+    }
+    m_out.writeTo(m_at, CodeStyle::Literal);
+}
+
+void CPass::takeWordOrLiteral()
+{
+    const char16_t *const begin = m_at;
+    m_at = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
+    if ((*m_at == u'"' || *m_at == u'\'') && !m_messageText) {
+        const LiteralPrefix *const prefix = findPrefix(word(begin));
+        if (prefix != nullptr && prefix->raw && *m_at == u'"')
+            return takeRawString();
+        if (prefix != nullptr && !prefix->raw)
+            return takeLiteral();
+    }
+    writeName(begin);
+}
+
+/// Takes a string or character at whose opening quote the pass is; a prefix in front of it
+/// is not styled yet.
+void CPass::takeLiteral()
+{
+    const char16_t quote = *m_at;
+    ++m_at;
+    takeQuoted(quote);
+    m_joined = m_joined || m_mode != Mode::Code;
+    if (m_mode == Mode::Code && m_at[-1] == quote)
+        takeSuffix();
+}
+
+/// Takes the user-defined suffix of a literal. Other words stand for themselves, often macros.
+void CPass::takeSuffix()
+{
+    const char16_t *const end = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
+    const u16string_view suffix(m_at, static_cast<std::size_t>(end - m_at));
+    if (!suffix.starts_with(u'_') && suffix != u"s" && suffix != u"sv")
+        return;
+    m_at = end;
+    m_out.writeTo(m_at, CodeStyle::Literal);
+}
+
+/// Takes a raw string at whose quotation mark the pass is. Without a proper delimiter it is
+/// an ordinary one.
+void CPass::takeRawString()
+{
+    const char16_t *const end = Delimiter::end(m_at + 1);
+    if (*end != u'(')
+        return takeLiteral();
+    m_delimiter = Delimiter::of(m_at + 1, end);
+    m_at = end + 1;
+    takeRawStringRest();
+}
+
+void CPass::takeRawStringRest()
+{
+    m_mode = Mode::RawString;
+    for (; *m_at != 0 && m_mode == Mode::RawString; ++m_at) {
+        if (*m_at != u')')
+            continue;
+        const char16_t *const end = Delimiter::end(m_at + 1);
+        if (*end != u'"' || Delimiter::of(m_at + 1, end) != m_delimiter)
+            continue;
+        m_at = end;
+        m_mode = Mode::Code;
+    }
+    m_out.writeTo(m_at, CodeStyle::Literal);
+    if (m_mode == Mode::Code)
+        takeSuffix();
+}
+
+} // namespace
+
+CodeEditCParser::CodeEditCParser() : CodeEditStandardParser(sharedKeywords()) {}
+
+const WordTable &CodeEditCParser::sharedKeywords()
+{
+    static const WordTable keywords(WordLists::c());
+    return keywords;
+}
+
+void CodeEditCParser::styleLine(const char16_t *line, char16_t *out, quint32 &state)
+{
+    state = CPass(line, out, keywords(), state).run();
+}

@@ -1,0 +1,75 @@
+#pragma once
+
+#include "codeedit/characters.h"
+#include "codeedit/comment_words.h"
+#include "codeedit/styled_line.h"
+#include "codeedit/word_table.h"
+
+#include <QtGlobal>
+
+#include <string_view>
+
+/// One pass of a lexer of the C family over a line: what these languages have in common.
+/// Every take… function starts on the first character of what it takes, styles it and leaves
+/// the pass behind it.
+class FamilyPass
+{
+public:
+    FamilyPass(const char16_t *line, char16_t *out, const WordTable &keywords)
+        : m_at(line), m_out(line, out), m_keywords(keywords)
+    {
+    }
+
+protected:
+    /// What a line begins in.
+    enum class Mode : quint32
+    {
+        Code,
+        BlockComment,
+        LineComment,  ///< joined to the line before by a backslash
+        DoubleQuoted, ///< likewise
+        SingleQuoted, ///< likewise
+        RawString,    ///< C++
+        Template,     ///< JavaScript
+    };
+    static constexpr quint32 s_modeBits = 0xF;
+    static constexpr quint32 s_commentShift = 4; // two bits: the kind of comment
+    static constexpr quint32 s_firstFreeBit = 6; // the languages use the bits from here on
+
+    using Comment = CommentWords::Kind;
+
+    [[nodiscard]] char16_t peek(int ahead = 0) const { return m_at[ahead]; }
+    [[nodiscard]] std::u16string_view word(const char16_t *begin) const
+    {
+        return {begin, static_cast<std::size_t>(m_at - begin)};
+    }
+    /// True when only white space follows \a at on the line.
+    [[nodiscard]] static bool isLineEnd(const char16_t *at) { return *Characters::skip(at, Characters::Blank) == 0; }
+    [[nodiscard]] bool atComment() const { return *m_at == u'/' && (m_at[1] == u'/' || m_at[1] == u'*'); }
+
+    void takeBlanks();
+    /// Takes a comment that begins here; the mode tells when it goes on in the next line.
+    void takeComment();
+    void takeBlockComment(const char16_t *end);
+    /// Takes the rest of the line as a comment. With \a joins a backslash at its end makes the
+    /// next line a comment too.
+    void takeLineComment(bool joins);
+    /// Takes the inside of a literal up to its closing \a quote or the end of the line; a backslash
+    /// at the end of the line joins the next one to it. The text in front belongs to the literal.
+    void takeQuoted(char16_t quote);
+    void takeOperators();
+    /// Takes a word: a keyword, a name that is called, or another name.
+    void takeWord();
+    void writeName(const char16_t *begin);
+    void takeBackslash();
+    void takeStray();
+
+    /// Goes on with a comment or literal that the line before left open; false when there is none.
+    bool resume();
+
+    const char16_t *m_at;
+    StyledLine m_out;
+    const WordTable &m_keywords;
+    Mode m_mode = Mode::Code;
+    Comment m_comment = Comment::Plain;
+};

@@ -1,0 +1,254 @@
+#include "codeedit/xml_parser.h"
+
+#include "codeedit/characters.h"
+#include "codeedit/styled_line.h"
+
+#include <string_view>
+
+namespace {
+
+using Mode = CodeEditXMLParser::Mode;
+using std::u16string_view;
+
+bool isNameCharacter(char16_t c)
+{
+    return Characters::isWord(c) || c == u':' || c == u'-' || c == u'.';
+}
+
+/// One pass over a line.
+class XmlPass
+{
+public:
+    XmlPass(const char16_t *line, char16_t *out, Mode mode, quint32 nesting)
+        : m_at(line), m_out(line, out), m_mode(mode), m_nesting(nesting)
+    {
+    }
+
+    void run()
+    {
+        while (*m_at != 0)
+            (this->*takerOf(m_mode))();
+    }
+
+    [[nodiscard]] Mode mode() const { return m_mode; }
+    [[nodiscard]] quint32 nesting() const { return m_nesting; }
+
+private:
+    using Taker = void (XmlPass::*)();
+    static Taker takerOf(Mode mode);
+
+    void takeText();
+    void takeOpening();
+    void takeComment();
+    void takeEndTag();
+    void takeTag();
+    void takeDoubleQuoted() { takeQuoted(u'"'); }
+    void takeSingleQuoted() { takeQuoted(u'\''); }
+    void takeQuoted(char16_t quote);
+    void takeCharacterData();
+    void takeInstruction();
+    void takeDeclaration();
+    void takeSubset();
+    void takeSubsetDeclaration();
+    void takeEntity();
+    void take(std::size_t length, CodeStyle style, Mode next);
+    void takeThrough(u16string_view ending, CodeStyle style, Mode next);
+    [[nodiscard]] bool at(u16string_view text) const;
+
+    const char16_t *m_at;
+    StyledLine m_out;
+    Mode m_mode;
+    quint32 m_nesting;
+    Mode m_afterComment = Mode::Text;
+};
+
+XmlPass::Taker XmlPass::takerOf(Mode mode)
+{
+    static constexpr Taker takers[] = {
+        &XmlPass::takeText,          &XmlPass::takeComment,           &XmlPass::takeEndTag,
+        &XmlPass::takeText, // there is no mode 3
+        &XmlPass::takeTag,           &XmlPass::takeDoubleQuoted,      &XmlPass::takeSingleQuoted,
+        &XmlPass::takeCharacterData, &XmlPass::takeInstruction,       &XmlPass::takeDeclaration,
+        &XmlPass::takeSubset,        &XmlPass::takeSubsetDeclaration,
+    };
+    return takers[static_cast<std::size_t>(mode)];
+}
+
+bool XmlPass::at(u16string_view text) const
+{
+    for (std::size_t index = 0; index < text.size(); ++index) {
+        if (m_at[index] != text[index])
+            return false;
+    }
+    return true;
+}
+
+/// Takes \a length characters; \a next is what follows.
+void XmlPass::take(std::size_t length, CodeStyle style, Mode next)
+{
+    m_at += length;
+    m_out.writeTo(m_at, style);
+    m_mode = next;
+}
+
+/// Takes everything up to \a ending and that; without it the rest of the line, and the mode stays.
+void XmlPass::takeThrough(u16string_view ending, CodeStyle style, Mode next)
+{
+    while (*m_at != 0 && !at(ending))
+        ++m_at;
+    if (*m_at == 0)
+        take(0, style, m_mode);
+    else
+        take(ending.size(), style, next);
+}
+
+void XmlPass::takeText()
+{
+    while (*m_at != 0 && *m_at != u'<' && *m_at != u'&')
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Text);
+    if (*m_at == u'<')
+        takeOpening();
+    else if (*m_at == u'&')
+        takeEntity();
+}
+
+/// Takes what a "<" in text begins.
+void XmlPass::takeOpening()
+{
+    if (at(u"<!--")) {
+        ++m_nesting; // deliberate: a comment counts like a start tag
+        take(4, CodeStyle::Comment, Mode::Comment);
+    } else if (at(u"<![CDATA[")) {
+        take(9, CodeStyle::Control, Mode::CharacterData);
+    } else if (at(u"<?")) {
+        take(2, CodeStyle::Control, Mode::Instruction);
+    } else if (at(u"<!")) {
+        take(2, CodeStyle::Control, Mode::Declaration);
+    } else if (at(u"</")) {
+        --m_nesting;
+        take(2, CodeStyle::Markup, Mode::EndTag);
+        while (isNameCharacter(*m_at))
+            ++m_at;
+        m_out.writeTo(m_at, CodeStyle::Markup);
+    } else {
+        ++m_nesting;
+        take(1, CodeStyle::TagBracket, Mode::Tag);
+        while (isNameCharacter(*m_at))
+            ++m_at;
+        m_out.writeTo(m_at, CodeStyle::Markup);
+    }
+}
+
+void XmlPass::takeComment()
+{
+    takeThrough(u"-->", CodeStyle::Comment, Mode::Text);
+}
+
+/// Takes what stands between the name of an end tag and its ">".
+void XmlPass::takeEndTag()
+{
+    while (*m_at != 0 && *m_at != u'>')
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Attribute);
+    if (*m_at == u'>')
+        take(1, CodeStyle::Markup, Mode::Text);
+}
+
+/// Takes one part of a start tag behind its name.
+void XmlPass::takeTag()
+{
+    const char16_t c = *m_at;
+    if (c == u'"')
+        return take(1, CodeStyle::Literal, Mode::DoubleQuoted);
+    if (c == u'\'')
+        return take(1, CodeStyle::Literal, Mode::SingleQuoted);
+    if (c == u'>')
+        return take(1, CodeStyle::TagBracket, Mode::Text);
+    if (at(u"/>"))
+        return take(2, CodeStyle::TagBracket, Mode::Text);
+    if (c == u'<')
+        return takeOpening(); // the tag before was never closed
+    if (c == u'=')
+        return take(1, CodeStyle::Operator, Mode::Tag);
+    if (!isNameCharacter(c))
+        return take(1, CodeStyle::Punctuation, Mode::Tag);
+    while (isNameCharacter(*m_at))
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Attribute);
+}
+
+/// Takes the value of an attribute; entities in it stand out.
+void XmlPass::takeQuoted(char16_t quote)
+{
+    while (*m_at != 0 && *m_at != quote)
+        ++m_at;
+    if (*m_at == quote)
+        take(1, CodeStyle::Literal, Mode::Tag);
+    else
+        m_out.writeTo(m_at, CodeStyle::Literal);
+}
+
+void XmlPass::takeCharacterData()
+{
+    while (*m_at != 0 && !at(u"]]>"))
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Text);
+    if (*m_at != 0)
+        take(3, CodeStyle::Control, Mode::Text);
+}
+
+void XmlPass::takeInstruction()
+{
+    takeThrough(u"?>", CodeStyle::Control, Mode::Text);
+}
+
+void XmlPass::takeDeclaration()
+{
+    while (*m_at != 0 && *m_at != u'[' && *m_at != u'>')
+        ++m_at;
+    if (*m_at == 0)
+        take(0, CodeStyle::Control, m_mode);
+    else
+        take(1, CodeStyle::Control, *m_at == u'[' ? Mode::InternalSubset : Mode::Text);
+}
+
+/// Takes one part of the internal subset of a DOCTYPE, which declarations and comments fill.
+void XmlPass::takeSubset()
+{
+    while (*m_at != 0 && *m_at != u']' && *m_at != u'<')
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Control);
+    if (*m_at == u']')
+        take(1, CodeStyle::Control, Mode::Declaration);
+    else if (*m_at == u'<')
+        take(1, CodeStyle::Control, Mode::SubsetDeclaration);
+}
+
+void XmlPass::takeSubsetDeclaration()
+{
+    takeThrough(u">", CodeStyle::Control, Mode::InternalSubset);
+}
+
+/// Takes an entity or character reference; an "&" that begins none is text.
+void XmlPass::takeEntity()
+{
+    const char16_t *end = m_at + 1;
+    if (*end == u'#')
+        ++end;
+    while (isNameCharacter(*end))
+        ++end;
+    const bool isEntity = *end == u';' && end > m_at + 1;
+    m_at = isEntity ? end + 1 : m_at + 1;
+    m_out.writeTo(m_at, isEntity ? CodeStyle::Control : CodeStyle::Text);
+}
+
+} // namespace
+
+void CodeEditXMLParser::styleLine(const char16_t *line, char16_t *out, quint32 &state)
+{
+    XmlPass pass(line, out, m_mode, state);
+    pass.run();
+    m_mode = pass.mode();
+    state = pass.nesting();
+}
