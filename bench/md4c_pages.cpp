@@ -8,13 +8,22 @@
 #include <unistd.h>
 
 #include <cstdio>
+#include <cstring>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
 constexpr std::string_view s_pageBegin = "<!-- page ";
 constexpr std::string_view s_pageBeginEnd = " -->\n";
+
+/// The HTML of a page. Leaner than a string, since md4c hands over a few bytes at a time.
+struct Page
+{
+    std::vector<char> buffer = std::vector<char>(1 << 16);
+    std::size_t size = 0;
+};
 
 /// The bytes of the file \a name; empty when it cannot be read.
 std::string fileText(const char *name)
@@ -35,7 +44,7 @@ std::string fileText(const char *name)
 }
 
 /// Replaces the file \a name; tells whether all of \a text was written.
-bool writeFile(const std::string &name, const std::string &text)
+bool writeFile(const std::string &name, std::string_view text)
 {
     unlink(name.c_str());
     const int file = open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
@@ -47,13 +56,17 @@ bool writeFile(const std::string &name, const std::string &text)
 
 void appendHtml(const MD_CHAR *html, MD_SIZE size, void *page)
 {
-    static_cast<std::string *>(page)->append(html, size);
+    Page &whole = *static_cast<Page *>(page);
+    if (whole.buffer.size() - whole.size < size)
+        whole.buffer.resize(2 * whole.buffer.size() + size);
+    std::memcpy(whole.buffer.data() + whole.size, html, size);
+    whole.size += size;
 }
 
 /// Writes the pages of \a text to \a directory; tells whether all went well.
 bool writePages(std::string_view text, const std::string &directory)
 {
-    std::string html;
+    Page page;
     std::size_t begin = text.find(s_pageBegin);
     while (begin != std::string_view::npos) {
         const std::size_t stem = begin + s_pageBegin.size();
@@ -62,10 +75,11 @@ bool writePages(std::string_view text, const std::string &directory)
             return false;
         begin = text.find(s_pageBegin, stemEnd);
         const std::string_view body = text.substr(0, begin).substr(stemEnd + s_pageBeginEnd.size());
-        html.clear();
-        if (md_html(body.data(), static_cast<MD_SIZE>(body.size()), appendHtml, &html, MD_DIALECT_GITHUB, 0) != 0)
+        page.size = 0;
+        if (md_html(body.data(), static_cast<MD_SIZE>(body.size()), appendHtml, &page, MD_DIALECT_GITHUB, 0) != 0)
             return false;
-        if (!writeFile(directory + '/' + std::string(text.substr(stem, stemEnd - stem)) + ".htm", html))
+        if (!writeFile(directory + '/' + std::string(text.substr(stem, stemEnd - stem)) + ".htm",
+                       {page.buffer.data(), page.size}))
             return false;
     }
     return true;
