@@ -50,6 +50,8 @@ private:
     void takeDeclaration();
     void takeSubset();
     void takeSubsetDeclaration();
+    void takeSubsetComment();
+    void skipTo(u16string_view stops);
     void takeEntity();
     void take(std::size_t length, CodeStyle style, Mode next);
     void takeThrough(u16string_view ending, CodeStyle style, Mode next);
@@ -59,7 +61,6 @@ private:
     StyledLine m_out;
     Mode m_mode;
     quint32 m_nesting;
-    Mode m_afterComment = Mode::Text;
 };
 
 XmlPass::Taker XmlPass::takerOf(Mode mode)
@@ -69,7 +70,7 @@ XmlPass::Taker XmlPass::takerOf(Mode mode)
         &XmlPass::takeText, // there is no mode 3
         &XmlPass::takeTag,           &XmlPass::takeDoubleQuoted,      &XmlPass::takeSingleQuoted,
         &XmlPass::takeCharacterData, &XmlPass::takeInstruction,       &XmlPass::takeDeclaration,
-        &XmlPass::takeSubset,        &XmlPass::takeSubsetDeclaration,
+        &XmlPass::takeSubset,        &XmlPass::takeSubsetDeclaration, &XmlPass::takeSubsetComment,
     };
     return takers[static_cast<std::size_t>(mode)];
 }
@@ -178,7 +179,7 @@ void XmlPass::takeTag()
     m_out.writeTo(m_at, CodeStyle::Attribute);
 }
 
-/// Takes the value of an attribute; entities in it stand out.
+/// Takes the value of an attribute.
 void XmlPass::takeQuoted(char16_t quote)
 {
     while (*m_at != 0 && *m_at != quote)
@@ -203,10 +204,21 @@ void XmlPass::takeInstruction()
     takeThrough(u"?>", CodeStyle::Control, Mode::Text);
 }
 
+/// Goes to the next of the characters \a stops that stands outside of quotation marks.
+void XmlPass::skipTo(u16string_view stops)
+{
+    char16_t quote = 0;
+    for (; *m_at != 0 && (quote != 0 || stops.find(*m_at) == u16string_view::npos); ++m_at) {
+        if (*m_at == quote)
+            quote = 0;
+        else if (quote == 0 && (*m_at == u'"' || *m_at == u'\''))
+            quote = *m_at;
+    }
+}
+
 void XmlPass::takeDeclaration()
 {
-    while (*m_at != 0 && *m_at != u'[' && *m_at != u'>')
-        ++m_at;
+    skipTo(u"[>");
     if (*m_at == 0)
         take(0, CodeStyle::Control, m_mode);
     else
@@ -220,14 +232,27 @@ void XmlPass::takeSubset()
         ++m_at;
     m_out.writeTo(m_at, CodeStyle::Control);
     if (*m_at == u']')
-        take(1, CodeStyle::Control, Mode::Declaration);
-    else if (*m_at == u'<')
+        return take(1, CodeStyle::Control, Mode::Declaration);
+    if (at(u"<!--")) {
+        ++m_nesting;
+        return take(4, CodeStyle::Comment, Mode::SubsetComment);
+    }
+    if (*m_at == u'<')
         take(1, CodeStyle::Control, Mode::SubsetDeclaration);
 }
 
 void XmlPass::takeSubsetDeclaration()
 {
-    takeThrough(u">", CodeStyle::Control, Mode::InternalSubset);
+    skipTo(u">");
+    if (*m_at == 0)
+        take(0, CodeStyle::Control, m_mode);
+    else
+        take(1, CodeStyle::Control, Mode::InternalSubset);
+}
+
+void XmlPass::takeSubsetComment()
+{
+    takeThrough(u"-->", CodeStyle::Comment, Mode::InternalSubset);
 }
 
 /// Takes an entity or character reference; an "&" that begins none is text.

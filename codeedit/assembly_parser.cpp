@@ -1,0 +1,200 @@
+#include "codeedit/assembly_parser.h"
+
+#include "codeedit/characters.h"
+#include "codeedit/comment_words.h"
+#include "codeedit/styled_line.h"
+#include "codeedit/word_lists.h"
+#include "codeedit/word_table.h"
+
+namespace {
+
+constexpr quint32 s_inComment = 1; // the state while a block comment is open
+
+const WordTable &registers()
+{
+    static const WordTable table(WordLists::registers());
+    return table;
+}
+
+bool isWordCharacter(char16_t c)
+{
+    return Characters::isWord(c) || c == u'.';
+}
+
+/// One pass over a line.
+class AssemblyPass
+{
+public:
+    AssemblyPass(const char16_t *line, char16_t *out, bool inComment)
+        : m_at(line), m_out(line, out), m_inComment(inComment)
+    {
+    }
+
+    /// Styles the line; the result is whether a block comment goes on in the next.
+    bool run()
+    {
+        if (m_inComment)
+            takeBlockComment(m_at);
+        while (*m_at != 0)
+            takeToken();
+        return m_inComment;
+    }
+
+private:
+    void takeToken();
+    [[nodiscard]] bool atLineComment() const;
+    void takeLineComment();
+    void takeBlockComment(const char16_t *end);
+    void takeWord();
+    [[nodiscard]] CodeStyle styleOfWord(const char16_t *begin) const;
+    void takeNumber();
+    void takeQuoted();
+    void takeDirective();
+    void takeBackslash();
+    void takeOther();
+
+    const char16_t *m_at;
+    StyledLine m_out;
+    bool m_inComment;
+    bool m_statementStart = true; // a label, mnemonic or directive may come
+};
+
+void AssemblyPass::takeToken()
+{
+    const char16_t c = *m_at;
+    if (Characters::is(c, Characters::Blank)) {
+        m_at = Characters::skip(m_at, Characters::Blank);
+        m_out.writeTo(m_at, CodeStyle::Text);
+    } else if (c == u'/' && m_at[1] == u'*') {
+        takeBlockComment(m_at + 2);
+    } else if (atLineComment()) {
+        takeLineComment();
+    } else if (c == u'#' && m_statementStart) {
+        takeDirective();
+    } else if (Characters::is(c, Characters::Digit)) {
+        takeNumber();
+    } else if (isWordCharacter(c)) {
+        takeWord();
+    } else if (c == u'"' || c == u'\'') {
+        takeQuoted();
+    } else if (c == u'\\') {
+        takeBackslash();
+    } else {
+        takeOther();
+    }
+}
+
+/// True at a comment: ";" and "//" anywhere, "@" and "#" before a blank or the line's end.
+bool AssemblyPass::atLineComment() const
+{
+    const char16_t c = m_at[0];
+    if (c == u';' || (c == u'/' && m_at[1] == u'/'))
+        return true;
+    return (c == u'@' || c == u'#') && (m_at[1] == 0 || Characters::is(m_at[1], Characters::Blank));
+}
+
+void AssemblyPass::takeLineComment()
+{
+    while (*m_at != 0)
+        ++m_at;
+    CommentWords::style(m_out, m_at, CommentWords::Kind::Plain);
+}
+
+/// Takes a block comment; its end is looked for from \a end on.
+void AssemblyPass::takeBlockComment(const char16_t *end)
+{
+    while (*end != 0 && !(end[0] == u'*' && end[1] == u'/'))
+        ++end;
+    m_inComment = *end == 0;
+    CommentWords::style(m_out, end, CommentWords::Kind::Plain);
+    m_at = m_inComment ? end : end + 2;
+    m_out.writeTo(m_at, CodeStyle::Comment);
+}
+
+void AssemblyPass::takeWord()
+{
+    const char16_t *const begin = m_at;
+    while (isWordCharacter(*m_at))
+        ++m_at;
+    const bool isLabel = m_statementStart && *m_at == u':';
+    if (isLabel) {
+        ++m_at;
+        return m_out.writeTo(m_at, CodeStyle::Function);
+    }
+    m_out.writeTo(m_at, styleOfWord(begin));
+    m_statementStart = false;
+}
+
+/// The style of the word from \a begin on: a register, a directive, a mnemonic or another name.
+CodeStyle AssemblyPass::styleOfWord(const char16_t *begin) const
+{
+    if (registers().contains({begin, static_cast<std::size_t>(m_at - begin)}))
+        return CodeStyle::Register;
+    if (!m_statementStart)
+        return CodeStyle::Text;
+    return *begin == u'.' ? CodeStyle::Control : CodeStyle::Keyword;
+}
+
+/// Takes a number, or a local label, which is a number before a colon.
+void AssemblyPass::takeNumber()
+{
+    while (isWordCharacter(*m_at))
+        ++m_at;
+    if (m_statementStart && *m_at == u':')
+        return m_out.writeTo(++m_at, CodeStyle::Function);
+    m_out.writeTo(m_at, CodeStyle::Literal);
+    m_statementStart = false;
+}
+
+/// Takes a string, or a character, which needs no closing quote. Both end with the line.
+void AssemblyPass::takeQuoted()
+{
+    const char16_t quote = *m_at++;
+    const char16_t *const inside = m_at;
+    while (*m_at != 0 && *m_at != quote)
+        m_at += m_at[0] == u'\\' && m_at[1] != 0 ? 2 : 1;
+    if (*m_at == quote) {
+        ++m_at;
+    } else if (quote == u'\'') {
+        m_at = inside;
+        m_at += m_at[0] == u'\\' && m_at[1] != 0 ? 2 : *m_at != 0 ? 1 : 0;
+    }
+    m_out.writeTo(m_at, CodeStyle::Literal);
+    m_statementStart = false;
+}
+
+/// Takes a directive of the C preprocessor, of which assembler sources make use.
+void AssemblyPass::takeDirective()
+{
+    ++m_at;
+    while (isWordCharacter(*m_at))
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Control);
+    m_statementStart = false;
+}
+
+/// Takes a backslash with its word or stops: a macro's parameter, or a part that was left out.
+void AssemblyPass::takeBackslash()
+{
+    ++m_at;
+    while (isWordCharacter(*m_at))
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Text);
+    m_statementStart = false;
+}
+
+void AssemblyPass::takeOther()
+{
+    const bool isOperator = Characters::is(*m_at, Characters::Operator) || *m_at == u'#' || *m_at == u'@';
+    const bool ends = *m_at == u'{' || *m_at == u'}' || *m_at == u'[' || *m_at == u']' || *m_at == u',';
+    ++m_at;
+    m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : ends ? CodeStyle::Punctuation : CodeStyle::Text);
+    m_statementStart = false;
+}
+
+} // namespace
+
+void CodeEditAssemblyParser::styleLine(const char16_t *line, char16_t *out, quint32 &state)
+{
+    state = AssemblyPass(line, out, state == s_inComment).run() ? s_inComment : 0;
+}

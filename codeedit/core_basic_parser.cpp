@@ -1,0 +1,190 @@
+#include "codeedit/core_basic_parser.h"
+
+#include "codeedit/characters.h"
+#include "codeedit/comment_words.h"
+#include "codeedit/styled_line.h"
+#include "codeedit/word_lists.h"
+#include "codeedit/word_table.h"
+
+#include <string_view>
+
+namespace {
+
+using std::u16string_view;
+
+const WordTable &words()
+{
+    static const WordTable table(WordLists::basic());
+    return table;
+}
+
+bool isSigil(char16_t c)
+{
+    return c == u'$' || c == u'%';
+}
+
+/// A letter, digit or underscore: what names are made of, their sigil aside.
+bool isNameCharacter(char16_t c)
+{
+    return c != u'$' && Characters::isWord(c);
+}
+
+/// One pass over a line.
+class BasicPass
+{
+public:
+    BasicPass(const char16_t *line, char16_t *out) : m_at(line), m_out(line, out) {}
+
+    void run()
+    {
+        while (*m_at != 0)
+            takeToken();
+    }
+
+private:
+    void takeToken();
+    void takeComment();
+    void takeString();
+    void takeNumber();
+    void takeWord();
+    void takeConstant();
+    void takeData();
+    void takeBackslash();
+    void takeNameTo(const char16_t *end);
+    [[nodiscard]] bool isTableWord(const char16_t *end) const
+    {
+        return words().contains({m_at, static_cast<std::size_t>(end - m_at)});
+    }
+
+    const char16_t *m_at;
+    StyledLine m_out;
+};
+
+void BasicPass::takeToken()
+{
+    const char16_t c = *m_at;
+    if (Characters::is(c, Characters::Blank)) {
+        m_at = Characters::skip(m_at, Characters::Blank);
+        m_out.writeTo(m_at, CodeStyle::Text);
+    } else if (c == u'\'') {
+        takeComment();
+    } else if (c == u'"') {
+        takeString();
+    } else if (Characters::is(c, Characters::Digit) || (c == u'.' && Characters::is(m_at[1], Characters::Digit))) {
+        takeNumber();
+    } else if (isNameCharacter(c)) {
+        takeWord();
+    } else if (isSigil(c) && Characters::is(m_at[1], Characters::Upper)) {
+        takeConstant();
+    } else if (c == u'\\') {
+        takeBackslash();
+    } else {
+        const bool isOperator = Characters::is(c, Characters::Operator);
+        ++m_at;
+        m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : CodeStyle::Punctuation);
+    }
+}
+
+/// Takes the rest of the line as a remark.
+void BasicPass::takeComment()
+{
+    while (*m_at != 0)
+        ++m_at;
+    CommentWords::style(m_out, m_at, CommentWords::Kind::Plain);
+}
+
+/// Takes a string, which ends with the line at the latest. A doubled quote reads as two strings.
+void BasicPass::takeString()
+{
+    do {
+        ++m_at;
+    } while (*m_at != 0 && *m_at != u'"');
+    if (*m_at == u'"')
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Literal);
+}
+
+void BasicPass::takeNumber()
+{
+    for (;; ++m_at) {
+        const bool exponent = *m_at == u'E' || *m_at == u'e';
+        if (exponent && (m_at[1] == u'+' || m_at[1] == u'-'))
+            ++m_at;
+        else if (*m_at != u'.' && !isNameCharacter(*m_at))
+            break;
+    }
+    m_out.writeTo(m_at, CodeStyle::Literal);
+}
+
+/// Takes a word: the longest entry of the table, with its sigil or without, or a name.
+void BasicPass::takeWord()
+{
+    const char16_t *end = m_at;
+    while (isNameCharacter(*end))
+        ++end;
+    const bool withSigil = isSigil(*end) && isTableWord(end + 1);
+    if (!withSigil && !isTableWord(end))
+        return takeNameTo(isSigil(*end) ? end + 1 : end);
+    const u16string_view word(m_at, static_cast<std::size_t>(end - m_at));
+    m_at = withSigil ? end + 1 : end;
+    m_out.writeTo(m_at, CodeStyle::Keyword);
+    if (word == u"REM")
+        takeComment();
+    else if (word == u"DATA")
+        takeData();
+}
+
+/// Takes a name; it is a function's when an argument follows.
+void BasicPass::takeNameTo(const char16_t *end)
+{
+    m_at = end;
+    m_out.writeTo(m_at, *m_at == u'(' ? CodeStyle::Function : CodeStyle::Text);
+}
+
+/// Takes a constant, whose sigil stands in front.
+void BasicPass::takeConstant()
+{
+    const char16_t *end = m_at + 1;
+    while (isNameCharacter(*end))
+        ++end;
+    if (isTableWord(end)) {
+        m_at = end;
+        return m_out.writeTo(m_at, CodeStyle::Keyword);
+    }
+    ++m_at; // an operator of some dialects, or a number's prefix
+    m_out.writeTo(m_at, CodeStyle::Operator);
+}
+
+/// Takes the items of a DATA statement: they are literals without quotes too.
+void BasicPass::takeData()
+{
+    while (*m_at != 0 && *m_at != u':') {
+        const char16_t *end = m_at;
+        while (*end != 0 && *end != u',' && *end != u':' && *end != u'"')
+            ++end;
+        m_at = end;
+        m_out.writeTo(m_at, CodeStyle::Literal);
+        if (*m_at == u'"') {
+            takeString();
+        } else if (*m_at == u',') {
+            ++m_at;
+            m_out.writeTo(m_at, CodeStyle::Punctuation);
+        }
+    }
+}
+
+/// Takes a backslash with its word or stops: a part that was left out, in one run.
+void BasicPass::takeBackslash()
+{
+    ++m_at;
+    while (isNameCharacter(*m_at) || *m_at == u'.')
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Text);
+}
+
+} // namespace
+
+void CodeEditCoreBASICParser::styleLine(const char16_t *line, char16_t *out, quint32 &)
+{
+    BasicPass(line, out).run();
+}
