@@ -134,7 +134,7 @@ int XmlTreeReader::errorLine() const
 
 QString XmlTreeReader::errorReason() const
 {
-    return m_reader.errorString();
+    return m_reader.errorString().simplified(); // it may quote the file, line ends included
 }
 
 /// Other encodings may be known here and unknown on the next machine. Bytes that are no UTF-8

@@ -25,6 +25,7 @@ public:
     [[nodiscard]] QDomElement read();
 
     [[nodiscard]] int errorLine() const; ///< counted from 1
+    /// In one line.
     [[nodiscard]] QString errorReason() const;
 
 private:

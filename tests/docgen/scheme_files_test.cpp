@@ -150,6 +150,8 @@ TEST(XmlTreeReader, RefusesWhatIsMalformedOrHurts)
                  u"2: Encountered incorrectly encoded content."_s},
              Row{"an encoding of this machine", "<?xml version='1.0' encoding='koi8-r'?><a/>",
                  u"1: Encoding koi8-r is unsupported"_s},
+             Row{"a reason with a line end", "<?xml version='1.0' encoding='a\nb'?><a/>",
+                 u"2: a b is an invalid encoding name."_s},
              Row{"a character that no line may hold", "<a>\n\x01</a>", u"2: Unexpected ''."_s},
              Row{"an end in the middle", "<a>\n<b>\n", u"3: Premature end of document."_s},
              Row{"an external entity", "<!DOCTYPE a [<!ENTITY e SYSTEM 'x'>]>\n<a>&e;</a>",
