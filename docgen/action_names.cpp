@@ -5,6 +5,7 @@
 #include "docgen/xml_pp.h"
 
 #include <algorithm>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -28,7 +29,7 @@ std::string expanded(std::string_view text, std::string_view definition)
     const std::size_t equals = definition.find('=');
     const std::string place = "$(" + std::string(definition.substr(0, equals)) + ")";
     std::string result;
-    for (std::size_t at = text.find(place); at != text.npos; at = text.find(place)) {
+    for (std::size_t at = text.find(place); at != std::string_view::npos; at = text.find(place)) {
         result.append(text.substr(0, at)).append(definition.substr(equals + 1));
         text.remove_prefix(at + place.size());
     }
@@ -137,8 +138,8 @@ MenuPath ActionNames::menuPath(std::string_view action) const
         return result;
     }
     const std::vector<std::string> captions = captionsAround(item->second, result.warnings);
-    for (auto caption = captions.rbegin(); caption != captions.rend(); ++caption)
-        result.path.append(*caption).append(" > ");
+    for (const std::string &caption : captions | std::views::reverse)
+        result.path.append(caption).append(" > ");
     result.path += *ownText;
     return result;
 }

@@ -46,7 +46,8 @@ QByteArray framedPage(std::string_view style, std::string_view title, std::strin
     std::string head = beginning;
     append(head, {style, "\">", escapedText(title), afterTitle});
     QByteArray page;
-    page.reserve(static_cast<qsizetype>(head.size() + body.size() + ending.size()));
+    page.reserve(static_cast<qsizetype>(head.size()) + static_cast<qsizetype>(body.size()) +
+                 static_cast<qsizetype>(ending.size()));
     for (const std::string_view part : {std::string_view(head), body, ending})
         appendLatin1(page, part);
     return page;

@@ -20,7 +20,7 @@ static void makeIconsKnown()
     Q_INIT_RESOURCE(icons);
 }
 
-IconTable::IconTable(QString outputDirectory) : m_directory(std::move(outputDirectory) + u"/images"_s) {}
+IconTable::IconTable(const QString &outputDirectory) : m_directory(outputDirectory + u"/images"_s) {}
 
 IconTable::Answer IconTable::save(std::string_view name)
 {
@@ -52,7 +52,7 @@ bool IconTable::decodes(const QByteArray &png)
     image.version = PNG_IMAGE_VERSION;
     if (!png_image_begin_read_from_memory(&image, png.constData(), static_cast<std::size_t>(png.size())))
         return false;
-    std::array<png_byte, side * side * 4> pixels;
+    std::array<png_byte, std::size_t{side} * side * 4> pixels;
     image.format = PNG_FORMAT_RGBA;
     const bool isWhole = image.width == side && image.height == side &&
                          png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr) != 0;

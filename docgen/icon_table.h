@@ -20,7 +20,7 @@ public:
     };
 
     /// Icons go into the folder "images" of \a outputDirectory.
-    explicit IconTable(QString outputDirectory);
+    explicit IconTable(const QString &outputDirectory);
 
     /// Writes the icon \a name as NAME.png, over a file of that name. Several runs may do so at
     /// once: a reader sees a whole image. Throws HException when it cannot be written.

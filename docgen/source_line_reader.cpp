@@ -18,7 +18,7 @@ QByteArray sourceOf(const Path &path)
 
 SourceLineReader::SourceLineReader(const Path &path) : SourceLineReader(path, sourceOf(path)) {}
 
-SourceLineReader::SourceLineReader(const Path &path, QByteArray text) : m_path(path), m_text(std::move(text)) {}
+SourceLineReader::SourceLineReader(Path path, QByteArray text) : m_path(std::move(path)), m_text(std::move(text)) {}
 
 bool SourceLineReader::readLine(QString &line)
 {

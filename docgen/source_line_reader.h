@@ -14,7 +14,7 @@ class SourceLineReader
 public:
     explicit SourceLineReader(const Path &path);
     /// Delivers the lines of \a text, which is UTF-8 with "\n" line ends, as those of \a path.
-    SourceLineReader(const Path &path, QByteArray text);
+    SourceLineReader(Path path, QByteArray text);
 
     /// Stores the next line, without its end, in \a line. At the end of the file the result is
     /// false and \a line is null.

@@ -123,13 +123,13 @@ void SourceReader::readLine(std::string_view line)
 void SourceReader::directive(std::string_view line)
 {
     constexpr std::string_view definition = "@def";
-    std::string words = simplified(line);
+    const std::string words = simplified(line);
     if (words.starts_with(definition))
-        return define(std::move(words));
+        return define(words);
     m_conditions.apply(words);
 }
 
-void SourceReader::define(std::string line)
+void SourceReader::define(const std::string &line)
 {
     const std::string_view definition = afterFirstBlank(line);
     std::string value(afterFirstBlank(definition));

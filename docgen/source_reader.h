@@ -75,7 +75,7 @@ private:
     void leave();
     void readLine(std::string_view line);
     void directive(std::string_view line);
-    void define(std::string line);
+    void define(const std::string &line);
     void textLine(std::string_view line);
     bool include(std::string_view line);
     void keepInPlace(std::string_view line);

@@ -85,9 +85,9 @@ private:
     // The loop
     void copyText();
     void copyTextOutsideRows();
-    std::size_t plainTextEnd() const;
-    bool isPlainAfterAll(std::size_t offset, char c) const;
-    unsigned specialCharacters() const;
+    [[nodiscard]] std::size_t plainTextEnd() const;
+    [[nodiscard]] bool isPlainAfterAll(std::size_t offset, char c) const;
+    [[nodiscard]] unsigned specialCharacters() const;
     void translateSpecial();
     void blankLine();
     void bar();

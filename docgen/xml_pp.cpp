@@ -9,7 +9,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 s_largestFile = 64 * 1024 * 1024; // bytes
+constexpr qint64 s_largestFile = qint64{64} * 1024 * 1024; // bytes
 
 bool isBlankText(const QByteArray &bytes)
 {

@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t s_deepestLevel = 4096;
 constexpr qint64 s_mostNodes = 1'000'000; // an attribute takes some two kilobytes in the tree
 constexpr int s_mostAttributes = 256;     // the reader compares each with each
-constexpr qint64 s_mostExpandedText = 64 * 1024 * 1024;
+constexpr qint64 s_mostExpandedText = qint64{64} * 1024 * 1024;
 constexpr qint64 s_longestEntity = 4096; // characters
 
 std::string_view viewOf(const QByteArray &bytes)
@@ -64,10 +64,10 @@ int entityLimit(const QByteArray &bytes)
 int attributeCount(std::string_view text)
 {
     int count = 0;
-    for (std::size_t at = text.find_first_of("\"'>"); at != text.npos && text[at] != '>';
+    for (std::size_t at = text.find_first_of("\"'>"); at != std::string_view::npos && text[at] != '>';
          at = text.find_first_of("\"'>", at + 1)) {
         at = text.find(text[at], at + 1);
-        if (at == text.npos)
+        if (at == std::string_view::npos)
             break;
         ++count;
     }
@@ -76,7 +76,7 @@ int attributeCount(std::string_view text)
 
 bool hasOvercrowdedTag(std::string_view text)
 {
-    for (std::size_t tag = text.find('<'); tag != text.npos;) {
+    for (std::size_t tag = text.find('<'); tag != std::string_view::npos;) {
         const std::size_t next = text.find('<', tag + 1);
         const std::string_view piece = text.substr(tag, next - tag);
         const bool isElement = piece.size() > 1 && piece[1] != '!' && piece[1] != '?';
