@@ -1,0 +1,11 @@
+#include "apiref/doc_gen_c_parser.h"
+
+DocGenSourceBrowserCParser::DocGenSourceBrowserCParser(SourceBrowserModel &model, SourceLineReader &reader)
+    : SourceBrowserCParser(&model), m_reader(reader)
+{
+}
+
+bool DocGenSourceBrowserCParser::readLine(QString &line)
+{
+    return m_reader.readLine(line);
+}

@@ -1,0 +1,405 @@
+#include "sourcebrowser/c_parser.h"
+
+using namespace Qt::StringLiterals;
+using namespace SourceBrowserToken;
+
+namespace {
+
+constexpr int s_deepestContainer = 1000;
+
+int closerOf(int opener)
+{
+    return opener == '(' ? ')' : opener == '[' ? ']' : '}';
+}
+
+QString withoutDirectory(const QString &file)
+{
+    return file.mid(file.lastIndexOf(u'/') + 1);
+}
+
+} // namespace
+
+SourceBrowserCParser::SourceBrowserCParser(SourceBrowserModel *model, SourceBrowserEventInterface *events)
+    : m_model(model), m_events(events)
+{
+}
+
+SourceBrowserCParser::~SourceBrowserCParser() = default;
+
+void SourceBrowserCParser::beginGroup(const QString &) {}
+void SourceBrowserCParser::addResult(const QString &, int, const QString &) {}
+void SourceBrowserCParser::endGroup() {}
+
+void SourceBrowserCParser::parse(const QString &file, const QStringList &fixmeWords)
+{
+    m_file = file;
+    if (m_model)
+        m_model->forget(file);
+    beginGroup("Parsing "_L1 + withoutDirectory(file));
+    reset();
+    m_scanner = std::make_unique<SourceBrowserCScanner>(*this, file, m_events, m_model, m_statistics, fixmeWords);
+    for (Token token = nextWithExtensions(); !token.is(EndOfInput); token = nextWithExtensions())
+        statement(token);
+    switchTo(&m_contexts.front());
+    m_overview = m_scanner->overview();
+    m_overviewComments = m_scanner->overviewComments();
+    m_scanner.reset();
+    endGroup();
+    if (m_model)
+        m_model->setStatistics(file, m_statistics);
+    m_objects = nullptr;
+    m_ownModel.reset();
+}
+
+void SourceBrowserCParser::reset()
+{
+    m_ownModel = m_model ? nullptr : std::make_unique<SourceBrowserModel>();
+    m_objects = m_model ? m_model : m_ownModel.get();
+    m_statistics = {};
+    m_given.reset();
+    m_contexts.clear();
+    m_contexts.emplace_back();
+    m_context = &m_contexts.front();
+    m_context->container = &m_objects->root();
+    m_conditions.clear();
+    m_depth = 0;
+    m_bodyMayBeStray = false;
+}
+
+void SourceBrowserCParser::complain(int line, const QString &message)
+{
+    addResult(m_file, line, message);
+}
+
+SourceBrowserTokenRecord SourceBrowserCParser::next()
+{
+    if (m_given)
+        return *std::exchange(m_given, std::nullopt);
+    return m_scanner->read();
+}
+
+/// The next token that is no compiler extension. Several in a row vanish.
+SourceBrowserTokenRecord SourceBrowserCParser::nextWithExtensions()
+{
+    for (;;) {
+        Token token = next();
+        if (token.word == Word::Extension)
+            continue;
+        if (token.word != Word::ExtensionCall)
+            return token;
+        token = next();
+        if (token.is('(') || token.is('[') || token.is('{'))
+            skipGroup(token);
+        else
+            giveBack(token);
+    }
+}
+
+/// Skips to the closer that matches \a opener. A group in parentheses or brackets that is never
+/// closed ends at a ";".
+void SourceBrowserCParser::skipGroup(const Token &opener)
+{
+    if (opener.is('{'))
+        return skipBraces(1);
+    const int closer = closerOf(opener.code);
+    m_scanner->setKeywordFree(true);
+    int nesting = 1;
+    int braces = 0;
+    while (nesting > 0) {
+        const Token token = next();
+        nesting += token.is(opener.code) - token.is(closer);
+        braces += token.is('{') - token.is('}');
+        if (token.is(EndOfInput) || (token.is(';') && braces <= 0))
+            break;
+        if (token.code >= ConditionalBegin)
+            noteCondition(token);
+    }
+    m_scanner->setKeywordFree(false);
+}
+
+/// Skips the braces that are open to a depth of \a depth. The branches of conditionals share
+/// their braces.
+void SourceBrowserCParser::skipBraces(int depth)
+{
+    m_scanner->setKeywordFree(true);
+    m_scanner->keepLines(false);
+    m_depth = depth;
+    m_bodyMayBeStray = false;
+    while (m_depth > 0) {
+        const Token token = next();
+        if (token.is('{')) {
+            ++m_depth;
+        } else if (token.is('}')) {
+            --m_depth;
+        } else if (token.code >= ConditionalBegin) {
+            noteCondition(token);
+        } else if (token.is(EndOfInput)) {
+            break;
+        } else if (token.column == 0 && endsLostBody(token)) {
+            Token again = token;
+            if (const WordEntry *entry = wordEntry(token.text)) {
+                again.code = entry->code;
+                again.word = entry->word;
+            }
+            giveBack(again);
+            break;
+        }
+    }
+    m_depth = 0;
+    m_scanner->keepLines(true);
+    m_scanner->setKeywordFree(false);
+}
+
+/// Whether \a token, at the start of its line inside braces, can only begin a declaration at file
+/// level: a closing brace was lost.
+bool SourceBrowserCParser::endsLostBody(const Token &token) const
+{
+    if (!token.isIdentifier() || m_pending.column > 0 || isInClass())
+        return false;
+    return m_bodyMayBeStray || token.text == u"typedef" || token.text == u"extern" || token.text == u"namespace";
+}
+
+void SourceBrowserCParser::skipParenthesis()
+{
+    for (Token token = next(); !token.is(EndOfInput) && !token.is(')'); token = next()) {
+        if (token.code >= ConditionalBegin)
+            noteCondition(token);
+    }
+}
+
+void SourceBrowserCParser::skipUntil(int code)
+{
+    for (Token token = next(); !token.is(EndOfInput) && !token.is(code); token = next()) {
+        if (token.is('{') || token.is('('))
+            skipGroup(token);
+        else if (token.is('}'))
+            return giveBack(token);
+        else if (token.code >= ConditionalBegin)
+            noteCondition(token);
+    }
+}
+
+/// Every branch of a conditional begins with the braces that were open before it; after it the
+/// braces are those at the end of its first branch.
+void SourceBrowserCParser::noteCondition(const Token &token)
+{
+    if (token.is(ConditionalBegin)) {
+        m_conditions.push_back({m_context, m_depth, m_declarationNumber, !m_pending.tokens.empty(), false, nullptr, 0});
+        return;
+    }
+    if (m_conditions.empty())
+        return;
+    Condition &condition = m_conditions.back();
+    if (token.is(ConditionalBranch)) {
+        if (!condition.hasBranched) {
+            condition.hasBranched = true;
+            condition.firstContext = m_context;
+            condition.firstDepth = m_depth;
+        }
+        switchTo(condition.context);
+        m_depth = condition.depth;
+        return;
+    }
+    if (condition.hasBranched && m_context->depth != condition.firstContext->depth)
+        switchTo(condition.firstContext);
+    if (condition.hasBranched) {
+        m_depth = condition.firstDepth;
+    } else {
+        m_context->mayBeStray |= m_context->depth > condition.context->depth;
+        m_bodyMayBeStray |= m_depth > condition.depth;
+    }
+    m_conditions.pop_back();
+}
+
+/// Makes \a context the innermost one. The listener hears of containers that are left or entered
+/// again, so that its picture stays balanced.
+void SourceBrowserCParser::switchTo(Context *context)
+{
+    std::vector<Context *> entered;
+    Context *common = context;
+    while (common != m_context) {
+        if (common->depth > m_context->depth) {
+            entered.push_back(common);
+            common = common->parent;
+        } else {
+            closeContext(-1);
+        }
+    }
+    for (; !entered.empty(); entered.pop_back()) {
+        Context *next = entered.back();
+        if (m_events && next->container != m_context->container)
+            m_events->declareContainer(next->phylum, next->container->name(), next->container->name(), {},
+                                       next->container->lines().first);
+        m_context = next;
+    }
+}
+
+/// Skips the other branches of the conditional that began inside the declaration being read.
+void SourceBrowserCParser::skipBranches()
+{
+    const size_t open = m_conditions.size();
+    while (m_conditions.size() >= open) {
+        const Token token = next();
+        if (token.is(EndOfInput))
+            return;
+        if (token.is(ConditionalBegin) || token.is(ConditionalEnd))
+            noteCondition(token);
+    }
+}
+
+SourceBrowserCParser::Context *SourceBrowserCParser::open(Body body, SourceBrowserContainer *container)
+{
+    Context &context = m_contexts.emplace_back();
+    context.body = body;
+    context.parent = m_context;
+    context.container = container;
+    context.depth = m_context->depth + 1;
+    context.scope = container->qualifiedName();
+    context.column = m_pending.column;
+    m_context = &context;
+    return m_context;
+}
+
+/// Leaves the innermost context; its closing brace stands on \a line, counted from 0, or is
+/// missing when that is -1.
+void SourceBrowserCParser::closeContext(int line)
+{
+    const Context &closed = *m_context;
+    m_context = closed.parent;
+    if (closed.body == Body::Block)
+        return;
+    closed.container->settle();
+    if (line >= 0) {
+        SourceBrowserObject::Lines lines = closed.container->lines();
+        lines.last = line;
+        closed.container->setLines(lines);
+    }
+    if (m_events)
+        m_events->endContainer();
+}
+
+/// Reads one statement of the innermost context.
+void SourceBrowserCParser::statement(const Token &first)
+{
+    if (first.code >= ConditionalBegin) {
+        m_pending.tokens.clear();
+        noteCondition(first);
+        if (m_depth > 0)
+            skipBraces(m_depth);
+        return;
+    }
+    m_scanner->releaseLines();
+    closeLostContainers(first);
+    switch (first.code) {
+    case '}':
+        if (m_context->parent) {
+            const Context &closed = *m_context;
+            closeContext(first.line - 1);
+            if (closed.body == Body::Class || closed.body == Body::Structure)
+                afterBody(closed, first);
+        }
+        return;
+    case Using:
+        return skipUntil(';');
+    case Namespace:
+        return namespaceStatement(first);
+    default:
+        break;
+    }
+    if (m_context->body == Body::Structure && !structureToken(first))
+        return;
+    if (first.is(Public) || first.is(Protected) || first.is(Private))
+        return accessLabel(first);
+    if (first.is('{'))
+        return skipGroup(first);
+    const bool begins =
+        first.isIdentifier() || first.is(Scope) || first.is('~') || first.is('[') || first.code >= Class;
+    if (!begins || first.is(Ellipsis) || first.is(Number) || first.is(Skipped))
+        return;
+    if (first.isIdentifier() && bodyStatement(first))
+        return;
+    declaration(first);
+}
+
+/// Complains of what does not belong in a structure behind "typedef". False when \a first is
+/// skipped; what C++ allows there is complained of and read.
+bool SourceBrowserCParser::structureToken(const Token &first)
+{
+    switch (first.code) {
+    case Const:
+    case Volatile:
+    case Identifier:
+    case Union:
+    case Struct:
+    case Enum:
+        return true;
+    default:
+        break;
+    }
+    if (first.is(';') && m_afterBody)
+        return false;
+    complain(first.line, u"Bad struct declaration"_s);
+    return first.is('~') || first.is('[') ||
+           (first.code > 255 && !first.is(Number) && !first.is(Skipped) && !first.is(String));
+}
+
+/// What begins with an identifier and is no declaration. True when it was one.
+bool SourceBrowserCParser::bodyStatement(const Token &first)
+{
+    if (!isInClass())
+        return false;
+    if (first.text == u"Q_PROPERTY" || first.text == u"Q_ENUM" || first.text == u"Q_OVERRIDE") {
+        skipParenthesis();
+        return true;
+    }
+    if (first.text == u"Q_SIGNALS") {
+        accessLabel(first);
+        return true;
+    }
+    return false;
+}
+
+void SourceBrowserCParser::accessLabel(const Token &first)
+{
+    Token token = nextWithExtensions();
+    for (int words = 0; token.isIdentifier() && words < 2; ++words)
+        token = nextWithExtensions();
+    if (!token.is(':'))
+        giveBack(token);
+    if (!isInClass())
+        return;
+    m_context->access = first.is(Private)     ? SourceBrowserObject::Private
+                        : first.is(Protected) ? SourceBrowserObject::Protected
+                                              : SourceBrowserObject::Public;
+    if (m_events)
+        m_events->visibilityChange(m_context->access, first.line - 1);
+}
+
+/// A declaration of the file that begins where the class around it began, left of the class's
+/// members: the class's closing brace was lost.
+void SourceBrowserCParser::closeLostContainers(const Token &first)
+{
+    if (!isInClass())
+        return;
+    if (m_context->memberColumn < 0)
+        m_context->memberColumn = first.column;
+    if (first.is('}') || first.column > 0 || m_context->column > 0)
+        return;
+    const bool beginsDeclaration = first.isIdentifier() || first.code >= Class;
+    const bool fileLevelOnly = first.is(Typedef) || first.is(Extern) || first.is(Namespace);
+    if (m_context->mayBeStray ? beginsDeclaration && m_context->memberColumn > 0
+                              : fileLevelOnly && m_context->memberColumn > 0) {
+        while (isInClass())
+            closeContext(-1);
+    }
+}
+
+bool SourceBrowserCParser::isInClass() const
+{
+    return m_context->body == Body::Class || m_context->body == Body::Structure;
+}
+
+bool SourceBrowserCParser::isTooDeep() const
+{
+    return m_context->depth >= s_deepestContainer;
+}

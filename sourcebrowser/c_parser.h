@@ -1,0 +1,170 @@
+#pragma once
+
+#include "sourcebrowser/c_scanner.h"
+#include "sourcebrowser/declarators.h"
+#include "sourcebrowser/model.h"
+#include "sourcebrowser/pending_declaration.h"
+
+#include <deque>
+#include <optional>
+
+/// Recognises the declarations of one header after the other, without preprocessing: stores them
+/// in the model and tells a listener of them. Nothing that a header holds stops it or makes it
+/// throw; what it cannot fit is skipped to the end of that declaration.
+class SourceBrowserCParser : public SourceBrowserLineIterator
+{
+public:
+    /// Borrows both; each may be null. Without a model macros are not captured.
+    explicit SourceBrowserCParser(SourceBrowserModel *model, SourceBrowserEventInterface *events = nullptr);
+    ~SourceBrowserCParser() override;
+
+    /// Reads one file, whose lines come from readLine(). What the model held from a file of that
+    /// name is forgotten.
+    void parse(const QString &file, const QStringList &fixmeWords = {});
+
+    virtual void beginGroup(const QString &text);
+    /// A complaint about \a file; \a line is counted from 1.
+    virtual void addResult(const QString &file, int line, const QString &message);
+    virtual void endGroup();
+
+    /// The overview comments of the last file, one after the other.
+    [[nodiscard]] const QString &overview() const { return m_overview; }
+    [[nodiscard]] const std::vector<SourceBrowserOverviewComment> &overviewComments() const
+    {
+        return m_overviewComments;
+    }
+    [[nodiscard]] const SourceBrowserLineStatistics &statistics() const { return m_statistics; }
+    [[nodiscard]] SourceBrowserModel *model() const { return m_model; }
+
+private:
+    using Token = SourceBrowserTokenRecord;
+    using Pending = SourceBrowserPendingDeclaration;
+
+    enum class Body
+    {
+        File,
+        Block,
+        Namespace,
+        Class,
+        Structure
+    };
+
+    /// An open pair of braces whose content is read. Chained from the inside out.
+    struct Context
+    {
+        Body body = Body::File;
+        Context *parent = nullptr;
+        SourceBrowserContainer *container = nullptr;
+        SourceBrowserObject::Access access = SourceBrowserObject::Public; ///< of the members to come
+        int depth = 0;
+        int column = 0;          ///< where the declaration began
+        int memberColumn = -1;   ///< where the first member began
+        bool mayBeStray = false; ///< opened in a conditional that ended without closing it
+        QString scope;           ///< of the members
+        SourceBrowserObject::Phylum phylum = SourceBrowserObject::Unknown; ///< as listeners were told
+        // For the declarators after the closing brace:
+        QString composedType;
+        int line = 0; ///< counted from 0
+        bool isTypedef = false;
+        bool isStatic = false;
+        bool isNamed = false;
+    };
+
+    /// A conditional directive that is open.
+    struct Condition
+    {
+        Context *context;
+        int depth;             ///< of braces that are skipped
+        qsizetype declaration; ///< the one that was being read
+        bool insideDeclaration;
+        bool hasBranched = false;
+        Context *firstContext = nullptr; ///< at the end of the first branch
+        int firstDepth = 0;
+    };
+
+    // Tokens: c_parser.cpp.
+    Token next();
+    Token nextWithExtensions();
+    void skipGroup(const Token &opener);
+    void skipBraces(int depth);
+    bool endsLostBody(const Token &token) const;
+    void skipParenthesis();
+    void skipUntil(int code);
+    void noteCondition(const Token &token);
+    void switchTo(Context *context);
+    void skipBranches();
+    void giveBack(const Token &token) { m_given = token; }
+    void reset();
+    void complain(int line, const QString &message);
+
+    // Statements: c_parser.cpp.
+    void statement(const Token &first);
+    bool bodyStatement(const Token &first);
+    bool structureToken(const Token &first);
+    void accessLabel(const Token &first);
+    void closeLostContainers(const Token &first);
+    void closeContext(int line);
+    Context *open(Body body, SourceBrowserContainer *container);
+    [[nodiscard]] bool isTooDeep() const;
+    [[nodiscard]] bool isInClass() const;
+
+    // Declarations: c_parser_declarations.cpp.
+    void declaration(const Token &first);
+    void begin(const Token &first);
+    bool collect(const Token &token);
+    bool branchInDeclaration(const Token &token);
+    bool templateParameters(const Token &keyword);
+    bool initialiser(const Token &equals);
+    bool constructorInitialisers();
+    bool braceInDeclaration(const Token &brace);
+    void finishWithBody(const Token &brace);
+    void finish();
+    void endDeclaration();
+    void restoreComment();
+    void attachComment(SourceBrowserObject &object, int line);
+    void place(SourceBrowserObject &object, int line);
+    void declareObject(const SourceBrowserDeclarator &declarator, bool takesComment);
+    void declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment, const Token *brace);
+    void addMethod(SourceBrowserContainer &container, std::unique_ptr<SourceBrowserMethod> method);
+    void matchDefinition(const SourceBrowserDeclarator &declarator, const QString &scope,
+                         const SourceBrowserObject::Lines &lines);
+    [[nodiscard]] QString className() const;
+
+    // Containers: c_parser_containers.cpp.
+    void namespaceStatement(const Token &first);
+    void classBody();
+    void enumBody(const Token &brace);
+    int enumerators(SourceBrowserEnum &enumeration);
+    void afterBody(const Context &closed, const Token &brace);
+    void continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed, const Token &brace);
+    bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
+    [[nodiscard]] QString composedType(const Token &keyword, const QString &name) const;
+    [[nodiscard]] bool opensClass() const;
+    [[nodiscard]] QString headName(size_t from) const;
+    [[nodiscard]] std::vector<SourceBrowserBaseClass> baseClasses(size_t from) const;
+    SourceBrowserContainer *merge(std::unique_ptr<SourceBrowserContainer> container);
+
+    SourceBrowserModel *m_model;
+    std::unique_ptr<SourceBrowserModel> m_ownModel; ///< stands in when there is none
+    SourceBrowserModel *m_objects = nullptr;        ///< the one of the two that is used
+    SourceBrowserEventInterface *m_events;
+    std::unique_ptr<SourceBrowserCScanner> m_scanner;
+    SourceBrowserLineStatistics m_statistics;
+    QString m_file;
+    QString m_overview;
+    std::vector<SourceBrowserOverviewComment> m_overviewComments;
+
+    std::optional<Token> m_given; ///< the next token, read before
+    std::deque<Context> m_contexts;
+    Context *m_context = nullptr;
+    std::vector<Condition> m_conditions;
+    int m_depth = 0; ///< of the braces that are being skipped
+    qsizetype m_declarationNumber = 0;
+    bool m_bodyMayBeStray = false;
+    Pending m_pending;
+    SourceBrowserDeclaratorReader m_reader;
+    bool m_afterBody = false;                  ///< the last declaration ended with a body
+    QString m_composedType;                    ///< what the Composed token in m_pending looks into
+    SourceBrowserObject *m_composed = nullptr; ///< the type whose declarators are being read
+    bool m_composedIsNamed = false;
+};

@@ -1,0 +1,387 @@
+#include "sourcebrowser/c_parser.h"
+
+using namespace Qt::StringLiterals;
+using namespace SourceBrowserToken;
+
+/// Reads a declaration that begins with \a first.
+void SourceBrowserCParser::declaration(const Token &first)
+{
+    begin(first);
+    bool goesOn = collect(first);
+    while (goesOn) {
+        const Token token = nextWithExtensions();
+        goesOn = collect(token);
+    }
+}
+
+void SourceBrowserCParser::begin(const Token &first)
+{
+    ++m_declarationNumber;
+    std::vector<Token> tokens = std::move(m_pending.tokens);
+    tokens.clear();
+    m_pending = {};
+    m_pending.tokens = std::move(tokens);
+    m_pending.line = first.line - 1;
+    m_pending.column = first.column;
+    m_pending.comment = std::move(m_scanner->pendingComment());
+    m_scanner->pendingComment().clear();
+}
+
+/// Takes one more token of the declaration. False when the declaration has ended.
+bool SourceBrowserCParser::collect(const Token &token)
+{
+    switch (token.code) {
+    case EndOfInput:
+        finish();
+        return false;
+    case ';':
+        if (m_pending.isOldStyle()) {
+            m_pending.tokens.push_back(token);
+            return true;
+        }
+        finish();
+        return false;
+    case '}':
+        giveBack(token);
+        finish();
+        return false;
+    case '{':
+        if (m_pending.parentheses == 0)
+            return braceInDeclaration(token);
+        skipGroup(token); // part of a default argument
+        return true;
+    case ConditionalBegin:
+    case ConditionalEnd:
+        noteCondition(token);
+        return true;
+    case ConditionalBranch:
+        return branchInDeclaration(token);
+    case '=':
+        if (m_pending.parentheses == 0 && !m_pending.endsWith(Operator) && !m_pending.isOperator())
+            return initialiser(token);
+        break;
+    case ':':
+        if (m_pending.parentheses == 0 && m_pending.endsWith(')') && m_pending.key < 0)
+            return constructorInitialisers();
+        if (m_pending.tokens.size() == 1 && m_context->body == Body::Class) { // a section of somebody's own
+            endDeclaration();
+            return false;
+        }
+        break;
+    case Template:
+        if (m_pending.parentheses == 0 && !m_pending.endsWith(Scope))
+            return templateParameters(token);
+        break;
+    case Using:
+    case Namespace:
+        if (m_pending.parentheses == 0) {
+            finish();
+            giveBack(token);
+            return false;
+        }
+        break;
+    default:
+        break;
+    }
+    if (m_pending.restartsWith(token, m_scanner->pendingComment().isPresent())) {
+        if (!m_scanner->pendingComment().isPresent())
+            m_scanner->pendingComment() = std::move(m_pending.comment);
+        begin(token);
+    }
+    m_pending.note(token);
+    return true;
+}
+
+/// "#else" inside a declaration: only the first branch counts when the conditional began inside
+/// it; otherwise the declaration ends here, and the next branch has its own.
+bool SourceBrowserCParser::branchInDeclaration(const Token &token)
+{
+    if (!m_conditions.empty() && m_conditions.back().declaration == m_declarationNumber &&
+        m_conditions.back().insideDeclaration) {
+        skipBranches();
+        return true;
+    }
+    finish();
+    noteCondition(token);
+    return false;
+}
+
+/// Passes over "<...>" after "template".
+bool SourceBrowserCParser::templateParameters(const Token &keyword)
+{
+    Token token = nextWithExtensions();
+    if (!token.is('<')) {
+        giveBack(token);
+        return true; // an explicit instantiation
+    }
+    int nesting = 1;
+    while (nesting > 0) {
+        token = next();
+        if (token.is(EndOfInput) || token.is(';') || token.is('{') || token.is('}')) {
+            giveBack(token);
+            return true;
+        }
+        if (token.is('(') || token.is('['))
+            skipGroup(token);
+        else if (token.code >= ConditionalBegin)
+            noteCondition(token);
+        nesting += token.is('<') - token.is('>');
+    }
+    if (m_pending.tokens.empty())
+        m_pending.column = keyword.column;
+    return true;
+}
+
+/// Skips an initialiser up to the "," or ";" after it and keeps its first token.
+bool SourceBrowserCParser::initialiser(const Token &equals)
+{
+    m_pending.tokens.push_back(equals);
+    m_pending.isInitialised = true;
+    for (bool isFirst = true;; isFirst = false) {
+        const Token token = nextWithExtensions();
+        switch (token.code) {
+        case ',':
+        case ';':
+        case '}':
+        case EndOfInput:
+        case ConditionalBranch:
+            return collect(token);
+        case '(':
+        case '[':
+        case '{':
+            skipGroup(token);
+            break;
+        case ConditionalBegin:
+        case ConditionalEnd:
+            noteCondition(token);
+            break;
+        default:
+            if (isFirst)
+                m_pending.tokens.push_back(token);
+            break;
+        }
+    }
+}
+
+/// Passes over what a constructor initialises, up to its body.
+bool SourceBrowserCParser::constructorInitialisers()
+{
+    int previous = 0;
+    for (;;) {
+        const Token token = nextWithExtensions();
+        if (token.is('{') && previous != Identifier && previous != '>') {
+            finishWithBody(token);
+            return false;
+        }
+        if (token.is(';') || token.is('}') || token.is(EndOfInput) || token.is(ConditionalBranch))
+            return collect(token);
+        if (token.is('(') || token.is('[') || token.is('{'))
+            skipGroup(token);
+        else if (token.code >= ConditionalBegin)
+            noteCondition(token);
+        if (token.code < ConditionalBegin)
+            previous = token.code;
+    }
+}
+
+/// A "{" outside brackets: a container, an enumeration, a body or an initialiser.
+bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
+{
+    if (m_pending.isLanguageBlock()) {
+        restoreComment();
+        open(Body::Block, m_context->container);
+        return false;
+    }
+    if (m_pending.key >= 0 && opensClass()) {
+        if (m_pending.tokens[static_cast<size_t>(m_pending.key)].is(Enum)) {
+            enumBody(brace);
+            return false;
+        }
+        if (!isTooDeep()) {
+            classBody();
+            return false;
+        }
+        skipGroup(brace);
+        return true;
+    }
+    if (m_pending.groupEnd >= 0) {
+        finishWithBody(brace);
+        return false;
+    }
+    // "int value {3};" or a macro that stands before braces
+    skipGroup(brace);
+    m_pending.isInitialised = true;
+    return m_pending.tokens.size() > 1;
+}
+
+void SourceBrowserCParser::finishWithBody(const Token &brace)
+{
+    std::vector<SourceBrowserDeclarator> declarators;
+    if (!m_pending.isFriend)
+        declarators = m_reader.read(m_pending.tokens, className(), m_pending.isTypedef);
+    if (!declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Function)
+        declareFunction(declarators.front(), true, &brace);
+    else
+        skipGroup(brace);
+    endDeclaration();
+    m_afterBody = true;
+}
+
+/// Declares what was collected.
+void SourceBrowserCParser::finish()
+{
+    if (m_pending.isFriend || m_pending.tokens.empty())
+        return endDeclaration();
+    bool isFirst = true;
+    QString newName;
+    for (SourceBrowserDeclarator &declarator : m_reader.read(m_pending.tokens, className(), m_pending.isTypedef)) {
+        if (!newName.isEmpty() && !m_composedIsNamed) { // `*B` in `typedef struct {...} A, *B;` is an `A *`
+            const qsizetype removed = m_composedType.size();
+            declarator.type.text.replace(0, removed, newName);
+            if (declarator.type.insertion >= 0)
+                declarator.type.insertion += static_cast<int>(newName.size() - removed);
+        }
+        if (declarator.kind == SourceBrowserDeclarator::Function) {
+            declareFunction(declarator, isFirst, nullptr);
+        } else if (m_composed && isFirst && m_pending.isTypedef && declarator.isBarePlainName) {
+            newName = declarator.name;
+            m_objects->rename(*m_composed, newName);
+        } else if (declarator.kind == SourceBrowserDeclarator::Object && !isComposedMacro(declarator)) {
+            declareObject(declarator, isFirst);
+        }
+        isFirst = false;
+    }
+    endDeclaration();
+}
+
+/// Comments inside the declaration are gone; one that it did not take waits on.
+void SourceBrowserCParser::endDeclaration()
+{
+    restoreComment();
+    m_pending.tokens.clear();
+    m_afterBody = false;
+}
+
+void SourceBrowserCParser::restoreComment()
+{
+    m_scanner->pendingComment() = std::move(m_pending.comment);
+    m_pending.comment.clear();
+}
+
+QString SourceBrowserCParser::className() const
+{
+    return isInClass() ? m_context->container->name() : QString();
+}
+
+void SourceBrowserCParser::attachComment(SourceBrowserObject &object, int line)
+{
+    if (!m_pending.comment.reaches(line))
+        return;
+    object.setDocumentation(m_pending.comment.text(), m_pending.comment.firstLine());
+    m_pending.comment.clear();
+}
+
+void SourceBrowserCParser::place(SourceBrowserObject &object, int line)
+{
+    object.setAccess(m_context->access);
+    object.setScope(m_context->scope);
+    object.setDeclarationFile(m_file);
+    object.setLines({line, -1, -1, -1});
+}
+
+void SourceBrowserCParser::declareObject(const SourceBrowserDeclarator &declarator, bool takesComment)
+{
+    const auto phylum = m_pending.isTypedef ? SourceBrowserObject::Typedef : SourceBrowserObject::Variable;
+    auto variable = std::make_unique<SourceBrowserVariable>(phylum, declarator.name, declarator.type);
+    place(*variable, m_pending.line);
+    SourceBrowserObject::Lines lines = variable->lines();
+    lines.last = m_scanner->line() - 1;
+    variable->setLines(lines);
+    variable->isStatic = m_pending.isStatic;
+    variable->isInitialised = m_pending.isInitialised;
+    if (takesComment)
+        attachComment(*variable, m_pending.line);
+    if (m_events)
+        m_events->declareObject(phylum, declarator.name, variable->description(), m_pending.line);
+    m_objects->add(*m_context->container, std::move(variable));
+}
+
+/// Declares a function; with \a brace, skips its body first.
+void SourceBrowserCParser::declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment,
+                                           const Token *brace)
+{
+    SourceBrowserContainer &container = *m_context->container; // the body's conditionals may change the context
+    auto method = std::make_unique<SourceBrowserMethod>(declarator.name, declarator.type);
+    method->setArguments(declarator.arguments);
+    place(*method, m_pending.line);
+    method->isStatic = m_pending.isStatic;
+    method->isVirtual = m_pending.isVirtual;
+    method->isConst = declarator.isConst;
+    method->isPure = declarator.isPure;
+    method->isDeleted = declarator.isDeleted;
+    if (m_events)
+        m_events->declareContainer(SourceBrowserObject::Method, declarator.name, method->description(), {},
+                                   m_pending.line);
+    SourceBrowserObject::Lines lines = method->lines();
+    if (brace) {
+        lines.bodyFirst = brace->line - 1;
+        skipGroup(*brace);
+        lines.bodyLast = m_scanner->line() - 1;
+        method->setDefinitionFile(m_file);
+    } else {
+        lines.last = m_scanner->line() - 1;
+    }
+    method->setLines(lines);
+    if (m_events)
+        m_events->endContainer();
+    if (!declarator.qualifier.isEmpty())
+        return matchDefinition(declarator, method->scope(), lines);
+    if (takesComment)
+        attachComment(*method, brace ? lines.bodyFirst : m_pending.line);
+    addMethod(container, std::move(method));
+}
+
+/// Adds \a method; a virtual one takes the place of one with the same name and keeps its body.
+void SourceBrowserCParser::addMethod(SourceBrowserContainer &container, std::unique_ptr<SourceBrowserMethod> method)
+{
+    const SourceBrowserMethod *older = method->isVirtual ? container.method(method->name()) : nullptr;
+    if (older) {
+        SourceBrowserObject::Lines lines = method->lines();
+        if (lines.bodyFirst < 0) {
+            lines.bodyFirst = older->lines().bodyFirst;
+            lines.bodyLast = older->lines().bodyLast;
+            method->setDefinitionFile(older->definitionFile());
+        }
+        method->setLines(lines);
+        if (method->documentation().isEmpty())
+            method->setDocumentation(older->documentation(), older->documentationLine());
+        m_objects->take(container, *older);
+    }
+    m_objects->add(container, std::move(method));
+}
+
+/// A definition outside its class: its lines go to the declaration in the class.
+void SourceBrowserCParser::matchDefinition(const SourceBrowserDeclarator &declarator, const QString &scope,
+                                           const SourceBrowserObject::Lines &lines)
+{
+    QString name = declarator.qualifier;
+    name.replace("::"_L1, "."_L1);
+    if (name.startsWith(u'.'))
+        name.remove(0, 1);
+    SourceBrowserContainer *container = scope.isEmpty() ? nullptr : m_objects->container(scope + u'.' + name);
+    if (!container)
+        container = m_objects->container(name);
+    if (!container)
+        return complain(m_pending.line + 1, "Class "_L1 + declarator.qualifier + " not found"_L1);
+    SourceBrowserMethod *method = container->method(declarator.name);
+    if (!method)
+        return complain(m_pending.line + 1,
+                        "Method "_L1 + declarator.name + " not found in class "_L1 + declarator.qualifier);
+    if (lines.bodyFirst < 0)
+        return;
+    SourceBrowserObject::Lines updated = method->lines();
+    updated.bodyFirst = lines.bodyFirst;
+    updated.bodyLast = lines.bodyLast;
+    method->setLines(updated);
+    method->setDefinitionFile(m_file);
+}

@@ -1,0 +1,177 @@
+#include "sourcebrowser/model.h"
+
+#include <algorithm>
+#include <functional>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Calls \a visit for every object under \a root in order of declaration: a container before its members.
+void visitAll(const SourceBrowserContainer &root, const std::function<void(SourceBrowserObject *)> &visit)
+{
+    struct Place
+    {
+        const SourceBrowserContainer *container;
+        size_t next;
+    };
+    std::vector<Place> open = {{&root, 0}};
+    while (!open.empty()) {
+        const SourceBrowserContainer::Members &members = open.back().container->members();
+        if (open.back().next == members.size()) {
+            open.pop_back();
+            continue;
+        }
+        SourceBrowserObject *member = members[open.back().next++].get();
+        if (!member)
+            continue;
+        visit(member);
+        if (const auto *container = dynamic_cast<const SourceBrowserContainer *>(member))
+            open.push_back({container, 0});
+    }
+}
+
+void keepFirst(QHash<QString, const SourceBrowserObject *> &table, const QString &key,
+               const SourceBrowserObject *object)
+{
+    const SourceBrowserObject *&entry = table[key];
+    if (!entry)
+        entry = object;
+}
+
+void sortByQualifiedName(SourceBrowserModel::Collection &collection)
+{
+    std::vector<std::pair<QString, const SourceBrowserObject *>> keyed;
+    keyed.reserve(collection.size());
+    for (const SourceBrowserObject *object : collection)
+        keyed.emplace_back(object->qualifiedName(), object);
+    std::stable_sort(keyed.begin(), keyed.end(),
+                     [](const auto &one, const auto &other) { return one.first < other.first; });
+    std::transform(keyed.begin(), keyed.end(), collection.begin(), [](const auto &entry) { return entry.second; });
+}
+
+} // namespace
+
+SourceBrowserModel::SourceBrowserModel() : m_root(SourceBrowserObject::Namespace) {}
+
+void SourceBrowserModel::Collections::file(const SourceBrowserObject *object)
+{
+    if (dynamic_cast<const SourceBrowserContainer *>(object))
+        containers.push_back(object);
+    else if (dynamic_cast<const SourceBrowserMethod *>(object))
+        functions.push_back(object);
+    else if (dynamic_cast<const SourceBrowserVariable *>(object))
+        variables.push_back(object);
+    else if (dynamic_cast<const SourceBrowserEnum *>(object))
+        enumerations.push_back(object);
+    else
+        macros.push_back(object);
+    keepFirst(byName, object->name(), object);
+    keepFirst(byQualifiedName, object->qualifiedName(), object);
+}
+
+const SourceBrowserModel::Collections &SourceBrowserModel::collections() const
+{
+    if (!m_collections) {
+        m_collections = std::make_unique<Collections>();
+        visitAll(m_root, [this](SourceBrowserObject *object) { m_collections->file(object); });
+        for (Collection *collection :
+             {&m_collections->containers, &m_collections->functions, &m_collections->variables, &m_collections->macros})
+            sortByQualifiedName(*collection);
+    }
+    return *m_collections;
+}
+
+const SourceBrowserObject *SourceBrowserModel::find(QStringView name) const
+{
+    QString key = name.toString();
+    key.replace("::"_L1, "."_L1);
+    if (const SourceBrowserObject *object = collections().byQualifiedName.value(key))
+        return object;
+    return collections().byName.value(key);
+}
+
+SourceBrowserContainer *SourceBrowserModel::container(const QString &qualifiedName) const
+{
+    return m_containers.value(qualifiedName);
+}
+
+SourceBrowserObject &SourceBrowserModel::add(SourceBrowserContainer &parent,
+                                             std::unique_ptr<SourceBrowserObject> member)
+{
+    m_collections.reset();
+    SourceBrowserObject &added = parent.add(std::move(member));
+    if (auto *container = dynamic_cast<SourceBrowserContainer *>(&added))
+        m_containers.insert(container->qualifiedName(), container);
+    return added;
+}
+
+std::unique_ptr<SourceBrowserObject> SourceBrowserModel::take(SourceBrowserContainer &parent,
+                                                              const SourceBrowserObject &member)
+{
+    m_collections.reset();
+    if (dynamic_cast<const SourceBrowserContainer *>(&member)) {
+        const auto known = m_containers.constFind(member.qualifiedName());
+        if (known != m_containers.constEnd() && *known == &member)
+            m_containers.erase(known);
+    }
+    return parent.take(member);
+}
+
+void SourceBrowserModel::rename(SourceBrowserObject &object, const QString &name)
+{
+    m_collections.reset();
+    auto *container = dynamic_cast<SourceBrowserContainer *>(&object);
+    const auto forgetKey = [this](SourceBrowserContainer *member) {
+        const auto known = m_containers.constFind(member->qualifiedName());
+        if (known != m_containers.constEnd() && *known == member)
+            m_containers.erase(known);
+    };
+    if (!container)
+        return object.setName(name);
+    forgetKey(container);
+    object.setName(name);
+    m_containers.insert(container->qualifiedName(), container);
+    QString scope;
+    const SourceBrowserContainer *scopeOwner = nullptr;
+    visitAll(*container, [&](SourceBrowserObject *member) {
+        if (member->container() != scopeOwner) {
+            scopeOwner = member->container();
+            scope = scopeOwner->qualifiedName();
+        }
+        auto *nested = dynamic_cast<SourceBrowserContainer *>(member);
+        if (nested)
+            forgetKey(nested);
+        member->setScope(scope);
+        if (nested)
+            m_containers.insert(nested->qualifiedName(), nested);
+    });
+}
+
+void SourceBrowserModel::forget(const QString &file)
+{
+    std::vector<SourceBrowserObject *> declaredHere;
+    visitAll(m_root, [&](SourceBrowserObject *object) {
+        if (object->declarationFile() == file)
+            declaredHere.push_back(object);
+    });
+    // Backwards, so that a container is looked at when its own members are gone.
+    for (auto object = declaredHere.rbegin(); object != declaredHere.rend(); ++object) {
+        SourceBrowserContainer &parent = *(*object)->container();
+        if (auto *container = dynamic_cast<SourceBrowserContainer *>(*object)) {
+            container->settle();
+            if (!container->members().empty())
+                continue;
+        }
+        take(parent, **object);
+    }
+    m_root.settle();
+    for (SourceBrowserContainer *container : std::as_const(m_containers))
+        container->settle();
+    m_statistics.remove(file);
+}
+
+void SourceBrowserModel::setStatistics(const QString &file, const SourceBrowserLineStatistics &statistics)
+{
+    m_statistics.insert(file, statistics);
+}

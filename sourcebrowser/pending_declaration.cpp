@@ -1,0 +1,95 @@
+#include "sourcebrowser/pending_declaration.h"
+
+#include <algorithm>
+
+using namespace SourceBrowserToken;
+
+void SourceBrowserPendingDeclaration::note(const Token &token)
+{
+    const bool outside = parentheses == 0;
+    switch (token.code) {
+    case '(':
+    case '[':
+        ++parentheses;
+        break;
+    case ')':
+    case ']':
+        parentheses = std::max(0, parentheses - 1);
+        if (parentheses == 0 && token.is(')'))
+            groupEnd = static_cast<int>(tokens.size());
+        break;
+    case Class:
+    case Struct:
+    case Union:
+    case Enum:
+        if (outside && !(token.is(Class) && endsWith(Enum)) && !(token.is(Struct) && endsWith(Enum)))
+            key = static_cast<int>(tokens.size());
+        break;
+    case Typedef:
+        isTypedef |= outside;
+        break;
+    case Static:
+    case Register:
+        isStatic |= outside;
+        break;
+    case Virtual:
+        isVirtual |= outside;
+        break;
+    case Friend:
+        isFriend |= outside;
+        break;
+    default:
+        break;
+    }
+    tokens.push_back(token);
+}
+
+bool SourceBrowserPendingDeclaration::isOperator() const
+{
+    for (size_t back = 1; back <= 3 && back <= tokens.size(); ++back) {
+        const Token &token = tokens[tokens.size() - back];
+        if (token.is(Operator))
+            return true;
+        if (token.isIdentifier() || token.is('('))
+            return false;
+    }
+    return false;
+}
+
+bool SourceBrowserPendingDeclaration::isLanguageBlock() const
+{
+    return endsWith(String) && (tokens.size() == 1 || tokens[tokens.size() - 2].is(Extern));
+}
+
+bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, bool commentBetween) const
+{
+    if (tokens.empty() || parentheses > 0 || token.line == tokens.back().line)
+        return false;
+    const bool startsStatement = token.is(Typedef) || token.is(Extern) || token.is(Static);
+    if (!startsStatement && !commentBetween && token.line - tokens.back().line < 2)
+        return false;
+    // Words and calls only: "BEGIN_DECLARATIONS", "DECLARE(name)".
+    const Token &front = tokens.front();
+    if (!front.isIdentifier() || front.word != Word::Plain)
+        return false;
+    if (tokens.size() == 1)
+        return std::none_of(front.text.begin(), front.text.end(), [](QChar unit) { return unit.isLower(); });
+    return tokens[1].is('(') && groupEnd == static_cast<int>(tokens.size()) - 1;
+}
+
+bool SourceBrowserPendingDeclaration::isOldStyle() const
+{
+    // "int f(a, b) int a; char *b; {": names only in parentheses, then declarations of them.
+    const int size = static_cast<int>(tokens.size());
+    if (groupEnd < 2 || groupEnd + 2 >= size || parentheses > 0 || isTypedef)
+        return false;
+    int at = groupEnd - 1;
+    while (at > 0 && !tokens[static_cast<size_t>(at)].is('(')) {
+        const Token &token = tokens[static_cast<size_t>(at--)];
+        if (!token.is(',') && (!token.isIdentifier() || token.word != Word::Plain))
+            return false;
+    }
+    const Token &last = tokens.back();
+    const auto named = [&last](const Token &token) { return token.text == last.text; };
+    return last.isIdentifier() && std::any_of(tokens.begin() + at, tokens.begin() + groupEnd, named);
+}
