@@ -129,6 +129,22 @@ void removeDecoration(std::vector<std::string_view> &lines)
     }
 }
 
+std::string overviewMarkup(std::string_view text)
+{
+    const std::size_t firstEnd = std::min(text.find('\n'), text.size());
+    std::vector<std::string_view> lines;
+    for (std::size_t begin = firstEnd; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin + 1), text.size());
+        lines.push_back(text.substr(begin + 1, end - begin - 1));
+        begin = end;
+    }
+    removeDecoration(lines);
+    std::string markup(text.substr(0, firstEnd));
+    for (const std::string_view line : lines)
+        markup.append("\n").append(line);
+    return markup;
+}
+
 std::string commentMarkup(std::string_view comment, std::string_view name)
 {
     std::vector<std::string_view> lines = innerLines(comment);

@@ -13,6 +13,10 @@
 /// has one.
 void removeDecoration(std::vector<std::string_view> &lines);
 
+/// The markup in one overview comment, of which \a text is what follows the marks it begins
+/// with: its lines without decoration. Line n of the result is line n of the text.
+[[nodiscard]] std::string overviewMarkup(std::string_view text);
+
 /// The markup in \a comment, the documentation comment of the declaration \a name: the inner
 /// lines without decoration, joined by "\n". A code block without a language is one of C, its
 /// lines lose the indentation of the first, and `\this` stands for the name. Line n of the

@@ -1,5 +1,6 @@
 #include "docgen/doc_gen.h"
 
+#include "apiref/reference_pages.h"
 #include "docgen/scheme_files.h"
 #include "docgen/shared_tables.h"
 #include "docgen/source_reader.h"
@@ -23,7 +24,7 @@ void DocGen::setMessageSink(MessageSink sink)
 }
 
 void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
-                 OutputRecords &records, const QString &outputFormat, const QStringList & /*exclusions*/)
+                 OutputRecords &records, const QString &outputFormat, const QStringList &exclusions)
 {
     m_outputFormat = outputFormat;
     SharedTables::docObjects.clear();
@@ -33,6 +34,8 @@ void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const Q
     m_outputDirectory = outputDirectory;
     if (input.completeSuffix() == u"dg"_s)
         documentMarkup(macros, input);
+    else if (input.completeSuffix() == u"h"_s)
+        documentHeader(input, exclusions);
 }
 
 /// Loads the definitions beside \a input and reports those that are malformed.
@@ -64,16 +67,24 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     SourceDocument document = SourceReader(macros, format).read(input);
     Report report(document.text(), document.map, m_sink);
     HtmlBlocks blocks;
-    Contents contents;
     Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
     if (const auto title = document.titles.find(std::string_view()); title != document.titles.end())
         pages.setDocumentTitle(title->second);
     const CrossReferences references(document.titles, document.titleTargets, nullptr);
     IconTable icons(m_outputDirectory);
-    Translator translator(document.text(), {blocks, pages, contents, references, report, m_messageMap, m_properties,
+    Translator translator(document.text(), {blocks, pages, m_contents, references, report, m_messageMap, m_properties,
                                             icons, nullptr, format, m_baseHeadingLevel});
     translator.translate();
-    contents.closeAll();
+    m_contents.closeAll();
     pages.flush();
-    m_records->push_back({m_outputDirectory + u'/' + input.baseName() + u".xml"_s, QString(), contentsText(contents)});
+    m_records->push_back(
+        {m_outputDirectory + u'/' + input.baseName() + u".xml"_s, QString(), contentsText(m_contents)});
+}
+
+void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
+{
+    loadDefinitions(input);
+    ReferencePages pages(input, {*m_records, m_contents, m_messageMap, m_properties, m_sink, m_outputDirectory,
+                                 m_outputFormat.toStdString(), m_splitFlag != 0, m_baseHeadingLevel});
+    pages.make(exclusions);
 }

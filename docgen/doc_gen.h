@@ -1,6 +1,7 @@
 #pragma once
 
 #include "docgen/action_names.h"
+#include "docgen/contents.h"
 #include "docgen/output_record.h"
 #include "docgen/properties.h"
 #include "docgen/report.h"
@@ -44,11 +45,13 @@ public:
 private:
     void loadDefinitions(const Path &input);
     void documentMarkup(MacroContext *macros, const Path &input);
+    void documentHeader(const Path &input, const QStringList &exclusions);
 
     QString m_outputDirectory;
     OutputRecords *m_records = nullptr; // the caller's
     int m_splitFlag = 1;
     int m_baseHeadingLevel = 0;
     QString m_outputFormat = QStringLiteral("html");
+    Contents m_contents; // of all runs of this object
     MessageSink m_sink = printMessage;
 };

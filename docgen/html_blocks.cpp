@@ -73,6 +73,13 @@ void HtmlBlocks::clear()
 {
     m_text.clear();
     m_blockStart = 0;
+    m_firstParagraphBegin = 0;
+    m_firstParagraphEnd = 0;
+}
+
+std::string_view HtmlBlocks::firstParagraph() const
+{
+    return std::string_view(m_text).substr(m_firstParagraphBegin, m_firstParagraphEnd - m_firstParagraphBegin);
 }
 
 void HtmlBlocks::openParagraph()
@@ -84,6 +91,7 @@ void HtmlBlocks::openParagraph()
     m_text += '<';
     m_text += m_paragraphTag;
     append(">");
+    m_paragraphBegin = m_text.size();
 }
 
 void HtmlBlocks::openTable(std::string_view columns, std::string_view widths, std::string_view spacing)
@@ -114,6 +122,10 @@ void HtmlBlocks::close()
         "", "", "</li></ul>", "</dd></dl>", "</li></ol>", "", "</td></tr></table>", "</td></tr></table>",
     };
     if (m_mode == BlockMode::Paragraph) {
+        if (m_firstParagraphEnd == 0) {
+            m_firstParagraphBegin = m_paragraphBegin;
+            m_firstParagraphEnd = m_text.size();
+        }
         m_text += "</";
         m_text += m_paragraphTag;
         m_text += '>';

@@ -50,6 +50,9 @@ public:
     /// that was there when the block, list entry or cell began.
     void dropWhiteSpace(std::size_t count);
 
+    /// The inside of the first paragraph of the page that has been closed; empty without one.
+    [[nodiscard]] std::string_view firstParagraph() const;
+
     /// Empties the page. Does not close the open block.
     void clear();
 
@@ -65,6 +68,9 @@ private:
     std::string m_paragraphTag;
     std::string_view m_rowEnd;
     std::size_t m_blockStart = 0;
+    std::size_t m_paragraphBegin = 0;      // of the paragraph opened last
+    std::size_t m_firstParagraphBegin = 0; // both are 0 before there is one
+    std::size_t m_firstParagraphEnd = 0;
     std::size_t m_matrixColumns = 1;
     int m_matrixPercent = 97;
 };

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "docgen/action_names.h"
+#include "docgen/contents.h"
+#include "docgen/cross_references.h"
+#include "docgen/declarations.h"
+#include "docgen/html_blocks.h"
+#include "docgen/html_pages.h"
+#include "docgen/icon_table.h"
+#include "docgen/output_record.h"
+#include "docgen/pages.h"
+#include "docgen/properties.h"
+#include "docgen/report.h"
+#include "docgen/text_map.h"
+#include "driver/path.h"
+#include "sourcebrowser/c_scanner.h"
+#include "sourcebrowser/model.h"
+
+#include <QStringList>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Makes the API reference of one header: a page for every documented declaration, a page for
+/// the header itself, and a contents file. A declaration is documented when its comment begins
+/// with "!" and its name is not excluded.
+class ReferencePages : private Declarations
+{
+public:
+    /// What the reference is made with. All are borrowed and must outlive it.
+    struct Surroundings
+    {
+        OutputRecords &records;
+        Contents &contents; ///< of the run; lines of earlier headers stay in it
+        const ActionNames &actions;
+        const Properties &properties;
+        const MessageSink &sink;
+        QString outputDirectory;
+        std::string outputFormat;
+        bool split; ///< the header gets its page and its contents file, and pages get their frame
+        int baseHeadingLevel;
+    };
+
+    ReferencePages(const Path &header, const Surroundings &surroundings);
+
+    /// Reads the header and appends the finished files. Declarations named in \a exclusions are
+    /// not documented. A header that cannot be read is empty.
+    void make(const QStringList &exclusions);
+
+private:
+    /// A declaration that gets a page.
+    struct Documented
+    {
+        const SourceBrowserObject *object;
+        std::string name;
+        std::string stem; // of the page
+        std::string comment;
+        int line; // on which the comment begins, counted from 1
+    };
+
+    [[nodiscard]] std::optional<std::string> pageOf(std::string_view name) const override;
+    [[nodiscard]] std::optional<std::string> rendering(std::string_view name) const override;
+    [[nodiscard]] std::string currentName() const override;
+    [[nodiscard]] std::string currentSynopsis() const override;
+
+    void select(const SourceBrowserModel::Collection &collection, const QStringList &exclusions);
+    void makePage(const Documented &declaration);
+    std::string translate(std::string_view markup, SourceMap &map);
+    void makeHeaderPage(const std::vector<SourceBrowserOverviewComment> &overview);
+    void makeContentsFile();
+    void noteReplacedPage(const Documented &declaration);
+    [[nodiscard]] std::vector<IndexGroup> summary() const;
+    void warn(int line, std::string_view message) const;
+
+    Path m_header;
+    Surroundings m_surroundings;
+    SourceBrowserModel m_model;
+    HtmlBlocks m_blocks;
+    Pages m_pages;
+    IconTable m_icons;
+    std::vector<Documented> m_documented;            // in the order of their pages
+    const Documented *m_current = nullptr;           // whose page is being made
+    TextMap<std::string> m_stems;                    // by bare and by qualified name
+    TextMap<std::pair<int, std::string>> m_finished; // by stem: the line of the comment, the description
+};
