@@ -21,6 +21,13 @@ bool isWordCharacter(char16_t c)
     return Characters::isWord(c) || c == u'.';
 }
 
+const char16_t *endOfWord(const char16_t *at)
+{
+    while (isWordCharacter(*at))
+        ++at;
+    return at;
+}
+
 /// One pass over a line.
 class AssemblyPass
 {
@@ -44,7 +51,7 @@ private:
     void takeToken();
     [[nodiscard]] bool atLineComment() const;
     void takeLineComment();
-    void takeBlockComment(const char16_t *end);
+    void takeBlockComment(const char16_t *from);
     void takeWord();
     [[nodiscard]] CodeStyle styleOfWord(const char16_t *begin) const;
     void takeNumber();
@@ -55,6 +62,7 @@ private:
 
     const char16_t *m_at;
     StyledLine m_out;
+    CommentWords::Kind m_comment = CommentWords::Kind::Plain;
     bool m_inComment;
     bool m_statementStart = true; // a label, mnemonic or directive may come
 };
@@ -64,7 +72,7 @@ void AssemblyPass::takeToken()
     const char16_t c = *m_at;
     if (Characters::is(c, Characters::Blank)) {
         m_at = Characters::skip(m_at, Characters::Blank);
-        m_out.writeTo(m_at, CodeStyle::Text);
+        m_out.holdBlanksTo(m_at);
     } else if (c == u'/' && m_at[1] == u'*') {
         takeBlockComment(m_at + 2);
     } else if (atLineComment()) {
@@ -95,33 +103,26 @@ bool AssemblyPass::atLineComment() const
 
 void AssemblyPass::takeLineComment()
 {
-    while (*m_at != 0)
-        ++m_at;
-    CommentWords::style(m_out, m_at, CommentWords::Kind::Plain);
+    m_at = CommentWords::style(m_out, m_at, CommentWords::Ending::None, m_comment);
 }
 
-/// Takes a block comment; its end is looked for from \a end on.
-void AssemblyPass::takeBlockComment(const char16_t *end)
+/// Takes a block comment; its end is looked for from \a from on.
+void AssemblyPass::takeBlockComment(const char16_t *from)
 {
-    while (*end != 0 && !(end[0] == u'*' && end[1] == u'/'))
-        ++end;
-    m_inComment = *end == 0;
-    CommentWords::style(m_out, end, CommentWords::Kind::Plain);
-    m_at = m_inComment ? end : end + 2;
+    m_at = CommentWords::style(m_out, from, CommentWords::Ending::Mark, m_comment);
+    m_inComment = *m_at == 0;
+    m_at = m_inComment ? m_at : m_at + 2;
     m_out.writeTo(m_at, CodeStyle::Comment);
 }
 
 void AssemblyPass::takeWord()
 {
     const char16_t *const begin = m_at;
-    while (isWordCharacter(*m_at))
-        ++m_at;
-    const bool isLabel = m_statementStart && *m_at == u':';
-    if (isLabel) {
-        ++m_at;
-        return m_out.writeTo(m_at, CodeStyle::Function);
-    }
-    m_out.writeTo(m_at, styleOfWord(begin));
+    m_at = endOfWord(m_at);
+    const CodeStyle style = styleOfWord(begin);
+    if (m_statementStart && *m_at == u':' && style != CodeStyle::Register)
+        return m_out.writeTo(++m_at, CodeStyle::Function);
+    m_out.writeTo(m_at, style);
     m_statementStart = false;
 }
 
@@ -138,8 +139,7 @@ CodeStyle AssemblyPass::styleOfWord(const char16_t *begin) const
 /// Takes a number, or a local label, which is a number before a colon.
 void AssemblyPass::takeNumber()
 {
-    while (isWordCharacter(*m_at))
-        ++m_at;
+    m_at = endOfWord(m_at);
     if (m_statementStart && *m_at == u':')
         return m_out.writeTo(++m_at, CodeStyle::Function);
     m_out.writeTo(m_at, CodeStyle::Literal);
@@ -156,8 +156,8 @@ void AssemblyPass::takeQuoted()
     if (*m_at == quote) {
         ++m_at;
     } else if (quote == u'\'') {
-        m_at = inside;
-        m_at += m_at[0] == u'\\' && m_at[1] != 0 ? 2 : *m_at != 0 ? 1 : 0;
+        const bool isEscape = inside[0] == u'\\' && inside[1] != 0; // or the mark of a left-out part
+        m_at = isEscape ? endOfWord(inside + 2) : *inside != 0 ? inside + 1 : inside;
     }
     m_out.writeTo(m_at, CodeStyle::Literal);
     m_statementStart = false;
@@ -166,9 +166,7 @@ void AssemblyPass::takeQuoted()
 /// Takes a directive of the C preprocessor, of which assembler sources make use.
 void AssemblyPass::takeDirective()
 {
-    ++m_at;
-    while (isWordCharacter(*m_at))
-        ++m_at;
+    m_at = endOfWord(m_at + 1);
     m_out.writeTo(m_at, CodeStyle::Control);
     m_statementStart = false;
 }
@@ -176,9 +174,7 @@ void AssemblyPass::takeDirective()
 /// Takes a backslash with its word or stops: a macro's parameter, or a part that was left out.
 void AssemblyPass::takeBackslash()
 {
-    ++m_at;
-    while (isWordCharacter(*m_at))
-        ++m_at;
+    m_at = endOfWord(m_at + 1);
     m_out.writeTo(m_at, CodeStyle::Text);
     m_statementStart = false;
 }

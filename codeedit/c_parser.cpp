@@ -103,7 +103,7 @@ private:
     void takeRawStringRest();
 
     bool m_directive;
-    bool m_messageText = false; // the rest of the line is the text of a message
+    bool m_messageText = false; // the rest of the line is prose, in which apostrophes are no quotes
     bool m_joined = false;      // the next line belongs to this one
     quint32 m_delimiter;
 };
@@ -118,8 +118,8 @@ void CPass::takeToken()
     else if (Characters::is(c, Characters::Digit) || (c == u'.' && Characters::is(m_at[1], Characters::Digit)))
         takeNumber();
     else if (atComment())
-        takeComment();
-    else if ((c == u'"' || c == u'\'') && !m_messageText)
+        takeComment(LineJoining::ByBackslash);
+    else if (c == u'"' || (c == u'\'' && !m_messageText))
         takeLiteral();
     else if (Characters::is(c, Characters::Operator) || (c == u'#' && m_directive))
         takeOperators();
@@ -133,9 +133,14 @@ void CPass::takeToken()
     }
 }
 
+/// Takes the blanks and comments at the beginning of the line, and a directive behind them.
 void CPass::takeDirectiveStart()
 {
     takeBlanks();
+    while (atComment()) {
+        takeComment(LineJoining::ByBackslash);
+        takeBlanks();
+    }
     if (*m_at != u'#')
         return;
     m_directive = true;
@@ -190,7 +195,7 @@ void CPass::takeWordOrLiteral()
 {
     const char16_t *const begin = m_at;
     m_at = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
-    if ((*m_at == u'"' || *m_at == u'\'') && !m_messageText) {
+    if (*m_at == u'"' || (*m_at == u'\'' && !m_messageText)) {
         const LiteralPrefix *const prefix = findPrefix(word(begin));
         if (prefix != nullptr && prefix->raw && *m_at == u'"')
             return takeRawString();

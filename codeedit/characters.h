@@ -10,12 +10,12 @@ enum Class : std::uint8_t
 {
     Blank = 1,     ///< blank, tab, other white space of a line
     Digit = 2,     ///< 0 to 9
-    HexDigit = 4,  ///< those and a to f
+    Noted = 4,     ///< what ends a comment, or stands out in it, begins with one of these
     WordStart = 8, ///< letter, underscore, dollar, anything beyond ASCII
     Operator = 16, ///< what operators of the C family are made of
     Punctuation = 32,
     Upper = 64,
-    Lower = 128,
+    Name = 128, ///< what XML names have besides word characters
 };
 
 constexpr std::array<std::uint8_t, 128> classTable()
@@ -24,21 +24,21 @@ constexpr std::array<std::uint8_t, 128> classTable()
     for (const char c : {' ', '\t', '\v', '\f', '\r'})
         table[static_cast<std::size_t>(c)] = Blank;
     for (std::size_t c = '0'; c <= '9'; ++c)
-        table[c] = Digit | HexDigit;
+        table[c] = Digit;
     for (std::size_t c = 'A'; c <= 'Z'; ++c)
-        table[c] = WordStart | Upper;
+        table[c] = WordStart | Upper | Noted;
     for (std::size_t c = 'a'; c <= 'z'; ++c)
-        table[c] = WordStart | Lower;
-    for (std::size_t index = 0; index < 6; ++index) {
-        table['a' + index] |= HexDigit;
-        table['A' + index] |= HexDigit;
-    }
+        table[c] = WordStart;
     table['_'] = WordStart;
     table['$'] = WordStart;
     for (const char c : {'+', '-', '*', '/', '%', '=', '<', '>', '!', '&', '|', '^', '~', '?', ':', '.'})
         table[static_cast<std::size_t>(c)] = Operator;
     for (const char c : {'(', ')', '[', ']', '{', '}', ';', ','})
         table[static_cast<std::size_t>(c)] = Punctuation;
+    for (const char c : {'\0', '\\', '@', '*'})
+        table[static_cast<std::size_t>(c)] |= Noted;
+    for (const char c : {':', '-', '.'})
+        table[static_cast<std::size_t>(c)] |= Name;
     return table;
 }
 

@@ -28,6 +28,7 @@ enum class CodeStyle : std::uint16_t
     LineJoin = 30,    ///< a backslash that joins two lines
     Stray = 31,       ///< a character that begins no token
     TagBracket = 32,  ///< the "<" of a start tag, and what closes it
+    None = 0xFFFF,    ///< of no run: what holds before the first one of a line
 };
 
 /// The name of the style \a index in the class attribute, after "zkt-code-". Empty for the

@@ -48,11 +48,9 @@ bool takesArgument(u16string_view command)
 }
 
 /// The end of the letters and digits from \a at on.
-const char16_t *wordEnd(const char16_t *at, const char16_t *end)
+const char16_t *wordEnd(const char16_t *at)
 {
-    while (at != end && Characters::isWord(*at))
-        ++at;
-    return at;
+    return Characters::skip(at, Characters::WordStart | Characters::Digit);
 }
 
 u16string_view view(const char16_t *begin, const char16_t *end)
@@ -62,63 +60,73 @@ u16string_view view(const char16_t *begin, const char16_t *end)
 
 /// Styles the argument of a documentation command: the word after the blanks at \a at, or what
 /// stands in braces there. The result is its end.
-const char16_t *styleArgument(StyledLine &out, const char16_t *at, const char16_t *end)
+const char16_t *styleArgument(StyledLine &out, const char16_t *at)
 {
-    const char16_t *begin = at;
-    while (begin != end && Characters::is(*begin, Characters::Blank))
+    const char16_t *begin = Characters::skip(at, Characters::Blank);
+    if (*begin == u'{')
         ++begin;
-    if (begin != end && *begin == u'{')
-        ++begin;
-    const char16_t *const argumentEnd = wordEnd(begin, end);
-    if (argumentEnd == begin)
+    const char16_t *const end = wordEnd(begin);
+    if (end == begin)
         return at;
     out.writeTo(begin, CodeStyle::Comment);
-    out.writeTo(argumentEnd, CodeStyle::DocArgument);
-    return argumentEnd;
+    out.writeTo(end, CodeStyle::DocArgument);
+    return end;
 }
 
-/// Styles the command of the documentation whose introducing character is at \a at. The result
-/// is where the comment goes on.
-const char16_t *styleCommand(StyledLine &out, const char16_t *at, const char16_t *end, Kind &kind)
+/// Styles the command of the documentation whose introducing character is at \a at; doubled, it
+/// stands for itself. The result is where the comment goes on.
+const char16_t *styleCommand(StyledLine &out, const char16_t *at, Kind &kind)
 {
-    const char16_t *const nameEnd = wordEnd(at + 1, end);
-    const u16string_view name = view(at + 1, nameEnd);
+    if (at[1] == at[0])
+        return at + 2;
+    const char16_t *const end = wordEnd(at + 1);
+    const u16string_view name = view(at + 1, end);
     const bool endsCode = name == u"endcode" || name == u"endpre";
     if (name.empty() || (kind == Kind::DocumentationCode && !endsCode))
         return at + 1;
     out.writeTo(at, kind == Kind::DocumentationCode ? CodeStyle::DocCode : CodeStyle::Comment);
-    out.writeTo(nameEnd, CodeStyle::DocKeyword);
+    out.writeTo(end, CodeStyle::DocKeyword);
     kind = name == u"code" || name == u"pre" ? Kind::DocumentationCode : Kind::Documentation;
-    return takesArgument(name) ? styleArgument(out, nameEnd, end) : nameEnd;
+    return takesArgument(name) ? styleArgument(out, end) : end;
 }
 
-/// Styles the word at \a at when it is one of those that stand out. The result is its end.
-const char16_t *styleNotedWord(StyledLine &out, const char16_t *at, const char16_t *end)
+/// Styles the word in capitals at \a at when it is one of those that stand out. The result is its end.
+const char16_t *styleNotedWord(StyledLine &out, const char16_t *at)
 {
-    const char16_t *const after = wordEnd(at, end);
-    const CodeStyle style = Characters::is(*at, Characters::Upper) ? styleOfWord(view(at, after)) : CodeStyle::Comment;
+    const char16_t *const end = wordEnd(at);
+    const CodeStyle style = styleOfWord(view(at, end));
     if (style != CodeStyle::Comment) {
         out.writeTo(at, CodeStyle::Comment);
-        out.writeTo(after, style);
+        out.writeTo(end, style);
     }
-    return after;
+    return end;
+}
+
+/// Styles what begins with the character at \a at, if it stands out. The result is where the
+/// comment goes on.
+const char16_t *styleNoted(StyledLine &out, const char16_t *at, Kind &kind)
+{
+    if (!Characters::is(*at, Characters::Upper))
+        return kind == Kind::Plain || *at == u'*' ? at + 1 : styleCommand(out, at, kind);
+    const bool plain = kind == Kind::DocumentationCode || !Characters::is(at[1], Characters::Upper);
+    return plain ? at + 1 : styleNotedWord(out, at);
 }
 
 } // namespace
 
-Kind style(StyledLine &out, const char16_t *end, Kind kind)
+const char16_t *style(StyledLine &out, const char16_t *at, Ending ending, Kind &kind)
 {
-    const char16_t *at = out.from();
-    while (at != end) {
-        if (kind != Kind::Plain && (*at == u'\\' || *at == u'@'))
-            at = styleCommand(out, at, end, kind);
-        else if (kind != Kind::DocumentationCode && Characters::isWord(*at))
-            at = styleNotedWord(out, at, end);
-        else
+    const char16_t *const begin = at;
+    for (;;) {
+        while (!Characters::is(*at, Characters::Noted))
             ++at;
+        if (*at == 0 || (ending == Ending::Mark && at[0] == u'*' && at[1] == u'/'))
+            break;
+        const bool inWord = at != begin && Characters::isWord(at[-1]);
+        at = inWord ? at + 1 : styleNoted(out, at, kind);
     }
-    out.writeTo(end, kind == Kind::DocumentationCode ? CodeStyle::DocCode : CodeStyle::Comment);
-    return kind;
+    out.writeTo(at, kind == Kind::DocumentationCode ? CodeStyle::DocCode : CodeStyle::Comment);
+    return at;
 }
 
 } // namespace CommentWords

@@ -16,8 +16,16 @@ enum class Kind : std::uint8_t
     DocumentationCode,
 };
 
-/// Styles the text of a comment from where \a out stands up to \a end, which is inside the line
-/// or at its end. \a kind is what holds at the beginning; the result holds at the end.
-Kind style(StyledLine &out, const char16_t *end, Kind kind);
+/// What ends a comment, besides the end of the line.
+enum class Ending
+{
+    None,
+    Mark, ///< an asterisk and a slash
+};
+
+/// Styles the text of a comment from where \a out stands up to its end, which is looked for from
+/// \a at on and is the result; the mark that ends it is not styled. \a kind is what holds at the
+/// beginning, and then what holds at the end.
+const char16_t *style(StyledLine &out, const char16_t *at, Ending ending, Kind &kind);
 
 } // namespace CommentWords

@@ -65,7 +65,7 @@ void BasicPass::takeToken()
     const char16_t c = *m_at;
     if (Characters::is(c, Characters::Blank)) {
         m_at = Characters::skip(m_at, Characters::Blank);
-        m_out.writeTo(m_at, CodeStyle::Text);
+        m_out.holdBlanksTo(m_at);
     } else if (c == u'\'') {
         takeComment();
     } else if (c == u'"') {
@@ -88,9 +88,8 @@ void BasicPass::takeToken()
 /// Takes the rest of the line as a remark.
 void BasicPass::takeComment()
 {
-    while (*m_at != 0)
-        ++m_at;
-    CommentWords::style(m_out, m_at, CommentWords::Kind::Plain);
+    CommentWords::Kind kind = CommentWords::Kind::Plain;
+    m_at = CommentWords::style(m_out, m_at, CommentWords::Ending::None, kind);
 }
 
 /// Takes a string, which ends with the line at the latest. A doubled quote reads as two strings.
@@ -104,14 +103,16 @@ void BasicPass::takeString()
     m_out.writeTo(m_at, CodeStyle::Literal);
 }
 
+/// Takes a number. A word may follow without a blank ("10PRINT", "1TO9").
 void BasicPass::takeNumber()
 {
-    for (;; ++m_at) {
-        const bool exponent = *m_at == u'E' || *m_at == u'e';
-        if (exponent && (m_at[1] == u'+' || m_at[1] == u'-'))
-            ++m_at;
-        else if (*m_at != u'.' && !isNameCharacter(*m_at))
-            break;
+    m_at = Characters::skip(m_at, Characters::Digit);
+    if (*m_at == u'.')
+        m_at = Characters::skip(m_at + 1, Characters::Digit);
+    if (*m_at == u'E' || *m_at == u'e') {
+        const char16_t *const exponent = m_at[1] == u'+' || m_at[1] == u'-' ? m_at + 2 : m_at + 1;
+        if (Characters::is(*exponent, Characters::Digit))
+            m_at = Characters::skip(exponent, Characters::Digit);
     }
     m_out.writeTo(m_at, CodeStyle::Literal);
 }

@@ -5,10 +5,10 @@ using Characters::skip;
 void FamilyPass::takeBlanks()
 {
     m_at = skip(m_at, Characters::Blank);
-    m_out.writeTo(m_at, CodeStyle::Text);
+    m_out.holdBlanksTo(m_at);
 }
 
-void FamilyPass::takeComment()
+void FamilyPass::takeComment(LineJoining joining)
 {
     const bool block = m_at[1] == u'*';
     const char16_t third = m_at[2];
@@ -19,30 +19,28 @@ void FamilyPass::takeComment()
     if (block)
         takeBlockComment(m_at + 2);
     else
-        takeLineComment(true);
+        takeLineComment(joining);
 }
 
-/// Takes a block comment; its end is looked for from \a end on.
-void FamilyPass::takeBlockComment(const char16_t *end)
+/// Takes a block comment; its end is looked for from \a from on.
+void FamilyPass::takeBlockComment(const char16_t *from)
 {
-    while (*end != 0 && !(end[0] == u'*' && end[1] == u'/'))
-        ++end;
-    const bool closed = *end != 0;
-    m_comment = CommentWords::style(m_out, end, m_comment);
-    m_at = closed ? end + 2 : end;
-    m_out.writeTo(m_at, CodeStyle::Comment);
-    m_mode = closed ? Mode::Code : Mode::BlockComment;
-}
-
-void FamilyPass::takeLineComment(bool joins)
-{
-    const char16_t *last = m_at; // behind the last character that is not blank
-    for (; *m_at != 0; ++m_at) {
-        if (!Characters::is(*m_at, Characters::Blank))
-            last = m_at + 1;
+    m_at = CommentWords::style(m_out, from, CommentWords::Ending::Mark, m_comment);
+    m_mode = *m_at == 0 ? Mode::BlockComment : Mode::Code;
+    if (*m_at != 0) {
+        m_at += 2;
+        m_out.writeTo(m_at, CodeStyle::Comment);
     }
-    const bool joined = joins && last != m_out.from() && last[-1] == u'\\';
-    m_comment = CommentWords::style(m_out, m_at, m_comment);
+}
+
+void FamilyPass::takeLineComment(LineJoining joining)
+{
+    const char16_t *const begin = m_at;
+    m_at = CommentWords::style(m_out, m_at, CommentWords::Ending::None, m_comment);
+    const char16_t *last = m_at;
+    while (last != begin && Characters::is(last[-1], Characters::Blank))
+        --last;
+    const bool joined = joining == LineJoining::ByBackslash && last != begin && last[-1] == u'\\';
     m_mode = joined ? Mode::LineComment : Mode::Code;
 }
 
@@ -68,7 +66,7 @@ void FamilyPass::takeOperators()
 {
     do {
         ++m_at;
-    } while (Characters::is(*m_at, Characters::Operator) && !atComment() &&
+    } while (Characters::is(*m_at, Characters::Operator) && *m_at != u'/' &&
              !(*m_at == u'.' && Characters::is(m_at[1], Characters::Digit)));
     m_out.writeTo(m_at, CodeStyle::Operator);
 }
@@ -118,7 +116,7 @@ bool FamilyPass::resume()
         takeBlockComment(m_at);
         return true;
     case Mode::LineComment:
-        takeLineComment(true);
+        takeLineComment(LineJoining::ByBackslash);
         return true;
     case Mode::DoubleQuoted:
         takeQuoted(u'"');

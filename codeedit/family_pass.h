@@ -32,6 +32,13 @@ protected:
         RawString,    ///< C++
         Template,     ///< JavaScript
     };
+    /// Whether a backslash at the end of a line comment makes the next line part of it.
+    enum class LineJoining
+    {
+        None,
+        ByBackslash,
+    };
+
     static constexpr quint32 s_modeBits = 0xF;
     static constexpr quint32 s_commentShift = 4; // two bits: the kind of comment
     static constexpr quint32 s_firstFreeBit = 6; // the languages use the bits from here on
@@ -49,14 +56,14 @@ protected:
 
     void takeBlanks();
     /// Takes a comment that begins here; the mode tells when it goes on in the next line.
-    void takeComment();
-    void takeBlockComment(const char16_t *end);
-    /// Takes the rest of the line as a comment. With \a joins a backslash at its end makes the
-    /// next line a comment too.
-    void takeLineComment(bool joins);
+    void takeComment(LineJoining joining);
+    void takeBlockComment(const char16_t *from);
+    /// Takes the rest of the line as a comment.
+    void takeLineComment(LineJoining joining);
     /// Takes the inside of a literal up to its closing \a quote or the end of the line; a backslash
     /// at the end of the line joins the next one to it. The text in front belongs to the literal.
     void takeQuoted(char16_t quote);
+    /// Takes a run of operators. A slash begins a run: it may begin something else.
     void takeOperators();
     /// Takes a word: a keyword, a name that is called, or another name.
     void takeWord();

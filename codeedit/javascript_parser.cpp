@@ -29,7 +29,7 @@ public:
     JavaScriptPass(const char16_t *line, char16_t *out, const WordTable &keywords, quint32 state,
                    CodeEditJavaScriptParser::Nesting &nesting)
         : FamilyPass(line, out, keywords), m_nesting(nesting), m_operandBefore((state & s_operandBit) != 0),
-          m_first((state & s_startedBit) == 0)
+          m_conditionBefore((state & s_conditionBit) != 0), m_first((state & s_startedBit) == 0)
     {
         m_mode = static_cast<Mode>(state & s_modeBits);
         m_comment = static_cast<Comment>(state >> s_commentShift & 3);
@@ -39,7 +39,7 @@ public:
     quint32 run()
     {
         if (m_first && m_at[0] == u'#' && m_at[1] == u'!')
-            takeLineComment(false); // names the interpreter
+            takeLineComment(LineJoining::None); // names the interpreter
         else if (m_mode == Mode::Template)
             takeTemplate();
         else
@@ -47,12 +47,13 @@ public:
         while (*m_at != 0)
             takeToken();
         return static_cast<quint32>(m_mode) | static_cast<quint32>(m_comment) << s_commentShift |
-               (m_operandBefore ? s_operandBit : 0) | s_startedBit;
+               (operandBefore() ? s_operandBit : 0) | (conditionBefore() ? s_conditionBit : 0) | s_startedBit;
     }
 
 private:
     static constexpr quint32 s_operandBit = 1U << s_firstFreeBit;
-    static constexpr quint32 s_startedBit = s_operandBit << 1;
+    static constexpr quint32 s_conditionBit = s_operandBit << 1;
+    static constexpr quint32 s_startedBit = s_operandBit << 2;
 
     void takeToken();
     void takeName();
@@ -60,13 +61,36 @@ private:
     void takeLiteral();
     void takeSlash();
     [[nodiscard]] const char16_t *regularExpressionEnd() const;
+    void takeOperator();
     void takePunctuation();
     void takeClosingBrace();
     void takeTemplate();
+    /// True when a slash here divides.
+    [[nodiscard]] bool operandBefore() const
+    {
+        return m_word.empty() ? m_operandBefore : m_isMember || !isOneOf(m_word, s_beforeExpression);
+    }
+    /// True when a parenthesis here opens a condition, behind which a statement begins.
+    [[nodiscard]] bool conditionBefore() const
+    {
+        return m_word.empty() ? m_conditionBefore : !m_isMember && isOneOf(m_word, s_beforeCondition);
+    }
+    /// Remembers that the last token was no word, and whether it ends an operand.
+    void follow(bool operand)
+    {
+        m_word = {};
+        m_operandBefore = operand;
+        m_conditionBefore = false;
+        m_afterDot = false;
+    }
 
     CodeEditJavaScriptParser::Nesting &m_nesting;
-    bool m_operandBefore; // a slash here divides
+    u16string_view m_word;   // the last token, if it is a word of this line
+    bool m_isMember = false; // that word stands behind a dot: in "x.return / 2" it is a name
+    bool m_operandBefore;    // of a last token that is no word
+    bool m_conditionBefore;  // likewise
     bool m_afterDot = false;
+    bool m_noRegularExpression = false; // an open one was found on this line
     bool m_first;
 };
 
@@ -77,51 +101,49 @@ void JavaScriptPass::takeToken()
         takeBlanks();
     else if (Characters::is(c, Characters::WordStart) || (c == u'#' && Characters::is(m_at[1], Characters::WordStart)))
         takeName();
+    else if (Characters::is(c, Characters::Punctuation))
+        takePunctuation();
     else if (Characters::is(c, Characters::Digit) || (c == u'.' && Characters::is(m_at[1], Characters::Digit)))
         takeNumber();
     else if (c == u'"' || c == u'\'' || c == u'`')
         takeLiteral();
     else if (c == u'/')
         takeSlash();
-    else if (Characters::is(c, Characters::Punctuation))
-        takePunctuation();
-    else if (Characters::is(c, Characters::Operator)) {
-        const bool increment = (c == u'+' || c == u'-') && m_at[1] == c;
-        takeOperators();
-        m_afterDot = m_at[-1] == u'.';
-        m_operandBefore = m_operandBefore && increment; // "i++ / 2" divides, "++ /x/" does not
-    } else if (c == u'\\') {
+    else if (Characters::is(c, Characters::Operator))
+        takeOperator();
+    else if (c == u'\\')
         takeBackslash();
-    } else {
+    else
         takeStray();
-    }
 }
 
 void JavaScriptPass::takeName()
 {
     const char16_t *const begin = m_at;
-    const bool isMember = m_afterDot; // "x.return / 2" divides
-    ++m_at;                           // may be the "#" of a private name
-    m_at = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
-    const u16string_view name = word(begin);
+    // The first character may be the "#" of a private name.
+    m_at = Characters::skip(m_at + 1, Characters::WordStart | Characters::Digit);
     writeName(begin);
-    m_nesting.statementParenthesis = isOneOf(name, s_beforeCondition);
-    m_operandBefore = isMember || !isOneOf(name, s_beforeExpression);
+    m_isMember = m_afterDot;
+    m_word = word(begin);
     m_afterDot = false;
 }
 
+/// Takes a number with its separators and suffix. Only a decimal number has a point, and one: a
+/// second one leads to a member.
 void JavaScriptPass::takeNumber()
 {
-    const bool decimal = m_at[0] != u'0' || (m_at[1] | 0x20) != u'x';
-    for (;; ++m_at) {
+    const bool decimal = m_at[0] != u'0' || !Characters::is(m_at[1], Characters::WordStart);
+    for (bool point = !decimal; *m_at != 0; ++m_at) {
         const bool exponent = decimal && (*m_at | 0x20) == u'e';
         if (exponent && (m_at[1] == u'+' || m_at[1] == u'-'))
             ++m_at;
-        else if (*m_at != u'.' && !Characters::isWord(*m_at))
+        else if (*m_at == u'.' && !point)
+            point = true;
+        else if (!Characters::isWord(*m_at))
             break;
     }
     m_out.writeTo(m_at, CodeStyle::Literal);
-    m_operandBefore = true;
+    follow(true);
 }
 
 void JavaScriptPass::takeLiteral()
@@ -131,22 +153,22 @@ void JavaScriptPass::takeLiteral()
     if (quote == u'`')
         return takeTemplate();
     takeQuoted(quote);
-    m_operandBefore = true;
+    follow(true);
 }
 
 void JavaScriptPass::takeSlash()
 {
     if (atComment())
-        return takeComment();
-    const char16_t *const end = m_operandBefore ? nullptr : regularExpressionEnd();
-    if (end == nullptr) {
-        takeOperators();
-        m_operandBefore = false;
-        return;
-    }
+        return takeComment(LineJoining::None);
+    if (operandBefore() || m_noRegularExpression)
+        return takeOperator();
+    const char16_t *const end = regularExpressionEnd();
+    m_noRegularExpression = end == nullptr; // do not look through the rest of the line again
+    if (end == nullptr)
+        return takeOperator();
     m_at = end;
     m_out.writeTo(m_at, CodeStyle::Literal);
-    m_operandBefore = true;
+    follow(true);
 }
 
 /// The end of the regular expression, flags included, that begins here; null when the line has
@@ -166,6 +188,15 @@ const char16_t *JavaScriptPass::regularExpressionEnd() const
     return *at == 0 ? nullptr : Characters::skip(at + 1, Characters::WordStart | Characters::Digit);
 }
 
+void JavaScriptPass::takeOperator()
+{
+    const bool increment = (m_at[0] == u'+' || m_at[0] == u'-') && m_at[1] == m_at[0];
+    const bool operand = increment && operandBefore(); // "i++ / 2" divides, "++ /x/" does not
+    takeOperators();
+    follow(operand);
+    m_afterDot = m_at[-1] == u'.';
+}
+
 void JavaScriptPass::takePunctuation()
 {
     const char16_t c = *m_at;
@@ -173,18 +204,17 @@ void JavaScriptPass::takePunctuation()
         return takeClosingBrace();
     ++m_at;
     m_out.writeTo(m_at, CodeStyle::Punctuation);
-    m_operandBefore = c == u']';
+    bool operand = c == u']';
     if (c == u'(') {
-        m_nesting.parentheses.push_back(m_nesting.statementParenthesis);
+        m_nesting.parentheses.push_back(conditionBefore());
     } else if (c == u')') {
-        const bool statementFollows = !m_nesting.parentheses.empty() && m_nesting.parentheses.back();
+        operand = m_nesting.parentheses.empty() || !m_nesting.parentheses.back();
         if (!m_nesting.parentheses.empty())
             m_nesting.parentheses.pop_back();
-        m_operandBefore = !statementFollows;
     } else if (c == u'{' && !m_nesting.templates.empty()) {
         ++m_nesting.templates.back();
     }
-    m_nesting.statementParenthesis = false;
+    follow(operand);
 }
 
 /// Takes a closing brace; that of a substitution leads back into its template.
@@ -192,7 +222,7 @@ void JavaScriptPass::takeClosingBrace()
 {
     ++m_at;
     m_out.writeTo(m_at, CodeStyle::Punctuation);
-    m_operandBefore = true;
+    follow(true);
     if (m_nesting.templates.empty())
         return;
     if (m_nesting.templates.back() > 0) {
@@ -212,7 +242,7 @@ void JavaScriptPass::takeTemplate()
     if (*m_at == 0)
         return m_out.writeTo(m_at, CodeStyle::Literal);
     m_mode = Mode::Code;
-    m_operandBefore = *m_at == u'`';
+    follow(*m_at == u'`');
     if (*m_at == u'`')
         return m_out.writeTo(++m_at, CodeStyle::Literal);
     m_out.writeTo(m_at, CodeStyle::Literal);

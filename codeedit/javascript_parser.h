@@ -15,9 +15,8 @@ public:
     /// What is open in a listing, innermost last.
     struct Nesting
     {
-        std::vector<quint32> templates;    // for each open substitution of a template, its open braces
-        std::vector<bool> parentheses;     // whether a statement follows the closing one
-        bool statementParenthesis = false; // the word before an opening one makes it so
+        std::vector<quint32> templates; // for each open substitution of a template, its open braces
+        std::vector<bool> parentheses;  // whether a statement follows the closing one
     };
 
 private:

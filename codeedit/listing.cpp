@@ -1,8 +1,9 @@
 #include "codeedit/listing.h"
 
+#include "codeedit/characters.h"
 #include "codeedit/lexer_factory.h"
 #include "codeedit/spans.h"
-#include "codeedit/utf16_line.h"
+#include "codeedit/utf16_lines.h"
 #include "docgen/text_escape.h"
 
 #include <map>
@@ -21,80 +22,80 @@ CodeEditParser *lexerFor(std::string_view language)
     return lexers.emplace(language, makeLexer(language)).first->second.get();
 }
 
-bool isSpace(char c)
+/// Where the text of \a line of a BASIC listing begins behind its number. A lone comment mark is
+/// no text.
+const char16_t *behindLineNumber(const char16_t *line)
 {
-    return c == ' ' || (c >= '\t' && c <= '\r');
+    line = Characters::skip(Characters::skip(line, Characters::Blank), Characters::Digit);
+    if (Characters::is(*line, Characters::Blank))
+        ++line;
+    const char16_t *const content = Characters::skip(line, Characters::Blank);
+    const char16_t *const rest = *content == u'\'' ? Characters::skip(content + 1, Characters::Blank) : content;
+    return *rest == 0 && rest != content ? rest : line;
 }
 
-bool isDigit(char c)
+void appendStyled(std::string &html, std::string_view text, CodeEditParser &lexer, bool stripsNumbers)
 {
-    return c >= '0' && c <= '9';
+    Utf16Lines lines(text);
+    Spans spans(html);
+    std::vector<char16_t> styled;
+    quint32 state = 0;
+    while (lines.next()) {
+        const std::size_t room = 3 * lines.size() + 1;
+        if (styled.size() < room)
+            styled.resize(room);
+        lexer.styleLine(stripsNumbers ? behindLineNumber(lines.line()) : lines.line(), styled.data(), state);
+        spans.appendLine(styled.data());
+    }
 }
 
-std::string_view withoutLeadingSpace(std::string_view text)
+struct Ellipsis
 {
-    while (!text.empty() && isSpace(text.front()))
-        text.remove_prefix(1);
-    return text;
+    std::string_view mark;
+    std::string_view html;
+};
+
+constexpr Ellipsis s_ellipses[] = {
+    {"\\vdots", "&#x205e;"},
+    {"\\hdots", "&hellip;"},
+    {"\\...", "&hellip;"},
+};
+
+/// The ellipsis whose mark \a text begins with; null when there is none.
+const Ellipsis *ellipsisAt(std::string_view text)
+{
+    for (const Ellipsis &ellipsis : s_ellipses) {
+        if (text.starts_with(ellipsis.mark))
+            return &ellipsis;
+    }
+    return nullptr;
 }
 
-/// \a line of a BASIC listing without its number. A lone comment mark leaves an empty line.
-std::string_view withoutLineNumber(std::string_view line)
+/// The first mark in \a text from \a from on; npos when there is none.
+std::size_t findEllipsis(std::string_view text, std::size_t from)
 {
-    line = withoutLeadingSpace(line);
-    while (!line.empty() && isDigit(line.front()))
-        line.remove_prefix(1);
-    if (!line.empty() && isSpace(line.front()))
-        line.remove_prefix(1);
-    const std::string_view content = withoutLeadingSpace(line);
-    const bool loneMark = content.starts_with('\'') && withoutLeadingSpace(content.substr(1)).empty();
-    return loneMark ? std::string_view() : line;
+    std::size_t at = text.find('\\', from);
+    while (at != std::string_view::npos && ellipsisAt(text.substr(at)) == nullptr)
+        at = text.find('\\', at + 1);
+    return at;
 }
 
 /// Replaces the marks of left-out parts in \a html from \a begin on.
 void replaceEllipses(std::string &html, std::size_t begin)
 {
-    struct Ellipsis
-    {
-        std::string_view mark;
-        std::string_view html;
-    };
-    static constexpr Ellipsis ellipses[] = {
-        {"\\vdots", "&#x205e;"},
-        {"\\hdots", "&hellip;"},
-        {"\\...", "&hellip;"},
-    };
-    std::size_t backslash = html.find('\\', begin);
-    if (backslash == std::string::npos)
+    const std::size_t first = findEllipsis(html, begin);
+    if (first == std::string::npos)
         return;
-    const std::string source = html.substr(backslash);
-    html.resize(backslash);
-    for (std::string_view rest = source; !rest.empty();) {
-        std::size_t length = std::min(rest.find('\\', 1), rest.size());
-        for (const Ellipsis &ellipsis : ellipses) {
-            if (!rest.starts_with(ellipsis.mark))
-                continue;
-            html += ellipsis.html;
-            rest.remove_prefix(ellipsis.mark.size());
-            length = std::min(rest.find('\\'), rest.size());
-            break;
-        }
-        html += rest.substr(0, length);
-        rest.remove_prefix(length);
+    const std::string source = html.substr(first);
+    html.resize(first);
+    std::size_t at = 0;
+    for (std::size_t mark = 0; mark != std::string::npos; mark = findEllipsis(source, at)) {
+        const Ellipsis &ellipsis = *ellipsisAt(std::string_view(source).substr(mark));
+        html.append(source, at, mark - at);
+        html += ellipsis.html;
+        at = mark + ellipsis.mark.size();
     }
-}
-
-void appendLine(std::string &html, CodeEditParser &lexer, std::string_view text, quint32 &state)
-{
-    static thread_local Utf16Line line;
-    static thread_local std::vector<char16_t> styled;
-    line.assign(text);
-    const std::size_t room = 3 * line.size() + 1;
-    if (styled.size() < room)
-        styled.resize(room);
-    lexer.styleLine(line.data(), styled.data(), state);
-    appendSpans(html, styled.data());
-    html += '\n';
+    html.append(source, at);
 }
 
 } // namespace
@@ -104,14 +105,8 @@ void appendListing(std::string &html, std::string_view text, std::string_view la
     CodeEditParser *const lexer = lexerFor(language);
     if (lexer == nullptr)
         return appendEscaped(html, text);
-    const bool stripsNumbers = language == "basic";
     const std::size_t begin = html.size();
-    quint32 state = 0;
-    for (std::size_t at = 0; at <= text.size();) {
-        const std::size_t end = std::min(text.find('\n', at), text.size());
-        const std::string_view line = text.substr(at, end - at);
-        appendLine(html, *lexer, stripsNumbers ? withoutLineNumber(line) : line, state);
-        at = end + 1;
-    }
+    html.reserve(begin + 4 * text.size()); // the usual growth; what is not filled costs nothing
+    appendStyled(html, text, *lexer, language == "basic");
     replaceEllipses(html, begin);
 }

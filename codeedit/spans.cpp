@@ -4,100 +4,139 @@
 #include "codeedit/styled_line.h"
 #include "docgen/text_escape.h"
 
-#include <array>
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string_view>
 
 namespace {
 
 constexpr unsigned s_namedStyles = 17;
+constexpr std::string_view s_closingTag = "</span>";
 
-/// The opening tag of every style that has a name; the rest share the bare one.
-const std::string &openingTag(unsigned style)
+/// A short text in a fixed room, so that copying it takes no loop.
+template <std::size_t Room> struct ShortText
 {
-    static const std::array<std::string, s_namedStyles + 1> tags = [] {
-        std::array<std::string, s_namedStyles + 1> result;
-        for (unsigned index = 0; index <= s_namedStyles; ++index) {
-            const std::string_view name = styleName(index);
-            result[index] = "<span>";
-            if (!name.empty())
-                result[index] = std::string("<span class=\"zkt-code-").append(name).append("\">");
-        }
-        return result;
-    }();
-    return tags[style < s_namedStyles ? style : s_namedStyles];
-}
+    std::array<char, Room> text{};
+    std::uint8_t length = 0;
 
-/// Appends the UTF-16 text from \a at up to \a end as UTF-8.
-void appendUtf8(std::string &text, const char16_t *at, const char16_t *end)
+    void assign(std::string_view from)
+    {
+        std::ranges::copy(from, text.begin());
+        length = static_cast<std::uint8_t>(from.size());
+    }
+    /// Copies the text to \a to, where the whole room of it must be free; the result is its end.
+    char *copyTo(char *to) const
+    {
+        std::memcpy(to, text.data(), Room);
+        return to + length;
+    }
+};
+
+/// What is written again and again, ready to be copied.
+struct Phrases
 {
-    while (at != end) {
-        char32_t character = *at++;
-        const bool pair = character >= 0xD800 && character < 0xDC00 && at != end && *at >= 0xDC00 && *at < 0xE000;
-        if (pair)
-            character = 0x10000 + ((character - 0xD800) << 10) + (*at++ - 0xDC00U);
-        else if (character >= 0xD800 && character < 0xE000)
-            character = 0xFFFD;
-        if (character < 0x80) {
-            text += static_cast<char>(character);
-            continue;
-        }
-        if (character < 0x800) {
-            text += static_cast<char>(0xC0 | character >> 6);
-        } else {
-            if (character < 0x10000) {
-                text += static_cast<char>(0xE0 | character >> 12);
-            } else {
-                text += static_cast<char>(0xF0 | character >> 18);
-                text += static_cast<char>(0x80 | (character >> 12 & 0x3F));
-            }
-            text += static_cast<char>(0x80 | (character >> 6 & 0x3F));
-        }
-        text += static_cast<char>(0x80 | (character & 0x3F));
+    Phrases();
+
+    using Tag = ShortText<48>;
+    /// Begins a run in a style: the tag that opens its span, and that which closes the one
+    /// before in front of it. Styles without a name share the last.
+    std::array<Tag, s_namedStyles + 1> firstRun;
+    std::array<Tag, s_namedStyles + 1> nextRun;
+
+    std::array<ShortText<8>, 128> escapes; // of each ASCII character
+    std::array<bool, 128> plain;           // whether it stands for itself; not for 0
+};
+
+Phrases::Phrases()
+{
+    for (unsigned style = 0; style <= s_namedStyles; ++style) {
+        const std::string_view name = styleName(style);
+        std::string tag("<span>");
+        if (!name.empty())
+            tag = std::string("<span class=\"zkt-code-").append(name).append("\">");
+        firstRun[style].assign(tag);
+        nextRun[style].assign(std::string(s_closingTag).append(tag));
+    }
+    for (std::size_t c = 0; c < escapes.size(); ++c) {
+        const std::string escape = escapedText(std::string(1, static_cast<char>(c)));
+        escapes[c].assign(escape);
+        plain[c] = c != 0 && escape.size() == 1;
     }
 }
 
-/// True for the ASCII characters that no escape is made of.
-bool isPlain(char16_t c)
-{
-    return c < 0x80 && c != u'&' && c != u'<' && c != u'>' && c != u'"' && c != u'\'';
-}
+const Phrases s_phrases;
 
-/// Appends the text of a run. Plain characters, which most are, go straight to their place.
-void appendRun(std::string &html, const char16_t *at, const char16_t *end)
+/// Takes the character at \a at and appends it to \a text as UTF-8. Half a pair becomes U+FFFD.
+void appendUtf8(std::string &text, const char16_t *&at)
 {
-    const std::size_t begin = html.size();
-    html.resize(begin + static_cast<std::size_t>(end - at));
-    char *to = html.data() + begin;
-    while (at != end && isPlain(*at))
-        *to++ = static_cast<char>(*at++);
-    html.resize(static_cast<std::size_t>(to - html.data()));
-    if (at == end)
-        return;
-    static thread_local std::string text;
-    text.clear();
-    appendUtf8(text, at, end);
-    appendEscaped(html, text);
+    char32_t character = *at++;
+    if (character >= 0xD800 && character < 0xDC00 && *at >= 0xDC00 && *at < 0xE000)
+        character = 0x10000 + ((character - 0xD800) << 10) + (*at++ - 0xDC00U);
+    else if (character >= 0xD800 && character < 0xE000)
+        character = 0xFFFD;
+    int shift = character < 0x800 ? 6 : character < 0x10000 ? 12 : 18;
+    const unsigned lead = character < 0x800 ? 0xC0 : character < 0x10000 ? 0xE0 : 0xF0;
+    text += static_cast<char>(lead | character >> shift);
+    while (shift > 0) {
+        shift -= 6;
+        text += static_cast<char>(0x80 | (character >> shift & 0x3F));
+    }
 }
 
 } // namespace
 
-void appendSpans(std::string &html, const char16_t *styled)
+void Spans::flush()
 {
-    bool open = false;
+    m_html.append(m_buffer.data(), m_to);
+    m_to = m_buffer.data();
+}
+
+void Spans::appendLine(const char16_t *styled)
+{
+    const auto *starts = &s_phrases.firstRun;
     while (*styled != 0) {
         if (*styled == s_styleMarker) {
-            if (open)
-                html += "</span>";
-            html += openingTag(styled[1]);
-            open = true;
+            m_to = (*starts)[std::min<unsigned>(styled[1], s_namedStyles)].copyTo(m_to);
+            starts = &s_phrases.nextRun;
             styled += 2;
-            continue;
         }
-        const char16_t *const begin = styled;
-        while (*styled != 0 && *styled != s_styleMarker)
-            ++styled;
-        appendRun(html, begin, styled);
+        styled = appendPlain(styled);
+        if (*styled != s_styleMarker)
+            styled = appendSpecial(styled);
+        if (m_to >= m_full)
+            flush();
     }
-    if (open)
-        html += "</span>";
+    if (starts == &s_phrases.nextRun)
+        m_to = std::ranges::copy(s_closingTag, m_to).out;
+    *m_to++ = '\n';
+    if (m_to >= m_full)
+        flush();
+}
+
+/// Appends the plain characters at \a styled as far as there is room; the result is where they end.
+const char16_t *Spans::appendPlain(const char16_t *styled)
+{
+    // Copies, because a store through "to" might be one to the members.
+    char *to = m_to;
+    const char *const full = m_full;
+    while (*styled < 128 && s_phrases.plain[*styled] && to < full)
+        *to++ = static_cast<char>(*styled++);
+    m_to = to;
+    return styled;
+}
+
+/// Appends the character at \a styled, if there is one; the result is where the next one is.
+const char16_t *Spans::appendSpecial(const char16_t *styled)
+{
+    if (*styled == 0 || m_to >= m_full)
+        return styled;
+    if (*styled < 128) {
+        m_to = s_phrases.escapes[*styled].copyTo(m_to);
+        return styled + 1;
+    }
+    std::string character;
+    appendUtf8(character, styled);
+    m_to = std::ranges::copy(escapedText(character), m_to).out;
+    return styled;
 }

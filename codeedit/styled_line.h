@@ -14,7 +14,7 @@ class StyledLine
 {
 public:
     /// \a line ends with a 0 unit. \a out is borrowed and has room for 3n + 1 units.
-    StyledLine(const char16_t *line, char16_t *out) : m_from(line), m_out(out) {}
+    StyledLine(const char16_t *line, char16_t *out) : m_from(line), m_held(line), m_out(out) {}
     StyledLine(const StyledLine &) = delete;
     StyledLine &operator=(const StyledLine &) = delete;
     /// Writes what is left of the line as text, and the end.
@@ -24,24 +24,36 @@ public:
     /// it writes nothing; a run that goes on in the same style gets no second marker.
     void writeTo(const char16_t *end, CodeStyle style)
     {
+        if (m_held > m_from && !takesBlanks(style))
+            copyTo(m_held, takesBlanks(m_style) ? m_style : CodeStyle::Text);
+        copyTo(end, style);
+    }
+
+    /// Leaves the blanks up to \a end to the run after them or before them, where these show no
+    /// colour: most blanks get no run of their own.
+    void holdBlanksTo(const char16_t *end) { m_held = end; }
+
+    /// Where the next run begins; blanks that are held belong to it.
+    [[nodiscard]] const char16_t *from() const { return m_from; }
+
+private:
+    static bool takesBlanks(CodeStyle style) { return style == CodeStyle::Text || style == CodeStyle::Punctuation; }
+
+    void copyTo(const char16_t *end, CodeStyle style)
+    {
         if (end == m_from)
             return;
-        if (!m_any || style != m_style) {
+        if (style != m_style) {
             *m_out++ = s_styleMarker;
             *m_out++ = static_cast<char16_t>(style);
             m_style = style;
-            m_any = true;
         }
         while (m_from != end)
             *m_out++ = *m_from++;
     }
 
-    /// Where the next run begins.
-    [[nodiscard]] const char16_t *from() const { return m_from; }
-
-private:
     const char16_t *m_from;
+    const char16_t *m_held;
     char16_t *m_out;
-    CodeStyle m_style = CodeStyle::Text;
-    bool m_any = false;
+    CodeStyle m_style = CodeStyle::None;
 };

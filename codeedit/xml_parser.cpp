@@ -12,7 +12,7 @@ using std::u16string_view;
 
 bool isNameCharacter(char16_t c)
 {
-    return Characters::isWord(c) || c == u':' || c == u'-' || c == u'.';
+    return Characters::is(c, Characters::WordStart | Characters::Digit | Characters::Name);
 }
 
 /// One pass over a line.
@@ -172,10 +172,11 @@ void XmlPass::takeTag()
         return takeOpening(); // the tag before was never closed
     if (c == u'=')
         return take(1, CodeStyle::Operator, Mode::Tag);
-    if (!isNameCharacter(c))
+    if (!isNameCharacter(c) && c != u'\\')
         return take(1, CodeStyle::Punctuation, Mode::Tag);
-    while (isNameCharacter(*m_at))
+    do { // from a backslash on too: the mark of a left-out part stays in one run
         ++m_at;
+    } while (isNameCharacter(*m_at));
     m_out.writeTo(m_at, CodeStyle::Attribute);
 }
 
