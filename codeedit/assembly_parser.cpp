@@ -150,15 +150,17 @@ void AssemblyPass::takeNumber()
 void AssemblyPass::takeQuoted()
 {
     const char16_t quote = *m_at++;
-    const char16_t *const inside = m_at;
-    while (*m_at != 0 && *m_at != quote)
-        m_at += m_at[0] == u'\\' && m_at[1] != 0 ? 2 : 1;
-    if (*m_at == quote) {
+    const bool isCharacter = quote == u'\'' && m_at[0] != 0 && !isWordCharacter(m_at[1]);
+    if (isCharacter) {
         ++m_at;
-    } else if (quote == u'\'') {
-        const bool isEscape = inside[0] == u'\\' && inside[1] != 0; // or the mark of a left-out part
-        m_at = isEscape ? endOfWord(inside + 2) : *inside != 0 ? inside + 1 : inside;
+    } else if (quote == u'\'' && m_at[0] == u'\\') {
+        m_at = endOfWord(m_at + 1); // an escape, or the mark of a left-out part
+    } else {
+        while (*m_at != 0 && *m_at != quote)
+            m_at += m_at[0] == u'\\' && m_at[1] != 0 ? 2 : 1;
     }
+    if (*m_at == quote)
+        ++m_at;
     m_out.writeTo(m_at, CodeStyle::Literal);
     m_statementStart = false;
 }
@@ -182,9 +184,8 @@ void AssemblyPass::takeBackslash()
 void AssemblyPass::takeOther()
 {
     const bool isOperator = Characters::is(*m_at, Characters::Operator) || *m_at == u'#' || *m_at == u'@';
-    const bool ends = *m_at == u'{' || *m_at == u'}' || *m_at == u'[' || *m_at == u']' || *m_at == u',';
     ++m_at;
-    m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : ends ? CodeStyle::Punctuation : CodeStyle::Text);
+    m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : CodeStyle::Punctuation);
     m_statementStart = false;
 }
 

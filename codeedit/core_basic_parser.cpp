@@ -46,6 +46,7 @@ private:
     void takeComment();
     void takeString();
     void takeNumber();
+    [[nodiscard]] const char16_t *hexadecimalEnd() const;
     void takeWord();
     void takeConstant();
     void takeData();
@@ -72,6 +73,9 @@ void BasicPass::takeToken()
         takeString();
     } else if (Characters::is(c, Characters::Digit) || (c == u'.' && Characters::is(m_at[1], Characters::Digit))) {
         takeNumber();
+    } else if (c == u'&' && hexadecimalEnd() != nullptr) {
+        m_at = hexadecimalEnd();
+        m_out.writeTo(m_at, CodeStyle::Literal);
     } else if (isNameCharacter(c)) {
         takeWord();
     } else if (isSigil(c) && Characters::is(m_at[1], Characters::Upper)) {
@@ -115,6 +119,17 @@ void BasicPass::takeNumber()
             m_at = Characters::skip(exponent, Characters::Digit);
     }
     m_out.writeTo(m_at, CodeStyle::Literal);
+}
+
+/// The end of the hexadecimal number ("&H1F") that begins here; null when none does.
+const char16_t *BasicPass::hexadecimalEnd() const
+{
+    if (m_at[1] != u'H' && m_at[1] != u'h')
+        return nullptr;
+    const char16_t *end = m_at + 2;
+    while (Characters::is(*end, Characters::Digit) || ((*end | 0x20) >= u'a' && (*end | 0x20) <= u'f'))
+        ++end;
+    return end == m_at + 2 || isNameCharacter(*end) ? nullptr : end;
 }
 
 /// Takes a word: the longest entry of the table, with its sigil or without, or a name.

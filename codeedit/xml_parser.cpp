@@ -42,16 +42,14 @@ private:
     void takeComment();
     void takeEndTag();
     void takeTag();
-    void takeDoubleQuoted() { takeQuoted(u'"'); }
-    void takeSingleQuoted() { takeQuoted(u'\''); }
-    void takeQuoted(char16_t quote);
+    template <char16_t Quote, Mode Next> void takeQuoted();
     void takeCharacterData();
     void takeInstruction();
     void takeDeclaration();
     void takeSubset();
     void takeSubsetDeclaration();
     void takeSubsetComment();
-    void skipTo(u16string_view stops);
+    void takeControlTo(u16string_view stops);
     void takeEntity();
     void take(std::size_t length, CodeStyle style, Mode next);
     void takeThrough(u16string_view ending, CodeStyle style, Mode next);
@@ -65,12 +63,25 @@ private:
 
 XmlPass::Taker XmlPass::takerOf(Mode mode)
 {
+    // In the order of the modes. There is no mode 3.
     static constexpr Taker takers[] = {
-        &XmlPass::takeText,          &XmlPass::takeComment,           &XmlPass::takeEndTag,
-        &XmlPass::takeText, // there is no mode 3
-        &XmlPass::takeTag,           &XmlPass::takeDoubleQuoted,      &XmlPass::takeSingleQuoted,
-        &XmlPass::takeCharacterData, &XmlPass::takeInstruction,       &XmlPass::takeDeclaration,
-        &XmlPass::takeSubset,        &XmlPass::takeSubsetDeclaration, &XmlPass::takeSubsetComment,
+        &XmlPass::takeText,
+        &XmlPass::takeComment,
+        &XmlPass::takeEndTag,
+        &XmlPass::takeText,
+        &XmlPass::takeTag,
+        &XmlPass::takeQuoted<u'"', Mode::Tag>,
+        &XmlPass::takeQuoted<u'\'', Mode::Tag>,
+        &XmlPass::takeCharacterData,
+        &XmlPass::takeInstruction,
+        &XmlPass::takeDeclaration,
+        &XmlPass::takeQuoted<u'"', Mode::Declaration>,
+        &XmlPass::takeQuoted<u'\'', Mode::Declaration>,
+        &XmlPass::takeSubset,
+        &XmlPass::takeSubsetDeclaration,
+        &XmlPass::takeQuoted<u'"', Mode::SubsetDeclaration>,
+        &XmlPass::takeQuoted<u'\'', Mode::SubsetDeclaration>,
+        &XmlPass::takeSubsetComment,
     };
     return takers[static_cast<std::size_t>(mode)];
 }
@@ -180,13 +191,13 @@ void XmlPass::takeTag()
     m_out.writeTo(m_at, CodeStyle::Attribute);
 }
 
-/// Takes the value of an attribute.
-void XmlPass::takeQuoted(char16_t quote)
+/// Takes the inside of a value up to its closing quote.
+template <char16_t Quote, Mode Next> void XmlPass::takeQuoted()
 {
-    while (*m_at != 0 && *m_at != quote)
+    while (*m_at != 0 && *m_at != Quote)
         ++m_at;
-    if (*m_at == quote)
-        take(1, CodeStyle::Literal, Mode::Tag);
+    if (*m_at == Quote)
+        take(1, CodeStyle::Literal, Next);
     else
         m_out.writeTo(m_at, CodeStyle::Literal);
 }
@@ -205,33 +216,28 @@ void XmlPass::takeInstruction()
     takeThrough(u"?>", CodeStyle::Control, Mode::Text);
 }
 
-/// Goes to the next of the characters \a stops that stands outside of quotation marks.
-void XmlPass::skipTo(u16string_view stops)
+/// Takes what stands in front of the next of the characters \a stops.
+void XmlPass::takeControlTo(u16string_view stops)
 {
-    char16_t quote = 0;
-    for (; *m_at != 0 && (quote != 0 || stops.find(*m_at) == u16string_view::npos); ++m_at) {
-        if (*m_at == quote)
-            quote = 0;
-        else if (quote == 0 && (*m_at == u'"' || *m_at == u'\''))
-            quote = *m_at;
-    }
+    while (*m_at != 0 && stops.find(*m_at) == u16string_view::npos)
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Control);
 }
 
+/// Takes one part of a declaration.
 void XmlPass::takeDeclaration()
 {
-    skipTo(u"[>");
-    if (*m_at == 0)
-        take(0, CodeStyle::Control, m_mode);
-    else
-        take(1, CodeStyle::Control, *m_at == u'[' ? Mode::InternalSubset : Mode::Text);
+    takeControlTo(u"[>\"'");
+    if (*m_at == u'"' || *m_at == u'\'')
+        take(1, CodeStyle::Literal, *m_at == u'"' ? Mode::DoubleQuotedInDeclaration : Mode::SingleQuotedInDeclaration);
+    else if (*m_at != 0)
+        take(1, CodeStyle::Control, *m_at == u'[' ? Mode::Subset : Mode::Text);
 }
 
 /// Takes one part of the internal subset of a DOCTYPE, which declarations and comments fill.
 void XmlPass::takeSubset()
 {
-    while (*m_at != 0 && *m_at != u']' && *m_at != u'<')
-        ++m_at;
-    m_out.writeTo(m_at, CodeStyle::Control);
+    takeControlTo(u"]<");
     if (*m_at == u']')
         return take(1, CodeStyle::Control, Mode::Declaration);
     if (at(u"<!--")) {
@@ -242,18 +248,19 @@ void XmlPass::takeSubset()
         take(1, CodeStyle::Control, Mode::SubsetDeclaration);
 }
 
+/// Takes one part of a declaration in the internal subset.
 void XmlPass::takeSubsetDeclaration()
 {
-    skipTo(u">");
-    if (*m_at == 0)
-        take(0, CodeStyle::Control, m_mode);
-    else
-        take(1, CodeStyle::Control, Mode::InternalSubset);
+    takeControlTo(u">\"'");
+    if (*m_at == u'"' || *m_at == u'\'')
+        take(1, CodeStyle::Literal, *m_at == u'"' ? Mode::DoubleQuotedInSubset : Mode::SingleQuotedInSubset);
+    else if (*m_at == u'>')
+        take(1, CodeStyle::Control, Mode::Subset);
 }
 
 void XmlPass::takeSubsetComment()
 {
-    takeThrough(u"-->", CodeStyle::Comment, Mode::InternalSubset);
+    takeThrough(u"-->", CodeStyle::Comment, Mode::Subset);
 }
 
 /// Takes an entity or character reference; an "&" that begins none is text.

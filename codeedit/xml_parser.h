@@ -17,14 +17,18 @@ public:
         Comment = 1,
         EndTag = 2,
         Tag = 4,
-        DoubleQuoted,      ///< the value of an attribute
-        SingleQuoted,      ///< likewise
-        CharacterData,     ///< "<![CDATA["
-        Instruction,       ///< "<?"
-        Declaration,       ///< "<!"
-        InternalSubset,    ///< the brackets of a DOCTYPE
+        DoubleQuoted,  ///< the value of an attribute
+        SingleQuoted,  ///< likewise
+        CharacterData, ///< "<![CDATA["
+        Instruction,   ///< "<?"
+        Declaration,   ///< "<!"
+        DoubleQuotedInDeclaration,
+        SingleQuotedInDeclaration,
+        Subset,            ///< the brackets of a DOCTYPE
         SubsetDeclaration, ///< a declaration in them
-        SubsetComment      ///< a comment in them
+        DoubleQuotedInSubset,
+        SingleQuotedInSubset,
+        SubsetComment, ///< a comment in them
     };
 
 private:
