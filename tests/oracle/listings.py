@@ -1,0 +1,188 @@
+#!/usr/bin/env python3
+"""Compares the colours of whole files with what other lexers make of them.
+
+    tests/oracle/listings.py [--program FILE] [--show N] FILE...
+
+Run by hand. Each file becomes a listing of a page that the program writes; its language follows from
+the suffix (.c .h .cpp .hpp: C, .js: JavaScript, .xml: XML, others only keep their text). The page's spans
+and escapes are undone: the text must be that of the file. Then each character that is not white space
+is put into one of four classes, by its style and by the reference, and counted when they agree.
+
+The reference for C and C++ are the raw tokens of clang (`clang -cc1 -dump-raw-tokens`), for
+JavaScript and XML those of Pygments. Words are keywords by our own tables on both sides.
+
+    class     our styles                                the reference's tokens
+    comment   comment, fixme, attention, doc-keyword,   comments
+              doc-argument, doc-code
+    string    literal                                   strings, characters, numbers, regular expressions
+    keyword   keyword                                   words of our table, names of directives and tags aside
+    other     text, control, operator, function,        everything else; Pygments' "Preproc" (declarations,
+              markup, attribute, register, the          instructions and character data of XML) and the
+              nameless ones (brackets, "<" of tags)     marks of a substitution in a template among it
+
+Good inputs: /usr/include/sqlite3.h; the sources of zstd (`apt-get source libzstd`);
+/usr/share/mime/packages/freedesktop.org.xml; the bundles of `npm pack lodash react-dom three`.
+Needs clang and python3-pygments.
+"""
+
+import argparse
+import collections
+import html
+import pathlib
+import re
+import subprocess
+import sys
+import tempfile
+
+ROOT = pathlib.Path(__file__).resolve().parents[2]
+LANGUAGES = {".c": "c", ".h": "c", ".hpp": "c", ".cpp": "c", ".js": "js", ".xml": "xml", ".s": "asm", ".bas": "classic-basic"}
+COMMENT_STYLES = {"comment", "fixme", "attention", "doc-keyword", "doc-argument", "doc-code"}
+CLASS_OF_STYLE = {"literal": "string", "keyword": "keyword", **{style: "comment" for style in COMMENT_STYLES}}
+ELLIPSES = {"\u205e": ("\\vdots",), "\u2026": ("\\hdots", "\\...")}
+
+
+def our_classes(program, path, language, text):
+    """The class of each character of the listing, and whether the listing is the text."""
+    with tempfile.TemporaryDirectory() as folder:
+        folder = pathlib.Path(folder)
+        (folder / "listing").write_bytes(path.read_bytes())
+        (folder / "page.dg").write_text("\\split{page}\n\\present{%s} listing\n" % language)
+        subprocess.run([program, "-o", folder, "page.dg"], cwd=folder, check=True, stdout=subprocess.DEVNULL)
+        page = (folder / "page.htm").read_bytes()
+    page = page.decode("utf-8" if b"charset=utf-8" in page.lower() else "latin-1")
+    begin = page.index('<pre class="zkt-code">') + len('<pre class="zkt-code">')
+    classes = []
+    shown = []
+    style = "text"
+    for tag, piece in re.findall(r"(<[^>]*>)|([^<]+)", page[begin : page.index("</pre>", begin)]):
+        if tag:
+            name = re.search('zkt-code-([a-z-]+)"', tag)
+            style = name[1] if name else "text"
+            continue
+        for character in html.unescape(piece):
+            part = character
+            if character in ELLIPSES:
+                part = next((mark for mark in ELLIPSES[character] if text.startswith(mark, len(classes))), character)
+            shown.append(part)
+            classes.extend([CLASS_OF_STYLE.get(style, "other")] * len(part))
+    return classes, "".join(shown).rstrip() == text.rstrip()
+
+
+def our_words(name):
+    source = (ROOT / "codeedit/word_lists.cpp").read_text()
+    return set(re.findall(r'u"([^"]*)"', re.search(r"s_%s\[\] = \{(.*?)\n\};" % name, source, re.S)[1]))
+
+
+def clang_classes(path, text):
+    """Classes by clang's raw tokens, which cover the file without a gap."""
+    language = "c++" if path.suffix in (".cpp", ".hpp") else "c"
+    command = ["clang", "-cc1", "-dump-raw-tokens", "-x", language, "-std=" + ("c++20" if language == "c++" else "c17")]
+    dump = subprocess.run(command + [path], capture_output=True).stderr.decode("utf-8", "replace")
+    data = text.encode("utf-8")
+    line_starts = [0] + [match.end() for match in re.finditer(b"\n", data)]
+    tokens = []
+    at = 0
+    for location in re.finditer(r"\tLoc=<[^>\n]*:(\d+):(\d+)>\n", dump):
+        kind = dump[at : location.start()].split(" ", 1)[0]
+        tokens.append((kind, line_starts[int(location[1]) - 1] + int(location[2]) - 1, "[StartOfLine]" in dump[at : location.start()]))
+        at = location.end()
+    words = our_words("c")
+    of_bytes = ["other"] * len(data)
+    after_hash = False
+    for index, (kind, begin, starts_line) in enumerate(tokens):
+        end = tokens[index + 1][1] if index + 1 < len(tokens) else len(data)
+        begin += len(re.match(rb"(\\[ \t]*\n)*", data[begin:end])[0])  # clang counts lines joined before it to a token
+        value = data[begin:end].decode("utf-8", "replace")
+        if kind == "comment":
+            of_bytes[begin:end] = ["comment"] * (end - begin)
+        elif "literal" in kind or "constant" in kind:
+            of_bytes[begin:end] = ["string"] * (end - begin)
+        elif kind == "raw_identifier" and value in words and not after_hash:
+            of_bytes[begin:end] = ["keyword"] * (end - begin)
+        if kind != "unknown":
+            after_hash = kind == "hash" and starts_line
+    classes = []
+    at = 0
+    for character in text:
+        classes.append(of_bytes[at])
+        at += len(character.encode("utf-8"))
+    return classes
+
+
+def pygments_classes(path, text):
+    from pygments.lexers import JavascriptLexer, XmlLexer
+    from pygments.token import Comment, Literal, Name, Keyword, Operator
+
+    words = our_words("javaScript") if path.suffix == ".js" else set()
+    lexer = JavascriptLexer() if path.suffix == ".js" else XmlLexer()
+    classes = ["other"] * len(text)
+    for at, kind, value in lexer.get_tokens_unprocessed(text):
+        name = "other"
+        if kind in Comment and not (path.suffix == ".xml" and kind in Comment.Preproc):
+            name = "comment"
+        elif kind in Literal and kind not in Literal.String.Interpol:
+            name = "string"
+        elif value in words and (kind in Name or kind in Keyword or kind in Operator):
+            name = "keyword"
+        classes[at : at + len(value)] = [name] * len(value)
+    return classes
+
+
+def differences(ours, theirs, text):
+    """The runs of characters whose classes differ: (our class, theirs, where, length)."""
+    runs = []
+    for at, (one, other) in enumerate(zip(ours, theirs)):
+        if one == other or text[at].isspace():
+            continue
+        if runs and runs[-1][:2] == (one, other) and not text[runs[-1][2] + runs[-1][3] : at].strip():
+            runs[-1] = (one, other, runs[-1][2], at + 1 - runs[-1][2])
+        else:
+            runs.append((one, other, at, 1))
+    return runs
+
+
+def check(program, path, shown):
+    """One file: prints its line, and the differences; True when everything is as wanted."""
+    text = path.read_bytes()
+    try:
+        text = text.decode("utf-8")
+    except UnicodeDecodeError:
+        text = text.decode("latin-1")
+    text = text.replace("\r\n", "\n").replace("\r", "\n").removeprefix("\ufeff")
+    language = LANGUAGES.get(path.suffix, "c")
+    ours, survives = our_classes(program, path, language, text)
+    if not survives:
+        print(f"{path.name}: the text did not survive")
+        return False
+    if language not in ("c", "js", "xml"):
+        print(f"{path.name:34} {len(text):9} characters, the text survives")
+        return True
+    theirs = clang_classes(path, text) if language == "c" else pygments_classes(path, text)
+    runs = differences(ours, theirs, text)
+    total = sum(not character.isspace() for character in text)
+    wrong = sum(len("".join(text[at : at + length].split())) for _, _, at, length in runs)
+    agreement = 100 * (total - wrong) / max(total, 1)
+    counts = collections.Counter(name for name, character in zip(theirs, text) if not character.isspace())
+    shares = ", ".join(f"{100 * counts[name] / max(total, 1):.0f} % {name}" for name in ("comment", "string", "keyword"))
+    print(f"{path.name:34} {total:9} characters ({shares}), {wrong} differ: {agreement:.4f} % agree")
+    for kind, number in collections.Counter(run[:2] for run in runs).most_common():
+        print(f"    {number} times {kind[0]} where the reference has {kind[1]}")
+        for run in [run for run in runs if run[:2] == kind][:shown]:
+            line = text.count("\n", 0, run[2]) + 1
+            before = text[text.rfind("\n", 0, run[2]) + 1 : run[2]][-40:]
+            print(f"        line {line}: {before!r} >>> {text[run[2] : run[2] + min(run[3], 60)]!r}")
+    return agreement >= 99.9
+
+
+def main():
+    parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
+    parser.add_argument("--program", default=ROOT / "build/tavidoc", type=pathlib.Path)
+    parser.add_argument("--show", type=int, default=2, help="differences to show of each kind (%(default)s)")
+    parser.add_argument("files", nargs="+", type=pathlib.Path)
+    arguments = parser.parse_args()
+    results = [check(arguments.program.resolve(), path, arguments.show) for path in arguments.files]
+    sys.exit(0 if all(results) else 1)
+
+
+if __name__ == "__main__":
+    main()
