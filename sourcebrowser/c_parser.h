@@ -112,6 +112,7 @@ private:
     void declaration(const Token &first);
     void begin(const Token &first);
     bool collect(const Token &token);
+    void restart(const Token &token);
     bool branchInDeclaration(const Token &token);
     bool templateParameters(const Token &keyword);
     bool initialiser(const Token &equals);

@@ -243,7 +243,8 @@ void SourceBrowserCParser::continueAfter(SourceBrowserObject &object, const QStr
 /// Whether what follows a named body is a macro and no variable, as in `struct point {...} PACKED;`.
 bool SourceBrowserCParser::isComposedMacro(const SourceBrowserDeclarator &declarator) const
 {
-    return m_composed && m_composedIsNamed && declarator.isBarePlainName &&
+    return m_composed && m_composedIsNamed && !m_pending.isTypedef &&
+           (declarator.isBarePlainName || declarator.kind == SourceBrowserDeclarator::Function) &&
            std::none_of(declarator.name.begin(), declarator.name.end(), [](QChar unit) { return unit.isLower(); });
 }
 

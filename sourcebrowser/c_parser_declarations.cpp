@@ -68,6 +68,13 @@ bool SourceBrowserCParser::collect(const Token &token)
             return false;
         }
         break;
+    case String:
+        if (m_pending.parentheses == 0 && !m_pending.tokens.empty() && !m_pending.endsWith(Extern) &&
+            !m_pending.isOperator()) {
+            finish(); // a string belongs to no declaration
+            return false;
+        }
+        break;
     case Template:
         if (m_pending.parentheses == 0 && !m_pending.endsWith(Scope))
             return templateParameters(token);
@@ -84,12 +91,20 @@ bool SourceBrowserCParser::collect(const Token &token)
         break;
     }
     if (m_pending.restartsWith(token, m_scanner->pendingComment().isPresent())) {
-        if (!m_scanner->pendingComment().isPresent())
-            m_scanner->pendingComment() = std::move(m_pending.comment);
-        begin(token);
+        restart(token);
     }
     m_pending.note(token);
     return true;
+}
+
+/// What was collected are macros on lines of their own; the declaration begins with \a token.
+void SourceBrowserCParser::restart(const Token &token)
+{
+    SourceBrowserPendingComment between = std::move(m_scanner->pendingComment());
+    finish(); // one of them may wrap a declaration
+    if (between.isPresent())
+        m_scanner->pendingComment() = std::move(between);
+    begin(token);
 }
 
 /// "#else" inside a declaration: only the first branch counts when the conditional began inside
@@ -241,12 +256,15 @@ void SourceBrowserCParser::finish()
             if (declarator.type.insertion >= 0)
                 declarator.type.insertion += static_cast<int>(newName.size() - removed);
         }
-        if (declarator.kind == SourceBrowserDeclarator::Function) {
+        if (isComposedMacro(declarator)) {
+            continue;
+        } else if (declarator.kind == SourceBrowserDeclarator::Function) {
             declareFunction(declarator, isFirst, nullptr);
         } else if (m_composed && isFirst && m_pending.isTypedef && declarator.isBarePlainName) {
             newName = declarator.name;
             m_objects->rename(*m_composed, newName);
-        } else if (declarator.kind == SourceBrowserDeclarator::Object && !isComposedMacro(declarator)) {
+            m_reader.addType(newName);
+        } else if (declarator.kind == SourceBrowserDeclarator::Object) {
             declareObject(declarator, isFirst);
         }
         isFirst = false;
@@ -301,6 +319,8 @@ void SourceBrowserCParser::declareObject(const SourceBrowserDeclarator &declarat
     variable->isInitialised = m_pending.isInitialised;
     if (takesComment)
         attachComment(*variable, m_pending.line);
+    if (m_pending.isTypedef)
+        m_reader.addType(declarator.name);
     if (m_events)
         m_events->declareObject(phylum, declarator.name, variable->description(), m_pending.line);
     m_objects->add(*m_context->container, std::move(variable));

@@ -142,7 +142,9 @@ SourceBrowserTokenRecord SourceBrowserCScanner::read()
             return readPunctuation();
         case Shape::Skipped:
             ++m_column;
-            return makeToken(Skipped, m_column - 1);
+            if (m_column < m_size || m_units[m_column - 1] != u'\\') // a line goes on in the next
+                return makeToken(Skipped, m_column - 1);
+            break;
         }
     }
 }

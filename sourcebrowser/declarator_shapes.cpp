@@ -14,12 +14,6 @@ bool isPointer(const Token &token)
     return token.is('*') || token.is('&') || token.is('^');
 }
 
-bool isQualifier(const Token &token)
-{
-    return token.is(Const) || token.is(Volatile) || token.word == Word::Qualifier ||
-           (token.word == Word::TypeOperator && token.text == u"_Atomic");
-}
-
 bool isWord(const Token &token)
 {
     return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
@@ -71,10 +65,12 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readPointers
         if (here.is('[') && code(at + 1, end) == '[') {
             at = skipAttributes(at, end);
         } else if (isPointer(here)) {
+            if (!shape.prefix.isEmpty() && shape.prefix.back().isLetterOrNumber())
+                shape.prefix += u' ';
             shape.prefix += here.text;
             ++at;
-        } else if (isQualifier(here)) {
-            if (!shape.prefix.isEmpty() && shape.prefix.back().isLetter())
+        } else if (isQualifier(at)) {
+            if (!shape.prefix.isEmpty() && shape.prefix.back().isLetterOrNumber())
                 shape.prefix += u' ';
             shape.prefix += here.text;
             ++at;
@@ -302,7 +298,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Ind
             return end;
         }
         declarator.isConst |= here.is(Const) && shape.isFunction;
-        if (!shape.isFunction && !isWord(here) && !isQualifier(here) && !here.is('(') && !here.is('['))
+        if (!shape.isFunction && !isWord(here) && !isQualifier(at) && !here.is('(') && !here.is('['))
             return at;
         at = std::min(afterGroup(at), end);
     }
@@ -343,7 +339,8 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::readWrapped(Index begin, 
     Index open = begin;
     while (open < end && !token(open).is('('))
         ++open;
-    if (open >= end || m_isUnwrapping || token(open).match >= end)
+    const bool saysRemoved = open > begin && open < end && token(open - 1).text.endsWith("REMOVED"_L1);
+    if (open >= end || m_isUnwrapping || saysRemoved || token(open).match >= end)
         return {};
     const Index close = token(open).match;
     Index typeBegin = -1;
@@ -363,7 +360,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::readWrapped(Index begin, 
 SourceBrowserDeclarator SourceBrowserDeclaratorReader::unwrap(Index type, Index name, Index list)
 {
     const bool isPointerName = isPointer(token(name));
-    if (list - name > 3 || !isWord(token(list - 2)))
+    if (!token(name).is('(') && (list - name > 3 || !isWord(token(list - 2))))
         return {};
     std::vector<Token> tokens(m_tokens->begin() + type, m_tokens->begin() + name - 1);
     Token parenthesis = token(list);

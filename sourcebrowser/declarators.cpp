@@ -12,11 +12,6 @@ bool isWordCharacter(QChar unit)
     return unit.isLetterOrNumber() || unit == u'_' || unit == u'$' || unit == u'"';
 }
 
-bool isQualifier(const SourceBrowserTokenRecord &token)
-{
-    return token.is(Const) || token.is(Volatile) || token.word == Word::Qualifier;
-}
-
 bool isTag(const SourceBrowserTokenRecord &token)
 {
     return token.is(Struct) || token.is(Union) || token.is(Enum) || token.is(Class) || token.word == Word::TypeName;
@@ -167,13 +162,29 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::findTopLevel
     return std::min(at, end);
 }
 
+/// A qualifier, or a macro that by its name stands for one and is part of the type.
+bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
+{
+    const Token &here = token(at);
+    return here.is(Const) || here.is(Volatile) || here.word == Word::Qualifier ||
+           (here.word == Word::TypeOperator && here.text == u"_Atomic" && code(at + 1, size()) != '(') ||
+           (isPlain(here) &&
+            (here.text.endsWith("_RESTRICT"_L1) || here.text.endsWith("_CONST"_L1) || here.text == u"CONST" ||
+             here.text == u"RESTRICT") &&
+            at + 1 < size() &&
+            (isPlain(token(at + 1)) || token(at + 1).word == Word::BasicType || token(at + 1).is('*') ||
+             token(at + 1).is(Struct)));
+}
+
 /// A word in capitals, or one of a compiler's own: likely a macro.
 bool SourceBrowserDeclaratorReader::looksLikeMacro(Index at) const
 {
     const QStringView text = token(at).text;
     if (text.startsWith("__"_L1))
         return true;
-    return text.size() > 1 && std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); });
+    if (text.size() < 2 || std::any_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); }))
+        return false;
+    return !m_types.contains(text.toString());
 }
 
 /// The end of a qualified name that begins at \a at: words joined by "::", with template
@@ -187,7 +198,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::chainEnd(Ind
         if (code(at, end) == '<' && token(at).match > at && token(at).match < end)
             at = token(at).match + 1;
         if (code(at, end) != Scope)
-            return at;
+            return skipAttributes(at, end);
         ++at;
         if (code(at, end) == Template)
             ++at;
@@ -245,7 +256,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(In
         const Index begin = at;
         if (here.is('[') && code(at + 1, end) == '[') {
             at = skipAttributes(at, end);
-        } else if (isQualifier(here)) {
+        } else if (isQualifier(at)) {
             m_items.push_back({Item::Qualifier, begin, ++at});
         } else if (isStorage(here)) {
             ++at;
@@ -256,7 +267,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(In
         } else if (here.word == Word::TypeOperator) {
             if (code(++at, end) == '(')
                 at = std::min(afterGroup(at), end);
-            m_items.push_back({here.text == u"_Atomic" && at == begin + 1 ? Item::Qualifier : Item::Type, begin, at});
+            m_items.push_back({Item::Type, begin, at});
         } else if (isTag(here)) {
             at = chainEnd(skipAttributes(at + 1, end), end);
             m_items.push_back({Item::Type, begin, at});
@@ -308,6 +319,13 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
     if (code(stop, end) != '(') {
         m_items.push_back({Item::Plain, at, stop});
         return stop;
+    }
+    if (hasTypeBefore(m_items.size()) && looksLikeMacro(at) && code(stop + 1, end) == Identifier &&
+        code(stop + 2, end) == ',' && code(stop + 3, end) == '(') { // "int REDIRECT(name, (int), other)"
+        shape.nameBegin = stop + 1;
+        shape.nameEnd = stop + 2;
+        beginArguments(stop + 3, end, shape);
+        return std::min(afterGroup(stop), end);
     }
     const bool followsName =
         !m_items.empty() && m_items.back().kind == Item::Plain && hasTypeBefore(m_items.size() - 1);
@@ -366,7 +384,9 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
         return true;
     if (open - begin > 2 && token(open - 2).is(Scope))
         return true; // a constructor outside its class
-    if (plainWords == 0)
+    const bool followsTypeCall =
+        std::any_of(m_items.begin(), m_items.end(), [this](const Item &item) { return isTypeCall(item); });
+    if (plainWords == 0 && (isMacro || !followsTypeCall))
         return false;
     const bool typeFollows = close + 1 < end && (token(close + 1).word == Word::BasicType || isTag(token(close + 1)));
     return !typeFollows && (!isMacro || m_lastStrong < close);
@@ -383,7 +403,7 @@ void SourceBrowserDeclaratorReader::nameFromItems(Shape &shape, bool isArgument)
             words.clear();
         } else if (m_items[index].kind == Item::Plain) {
             words.push_back(index);
-        } else if (m_items[index].kind == Item::Call && isArgument) {
+        } else if (m_items[index].kind == Item::Call && (isArgument || !looksLikeMacro(m_items[index].begin))) {
             hasType |= words.empty();
         }
     }
@@ -400,6 +420,26 @@ void SourceBrowserDeclaratorReader::nameFromItems(Shape &shape, bool isArgument)
     m_items.erase(m_items.begin() + static_cast<std::ptrdiff_t>(chosen), m_items.end());
 }
 
+/// Whether a macro's argument is a type, as in `API(char *) name(void)`.
+bool SourceBrowserDeclaratorReader::isTypeCall(const Item &item) const
+{
+    if (item.kind != Item::Call || item.end - item.begin < 4)
+        return false;
+    const Token &first = token(item.begin + 2);
+    return first.word == Word::BasicType || first.is(Const) || isTag(first) || token(item.end - 2).is('*') ||
+           (item.end - item.begin == 4 && isPlain(first) && !looksLikeMacro(item.begin + 2));
+}
+
+/// How likely \a item is the type, when no keyword is.
+int SourceBrowserDeclaratorReader::rank(const Item &item) const
+{
+    if (item.kind == Item::Plain)
+        return looksLikeMacro(item.begin) ? 1 : 3;
+    if (!isTypeCall(item))
+        return 0;
+    return item.end - item.begin > 4 || !isPlain(token(item.begin + 2)) ? 2 : 1;
+}
+
 /// The type that the words before the declarator name. Words that no type is made of are macros.
 QString SourceBrowserDeclaratorReader::specifierText() const
 {
@@ -408,9 +448,6 @@ QString SourceBrowserDeclaratorReader::specifierText() const
     int chosen = -1;
     for (int index = 0; !hasType && index < static_cast<int>(m_items.size()); ++index) {
         const Item &item = m_items[static_cast<size_t>(index)];
-        const auto rank = [this](const Item &candidate) {
-            return candidate.kind == Item::Plain ? (looksLikeMacro(candidate.begin) ? 1 : 2) : 0;
-        };
         if (item.kind != Item::Qualifier && (chosen < 0 || rank(item) >= rank(m_items[static_cast<size_t>(chosen)])))
             chosen = index;
     }

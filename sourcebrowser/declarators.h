@@ -3,6 +3,8 @@
 #include "sourcebrowser/members.h"
 #include "sourcebrowser/tokens.h"
 
+#include <QSet>
+
 #include <span>
 #include <vector>
 
@@ -39,6 +41,10 @@ public:
     /// type is a constructor when it is named \a className. Links the brackets in \a tokens.
     [[nodiscard]] std::vector<SourceBrowserDeclarator> read(std::vector<Token> &tokens, const QString &className,
                                                             bool isTypedef);
+
+    /// Tells the reader that \a name is a type, even if it looks like a macro.
+    void addType(const QString &name) { m_types.insert(name); }
+    void forgetTypes() { m_types.clear(); }
 
     /// Stores in every bracket the index of the one that belongs to it. An opening one that is
     /// never closed belongs to the end, \a tokens.size().
@@ -110,7 +116,11 @@ private:
     [[nodiscard]] Index findTopLevel(Index from, Index end, int code) const;
     [[nodiscard]] Index wrappedArguments(Index open) const;
     [[nodiscard]] bool looksLikeMacro(Index at) const;
+    [[nodiscard]] bool isTypeCall(const Item &item) const;
+    [[nodiscard]] bool isQualifier(Index at) const;
+    [[nodiscard]] int rank(const Item &item) const;
     [[nodiscard]] const Token &token(Index at) const { return (*m_tokens)[static_cast<size_t>(at)]; }
+    [[nodiscard]] Index size() const { return static_cast<Index>(m_tokens->size()); }
     [[nodiscard]] int code(Index at, Index end) const { return at < end ? token(at).code : 0; }
     [[nodiscard]] std::span<const Token> range(Index begin, Index end) const
     {
@@ -119,6 +129,7 @@ private:
 
     std::vector<Token> *m_tokens = nullptr;
     QString m_className;
+    QSet<QString> m_types; ///< known types with names in capitals
     std::vector<Item> m_items;
     QString m_specifiers; ///< of the last readOne()
     bool m_isTypedef = false;

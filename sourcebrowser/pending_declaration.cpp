@@ -66,7 +66,8 @@ bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, bool comm
     if (tokens.empty() || parentheses > 0 || token.line == tokens.back().line)
         return false;
     const bool startsStatement = token.is(Typedef) || token.is(Extern) || token.is(Static);
-    if (!startsStatement && !commentBetween && token.line - tokens.back().line < 2)
+    const bool isWrapped = tokens.size() > 3 && tokens.back().is(')') && tokens[tokens.size() - 2].is(')');
+    if (!startsStatement && !isWrapped && !commentBetween && token.line - tokens.back().line < 2)
         return false;
     // Words and calls only: "BEGIN_DECLARATIONS", "DECLARE(name)".
     const Token &front = tokens.front();

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cstdio>
 
 using namespace Qt::StringLiterals;
@@ -105,8 +106,9 @@ void dumpTokens(const QString &file, const QByteArray &text)
 void dumpCollection(const char *title, const SourceBrowserModel::Collection &collection)
 {
     for (const SourceBrowserObject *object : collection) {
-        out() << title << "\t" << object->qualifiedName() << "\t" << object->phylum() << "\t"
-              << object->lines().first + 1 << "\t" << object->description().replace(u'\n', u' ') << "\n";
+        const SourceBrowserObject::Lines &lines = object->lines();
+        out() << title << "\t" << object->qualifiedName() << "\t" << object->phylum() << "\t" << lines.first + 1 << "\t"
+              << std::max(lines.first, lines.last) + 1 << "\t" << object->description().replace(u'\n', u' ') << "\n";
     }
 }
 

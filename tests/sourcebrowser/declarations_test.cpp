@@ -1,0 +1,171 @@
+#include "tests/sourcebrowser/header_text.h"
+
+#include <gtest/gtest.h>
+
+#include <ostream>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Every declaration of a header on a line of its own: qualified name, phylum and rendering.
+std::string declared(const QString &text)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(text);
+    QStringList lines;
+    for (const auto *collection :
+         {&model.containers(), &model.functions(), &model.variables(), &model.enumerations(), &model.macros()}) {
+        for (const SourceBrowserObject *object : *collection) {
+            const bool showsText = dynamic_cast<const SourceBrowserVariable *>(object) || object->phylum() == 0;
+            lines << object->qualifiedName() + (showsText ? u" = "_s + object->description().simplified() : QString());
+        }
+    }
+    return lines.join(u" ; "_s).toStdString();
+}
+
+struct Row
+{
+    const char16_t *header;
+    const char *declarations;
+};
+
+/// Names a row by the words of its header.
+void PrintTo(const Row &row, std::ostream *out)
+{
+    for (const char16_t *at = row.header; *at; ++at)
+        *out << (QChar(*at).isLetterOrNumber() ? char(*at) : '_');
+}
+
+class Declarations : public testing::TestWithParam<Row>
+{
+};
+
+TEST_P(Declarations, AreReadAndRendered)
+{
+    EXPECT_EQ(declared(QString::fromUtf16(GetParam().header)), GetParam().declarations)
+        << QString::fromUtf16(GetParam().header).toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Declarators, Declarations,
+    testing::Values(
+        Row{u"int a, *b, c[3];", "a = int a ; b = int *b ; c = int c[3]"},
+        Row{u"extern const char *const names[2 | 4];", "names = const char *const names[2 | 4]"},
+        Row{u"int f(void), g();", "f = int f(void) ; g = int g(void)"},
+        Row{u"char *strdup(const char *, int n = 3);", "strdup = char *strdup(const char *, int n)"},
+        Row{u"void (*signal(int sig, void (*func)(int)))(int);",
+            "signal = void (*signal(int sig, void (*func)(int)))(int)"},
+        Row{u"int (*p)[3]; int (*q[2])(void); int (*(*r)(int))(long);",
+            "p = int (*p)[3] ; q = int (*q[2])(void) ; r = int (*(*r)(int))(long)"},
+        Row{u"typedef int (*handler_t)( void );", "handler_t = typedef int (*handler_t)(void)"},
+        Row{u"typedef int fn(int a), *pointer;", "fn = typedef int fn(int a) ; pointer = typedef int *pointer"},
+        Row{u"lua_State *(lua_newstate) (lua_Alloc f, void *ud); int (f)(int);",
+            "f = int f(int) ; lua_newstate = lua_State *lua_newstate(lua_Alloc f, void *ud)"},
+        Row{u"int sum(int n, ...), old();", "old = int old(void) ; sum = int sum(int n, ...)"},
+        Row{u"unsigned long long x = 1, y = f(1, 2), z = { 1, 2 };",
+            "x = unsigned long long x ; y = unsigned long long y ; z = unsigned long long z"},
+        Row{u"int old(a, b) int a; char *b; { return 0; } int next;", "old = int old(a, b) ; next = int next"},
+        Row{u"int f(void (*)(int), int (int), char a[static 3], char *const *v);",
+            "f = int f(void (*)(int), int (int), char a[static 3], char *const *v)"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Macros, Declarations,
+    testing::Values(
+        Row{u"ZSTDLIB_API size_t f(void* dst);", "f = size_t f(void *dst)"},
+        Row{u"extern int f (int x) __THROW __nonnull ((1, 2)) __wur;", "f = int f(int x)"},
+        Row{u"GLIB_AVAILABLE_IN_ALL\ngchar *f (GType t) G_GNUC_CONST;", "f = gchar *f(GType t)"},
+        Row{u"XMLPUBFUN int XMLCALL f(xmlDocPtr doc);", "f = int f(xmlDocPtr doc)"},
+        Row{u"API(void *) f(int a);\nAPI(XML_Bool)\ng(void);", "f = API(void *) f(int a) ; g = API(XML_Bool) g(void)"},
+        Row{u"PNG_EXPORT(1, png_uint_32, version, (void));\nFP_EXPORT(2, int, a, (int x))\nFP_EXPORT(3, int, b, (int "
+            u"y))\n",
+            "a = int a(int x) ; b = int b(int y) ; version = png_uint_32 version(void)"},
+        Row{u"int f OF((int a)); typedef int (*g) OF((void));", "f = int f(int a) ; g = typedef int (*g)(void)"},
+        Row{u"extern int REDIRECT (f, (int a), other);", "f = int f(int a)"},
+        Row{u"extern FILE *out ATTRIBUTE(3); int errors ALIGNED;", "errors = int errors ; out = FILE *out"},
+        Row{u"typedef void (WINAPI *call)(int); typedef int (API call2)(int);",
+            "call = typedef void (*call)(int) ; call2 = typedef int call2(int)"},
+        Row{u"BEGIN_DECLS\n\n/* c */\nint f(void);\nDEFINE_THING(a, b)\nint g(void);\nEND_DECLS",
+            "f = int f(void) ; g = int g(void)"},
+        Row{u"typedef int TYPE_ID;\nDECL TYPE_ID CALL f(void);", "f = TYPE_ID f(void) ; TYPE_ID = typedef int TYPE_ID"},
+        Row{u"int f __attribute__((x)) (int) asm (\"g\") __packed; struct __attribute__((y)) s { int a; } PACKED;",
+            "s ; f = int f(int) ; s.a = int a"},
+        Row{u"STATIC_ASSERT(sizeof(int) == 4);\nstatic_assert(1, \"\");\nREMOVED(1, int, f, (void));\nFOO;", ""}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Structures, Declarations,
+    testing::Values(Row{u"typedef struct { int x, y; } Point, *PPoint;",
+                        "Point ; PPoint = typedef Point *PPoint ; Point.x = int x ; Point.y = int y"},
+                    Row{u"typedef struct tag { unsigned flags : 3, : 0; char n[16]; struct { int q; } in; } Name;",
+                        "Name ; Name.(Anonymous) ; Name.(Anonymous).q = int q ; Name.flags = unsigned flags : 3 ; "
+                        "Name.in = struct {...} in ; Name.n = char n[16]"},
+                    Row{u"struct s; struct s *f(struct s v); struct s v; typedef struct s s_t;",
+                        "f = struct s *f(struct s v) ; s_t = typedef struct s s_t ; v = struct s v"},
+                    Row{u"struct a { int x; } v, *w; union u { int i; float f; };",
+                        "a ; u ; a.x = int x ; u.f = float f ; u.i = int i ; v = struct a v ; w = struct a *w"},
+                    Row{u"enum e { A, B = 1 | 2, C = 'x' } v; enum { D }; typedef enum t { E, } T; enum fwd;",
+                        "v = enum e v ; e = typedef enum { A, B = 1 | 2, C = 'x' } e ; "
+                        "(Anonymous) = typedef enum { D } (Anonymous) ; T = typedef enum { E } T"},
+                    Row{u"struct s f(void) { return x; } struct API(8) t { int a; };",
+                        "t ; f = struct s f(void) ; t.a = int a"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    CPlusPlus, Declarations,
+    testing::Values(
+        Row{u"class API Foo final : public Bar<int> { Foo(int a) : x(a), y{3} {} ~Foo(); explicit Foo(); };",
+            "Foo ; Foo.Foo = Foo(int a) ; Foo.Foo = Foo(void) ; Foo.~Foo = ~Foo(void)"},
+        Row{u"class F { bool operator==(const F &o) const = 0; operator bool() const; int operator()(int a);\n"
+            u"F &operator+=(F &&); void *operator new[](size_t); };",
+            "F ; F.operator bool = operator bool(void) ; F.operator new[] = void *operator new[](size_t) ; "
+            "F.operator() = int operator()(int a) ; F.operator+= = F &operator+=(F &&) ; "
+            "F.operator== = bool operator==(const F &o)"},
+        Row{u"template <typename T, int N = (1 > 2)> std::vector<T> get(std::map<int, T> m = {}) noexcept;",
+            "get = std::vector<T> get(std::map<int, T> m)"},
+        Row{u"template <> struct hash<Foo> { int a; }; enum class E : char { A }; auto f() -> int;",
+            "hash ; f = int f(void) ; hash.a = int a ; E = typedef enum { A } E"},
+        Row{u"[[nodiscard]] int f [[x]] (); namespace n { inline namespace v1 { int a; } } using T = int; namespace b "
+            u"= n;",
+            "n ; n.v1 ; f = int f(void) ; n.v1.a = int a"},
+        Row{u"class A { public slots: void s(); Q_PROPERTY(int a READ b) friend class B; friend int g(A); Q_OBJECT };",
+            "A ; A.s = void s(void)"},
+        Row{u"extern \"C\" { int a; } extern \"C\" int b; int C::*member; const int M::x = 3;",
+            "a = int a ; b = int b ; member = int C::* member"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Recovery, Declarations,
+    testing::Values(
+        Row{u"+ - ; ) } ] int a; @ int b; f(; int c;", "a = int a ; b = int b ; c = int c"},
+        Row{u"#if A\nint f(int a) {\n#else\nint g(void) {\n#endif\n} int h;",
+            "f = int f(int a) ; g = int g(void) ; h = int h"},
+        Row{u"#ifdef A\nstruct a {\n#else\nstruct b {\n#endif\nint x; };\nint y;", "a ; b ; b.x = int x ; y = int y"},
+        Row{u"#ifdef A\nint f(void) {\n#endif\nint g(void);\nint h;", "f = int f(void) ; g = int g(void) ; h = int h"},
+        Row{u"struct a {\n int x;\n\ntypedef int y;\nint z;", "a ; a.x = int x ; y = typedef int y ; z = int z"},
+        Row{u"int f(int a\n#if X\n, int b\n#else\n, long c\n#endif\n); int d;", "f = int f(int a, int b) ; d = int d"},
+        Row{u"enum e { A = 1\n#if X\n, B };\n#else\n};\n#endif\nint d;", "d = int d ; e = typedef enum { A = 1, B } e"},
+        Row{u"int \"unclosed\nint a; 'b\nint c; /* open", "a = int a ; c = int c"}));
+
+TEST(Declarations, DeepAndLongInputEnds)
+{
+    const qsizetype count = 20000;
+    const QStringList texts = {
+        u"namespace a { "_s.repeated(count),
+        u"struct a { "_s.repeated(count),
+        u"("_s.repeated(count),
+        u"int f"_s + u"("_s.repeated(count),
+        u"a<"_s.repeated(count),
+        u"int "_s + u"(*"_s.repeated(count),
+        u"#if x\n"_s.repeated(count),
+        u"typedef enum { "_s.repeated(count),
+        u"["_s.repeated(count),
+        u"int a = {"_s.repeated(count),
+        u"A(x) "_s.repeated(count),
+        u"int f("_s + u"int (*a)("_s.repeated(count),
+    };
+    for (const QString &text : texts) {
+        SourceBrowserModel model;
+        HeaderParser(model).parseText(text + u"\n;int end;"_s);
+        EXPECT_LE(model.containers().size(), 1000U) << text.left(20).toStdString();
+    }
+}
+
+} // namespace
