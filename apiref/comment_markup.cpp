@@ -129,6 +129,28 @@ void removeDecoration(std::vector<std::string_view> &lines)
     }
 }
 
+bool hasInnerText(std::string_view comment)
+{
+    bool decorated = false;
+    bool judged = false;
+    std::size_t begin = comment.find('\n');
+    for (std::size_t end = 0; begin != std::string_view::npos; begin = end) {
+        end = comment.find('\n', begin + 1);
+        if (end == std::string_view::npos)
+            return false;
+        std::string_view line = comment.substr(begin + 1, end - begin - 1);
+        if (leadingBlanks(line) == line.size())
+            continue;
+        decorated = judged ? decorated : isDecorated(line);
+        judged = true;
+        if (decorated && isDecorated(line))
+            line = withoutDecoration(line);
+        if (line.find_first_not_of(" \t\r\v\f") != std::string_view::npos)
+            return true;
+    }
+    return false;
+}
+
 std::string overviewMarkup(std::string_view text)
 {
     const std::size_t firstEnd = std::min(text.find('\n'), text.size());

@@ -43,33 +43,24 @@ std::string qualifiedByDots(std::string_view name)
     return result;
 }
 
-bool hasInnerText(std::string_view comment)
-{
-    std::vector<std::string_view> lines = innerLines(comment);
-    removeDecoration(lines);
-    return std::ranges::any_of(lines, [](std::string_view line) { return !trimmed(line).empty(); });
-}
-
-/// The text of \a html without tags, on one line.
-std::string withoutTags(std::string_view html)
+/// The first sentence of \a html without tags, on one line: up to a full stop before white
+/// space, or all of it.
+std::string firstSentence(std::string_view html)
 {
     std::string text;
     while (!html.empty()) {
+        const char first = html.front();
         const char next = html.size() > 1 ? html[1] : '\0';
-        const bool isTag = html.front() == '<' && (next == '/' || isNameCharacter(next));
+        const bool isTag = first == '<' && (next == '/' || isNameCharacter(next));
         const std::size_t end = isTag ? html.find('>') : std::string_view::npos;
-        if (end == std::string_view::npos)
-            text += html.front();
+        if (end == std::string_view::npos) {
+            if (isSpace(first) && text.ends_with('.'))
+                break;
+            text += first;
+        }
         html.remove_prefix(end == std::string_view::npos ? 1 : end + 1);
     }
     return simplified(text);
-}
-
-/// The first sentence of \a text: up to a full stop before white space, or all of it.
-std::string firstSentence(const std::string &text)
-{
-    const std::size_t stop = text.find(". ");
-    return stop == std::string::npos ? text : text.substr(0, stop + 1);
 }
 
 } // namespace
@@ -131,7 +122,7 @@ void ReferencePages::makePage(const Documented &declaration)
     SourceMap map;
     map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
     const std::string brief = translate(markup, map);
-    std::string description = brief.empty() ? firstSentence(withoutTags(m_blocks.firstParagraph())) : brief;
+    std::string description = brief.empty() ? firstSentence(m_blocks.firstParagraph()) : brief;
     m_finished.insert_or_assign(declaration.stem, std::pair(declaration.line, std::move(description)));
 }
 

@@ -231,7 +231,8 @@ void SourceBrowserCScanner::readBlockComment()
 void SourceBrowserCScanner::judgeComment()
 {
     const int lineCount = m_comment.lastLine() - m_comment.firstLine() + 1;
-    if (m_comment.firstCharacter() != u'!') {
+    const auto [first, second] = m_comment.firstCharacters();
+    if (first != u'!' || (second != u'!' && second != u'\\' && second != u'<')) {
         m_statistics.comment += lineCount;
         return;
     }

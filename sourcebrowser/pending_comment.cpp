@@ -48,14 +48,18 @@ QString SourceBrowserPendingComment::text() const
     return text;
 }
 
-QChar SourceBrowserPendingComment::firstCharacter() const
+std::array<QChar, 2> SourceBrowserPendingComment::firstCharacters() const
 {
+    std::array<QChar, 2> characters;
+    std::size_t count = 0;
     for (size_t index = 0; index < m_lines.size(); ++index) {
-        const QStringView line = lineText(index);
-        const auto *found =
-            std::find_if(line.begin(), line.end(), [](QChar character) { return !character.isSpace(); });
-        if (found != line.end())
-            return *found;
+        for (const QChar character : lineText(index)) {
+            if (character.isSpace())
+                continue;
+            characters[count++] = character;
+            if (count == characters.size())
+                return characters;
+        }
     }
-    return {};
+    return characters;
 }

@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include <array>
 #include <vector>
 
 /// A block comment that waits for the declaration after it. Lines are kept as they were read;
@@ -23,8 +24,8 @@ public:
     [[nodiscard]] int lastLine() const { return m_lastLine; }   ///< -1 without a comment
     /// The text between the delimiters, lines joined by "\n".
     [[nodiscard]] QString text() const;
-    /// The first character that is no white space; null for a blank comment.
-    [[nodiscard]] QChar firstCharacter() const;
+    /// The first two characters that are no white space; null where there is none.
+    [[nodiscard]] std::array<QChar, 2> firstCharacters() const;
 
     /// Whether the comment is attached to a declaration on \a line, which is counted from 0.
     /// Comparing it with a line counted from 1 is wanted: one blank line may stand between.
