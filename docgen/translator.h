@@ -84,7 +84,6 @@ private:
 
     // The loop
     void copyText();
-    void copyTextOutsideRows();
     [[nodiscard]] std::size_t plainTextEnd() const;
     [[nodiscard]] bool isPlainAfterAll(std::size_t offset, char c) const;
     [[nodiscard]] unsigned specialCharacters() const;
@@ -219,7 +218,6 @@ private:
     std::size_t m_gridOffset = 0; // of the command that opened the table or matrix
     bool m_inSynopsis = false;
     bool m_saidNoPage = false;
-    bool m_titleEntryOpen = false; // the document title has an entry and no page came yet
     bool m_titlesWithoutEntry = false;
     bool m_withoutEntry = false; // the next page gets no contents entry
     std::size_t m_briefOffset = 0;

@@ -158,8 +158,11 @@ void Translator::startSection(int levelBelowTop, std::string_view title)
 
 void Translator::copyLine(const Command &)
 {
+    const auto html = lineOrBraced();
+    if (!html)
+        return;
     m_blocks.setMode(BlockMode::None);
-    write(m_cursor.takeLine());
+    write(*html);
 }
 
 void Translator::briefText(const Command &)
@@ -167,7 +170,7 @@ void Translator::briefText(const Command &)
     const std::optional<std::size_t> brace = m_cursor.argumentEnd();
     if (m_cursor.atBrace() && !brace)
         return missingArgument();
-    const std::size_t end = brace.value_or(m_cursor.lineEnd());
+    const std::size_t end = brace ? *brace : m_cursor.lineEnd();
     const std::size_t resume = brace ? end + 1 : end;
     if (brace)
         m_cursor.moveTo(m_cursor.offset() + 1);

@@ -93,6 +93,8 @@ void Translator::screen(const Command &)
     } else {
         write("\" />");
     }
+    if (!caption && m_cursor.atBrace())
+        missingArgument();
 }
 
 void Translator::link(const Command &command)
@@ -107,6 +109,8 @@ void Translator::link(const Command &command)
     writeOpening(command.first);
     m_references.appendLink(m_blocks.text(), *target, caption);
     write(command.second);
+    if (!caption && m_cursor.atBrace())
+        missingArgument();
 }
 
 void Translator::lineNumber(const Command &)

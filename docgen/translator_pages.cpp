@@ -4,6 +4,8 @@
 #include "docgen/member_groups.h"
 #include "docgen/text_escape.h"
 
+#include <utility>
+
 namespace {
 
 /// True when the page file of \a stem would stand outside the output directory.
@@ -49,14 +51,14 @@ void Translator::split(const Command &)
     if (!name)
         return;
     const std::string_view stem = trimmed(*name);
+    const bool withEntry = !std::exchange(m_withoutEntry, false);
     if (leavesDirectory(stem)) {
         error("the page would leave the output directory");
         m_pages.openDiscarded();
         return;
     }
-    if (!m_withoutEntry)
+    if (withEntry)
         m_contents.openPage(stem);
-    m_withoutEntry = false;
     m_saidNoPage = false;
     m_pages.open(stem);
 }
