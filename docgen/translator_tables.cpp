@@ -10,6 +10,8 @@ void Translator::table(const Command &)
     const ColumnWidths columns = columnWidths(*argument);
     if (!columns.valid)
         error("a width is no number");
+    if (m_blocks.mode() == BlockMode::Table)
+        return error("a table is open already"); // deliberate: its rows go into the open one
     m_gridOffset = m_commandOffset;
     m_blocks.setMode(BlockMode::None);
     m_row = Row::None;
@@ -25,6 +27,8 @@ void Translator::matrix(const Command &)
     if (!argument)
         return;
     const std::size_t count = columnCount(*argument);
+    if (m_blocks.mode() == BlockMode::Matrix)
+        return error("a matrix is open already"); // deliberate, as with tables
     m_gridOffset = m_commandOffset;
     m_blocks.setMode(BlockMode::None);
     m_row = Row::None;

@@ -59,10 +59,10 @@ inline MarkupRun runFile(const QTemporaryDir &directory, const QString &name, co
             text.erase(at, prefix.size());
         run.messages += text;
     });
-    generator.run(options.macros, options.split, Path(directory.filePath(name)), QStringLiteral("out"), records,
-                  options.format, {});
+    const QString output = directory.filePath(QStringLiteral("out"));
+    generator.run(options.macros, options.split, Path(directory.filePath(name)), output, records, options.format, {});
     for (const OutputRecord &record : records) {
-        const std::string file = record.fileName.toStdString().substr(4);
+        const std::string file = record.fileName.mid(output.size() + 1).toStdString();
         if (file.ends_with(".htm"))
             run.pages += file + ": " + bodyOf(record.text.toStdString()) + "\n";
         else
