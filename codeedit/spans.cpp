@@ -12,6 +12,7 @@
 namespace {
 
 constexpr unsigned s_namedStyles = 17;
+constexpr int s_unlooked = 8; // characters that are written without a look at the room
 constexpr std::string_view s_closingTag = "</span>";
 
 /// A short text in a fixed room, so that copying it takes no loop.
@@ -67,76 +68,78 @@ Phrases::Phrases()
 
 const Phrases s_phrases;
 
-/// Takes the character at \a at and appends it to \a text as UTF-8. Half a pair becomes U+FFFD.
-void appendUtf8(std::string &text, const char16_t *&at)
+/// Copies the plain characters at \a styled to \a to, until \a full is reached or passed. Both
+/// places are moved on.
+void copyPlain(char *&to, const char *full, const char16_t *&styled)
 {
-    char32_t character = *at++;
-    if (character >= 0xD800 && character < 0xDC00 && *at >= 0xDC00 && *at < 0xE000)
-        character = 0x10000 + ((character - 0xD800) << 10) + (*at++ - 0xDC00U);
-    else if (character >= 0xD800 && character < 0xE000)
-        character = 0xFFFD;
+    while (to < full) {
+        for (int index = 0; index < s_unlooked; ++index) {
+            if (*styled >= 128 || !s_phrases.plain[*styled])
+                return;
+            *to++ = static_cast<char>(*styled++);
+        }
+    }
+}
+
+/// Takes the character at \a at, which is beyond ASCII. Half a pair is taken as U+FFFD.
+char32_t takeCharacter(const char16_t *&at)
+{
+    const char32_t character = *at++;
+    if (character < 0xD800 || character >= 0xE000)
+        return character;
+    if (character < 0xDC00 && *at >= 0xDC00 && *at < 0xE000)
+        return 0x10000 + ((character - 0xD800) << 10) + (*at++ - 0xDC00U);
+    return 0xFFFD;
+}
+
+std::string utf8(char32_t character)
+{
     int shift = character < 0x800 ? 6 : character < 0x10000 ? 12 : 18;
     const unsigned lead = character < 0x800 ? 0xC0 : character < 0x10000 ? 0xE0 : 0xF0;
-    text += static_cast<char>(lead | character >> shift);
+    std::string text(1, static_cast<char>(lead | character >> shift));
     while (shift > 0) {
         shift -= 6;
         text += static_cast<char>(0x80 | (character >> shift & 0x3F));
     }
+    return text;
+}
+
+/// Copies the character at \a styled to \a to in its escaped form; the result is its end.
+char *copySpecial(char *to, const char16_t *&styled)
+{
+    if (*styled < 128)
+        return s_phrases.escapes[*styled++].copyTo(to);
+    return std::ranges::copy(escapedText(utf8(takeCharacter(styled))), to).out;
 }
 
 } // namespace
 
-void Spans::flush()
-{
-    m_html.append(m_buffer.data(), m_to);
-    m_to = m_buffer.data();
-}
-
 void Spans::appendLine(const char16_t *styled)
 {
+    const char *const full = m_buffer.data() + s_size - s_reserve;
     const auto *starts = &s_phrases.firstRun;
+    char *to = m_to;
     while (*styled != 0) {
         if (*styled == s_styleMarker) {
-            m_to = (*starts)[std::min<unsigned>(styled[1], s_namedStyles)].copyTo(m_to);
+            to = (*starts)[std::min<unsigned>(styled[1], s_namedStyles)].copyTo(to);
             starts = &s_phrases.nextRun;
             styled += 2;
         }
-        styled = appendPlain(styled);
-        if (*styled != s_styleMarker)
-            styled = appendSpecial(styled);
-        if (m_to >= m_full)
-            flush();
+        copyPlain(to, full, styled);
+        if (*styled != 0 && *styled != s_styleMarker && to < full)
+            to = copySpecial(to, styled);
+        if (to >= full)
+            to = flushed(to);
     }
     if (starts == &s_phrases.nextRun)
-        m_to = std::ranges::copy(s_closingTag, m_to).out;
-    *m_to++ = '\n';
-    if (m_to >= m_full)
-        flush();
+        to = std::ranges::copy(s_closingTag, to).out;
+    *to++ = '\n';
+    m_to = to < full ? to : flushed(to);
 }
 
-/// Appends the plain characters at \a styled as far as there is room; the result is where they end.
-const char16_t *Spans::appendPlain(const char16_t *styled)
+/// Hands over the buffer, which is filled up to \a end; the result is its beginning.
+char *Spans::flushed(char *end)
 {
-    // Copies, because a store through "to" might be one to the members.
-    char *to = m_to;
-    const char *const full = m_full;
-    while (*styled < 128 && s_phrases.plain[*styled] && to < full)
-        *to++ = static_cast<char>(*styled++);
-    m_to = to;
-    return styled;
-}
-
-/// Appends the character at \a styled, if there is one; the result is where the next one is.
-const char16_t *Spans::appendSpecial(const char16_t *styled)
-{
-    if (*styled == 0 || m_to >= m_full)
-        return styled;
-    if (*styled < 128) {
-        m_to = s_phrases.escapes[*styled].copyTo(m_to);
-        return styled + 1;
-    }
-    std::string character;
-    appendUtf8(character, styled);
-    m_to = std::ranges::copy(escapedText(character), m_to).out;
-    return styled;
+    m_html.append(m_buffer.data(), end);
+    return m_buffer.data();
 }

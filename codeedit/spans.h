@@ -12,21 +12,18 @@ public:
     explicit Spans(std::string &html) : m_html(html) {}
     Spans(const Spans &) = delete;
     Spans &operator=(const Spans &) = delete;
-    ~Spans() { flush(); }
+    ~Spans() { flushed(m_to); }
 
     /// \a styled ends with a 0 unit.
     void appendLine(const char16_t *styled);
 
 private:
-    void flush();
-    const char16_t *appendPlain(const char16_t *styled);
-    const char16_t *appendSpecial(const char16_t *styled);
+    char *flushed(char *end);
 
-    static constexpr std::size_t s_size = 16384;
-    static constexpr std::size_t s_reserve = 72; // room for a span's tags, a character and an end of line
+    static constexpr std::size_t s_size = 4096;
+    static constexpr std::size_t s_reserve = 80; // more than is written between two looks at the room
 
     std::string &m_html;
     std::array<char, s_size> m_buffer;
     char *m_to = m_buffer.data();
-    const char *const m_full = m_to + s_size - s_reserve;
 };

@@ -3,6 +3,7 @@
 #include "codeedit/code_style.h"
 
 #include <cstddef>
+#include <cstring>
 
 /// The character that starts a run in a styled line; the unit after it is the style.
 inline constexpr char16_t s_styleMarker = u'\uFDD0';
@@ -47,6 +48,12 @@ private:
             *m_out++ = s_styleMarker;
             *m_out++ = static_cast<char16_t>(style);
             m_style = style;
+        }
+        const auto length = static_cast<std::size_t>(end - m_from);
+        if (length > 3) {
+            std::memcpy(m_out, m_from, length * sizeof(char16_t));
+            m_out += length;
+            m_from = end;
         }
         while (m_from != end)
             *m_out++ = *m_from++;
