@@ -7,7 +7,8 @@
 
 /* Both counters only grow and wrap with their type; since the capacity is a power of two, what lies
    between them is right even then. The writer alone stores head, the reader alone stores tail. */
-struct ring_buffer {
+struct ring_buffer
+{
     size_t capacity;
     atomic_size_t head; /* bytes written so far */
     atomic_size_t tail; /* bytes read so far */

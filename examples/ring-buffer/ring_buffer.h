@@ -123,7 +123,8 @@ typedef struct ring_buffer ring_buffer;
  *
  * \ingroup Types
  */
-typedef enum {
+typedef enum
+{
     RING_BUFFER_OK = 0,
     RING_BUFFER_FULL,
     RING_BUFFER_TOO_LARGE
@@ -149,7 +150,8 @@ typedef enum {
  *
  * \ingroup Types
  */
-typedef struct {
+typedef struct
+{
     size_t written;
     size_t read;
     size_t refused;

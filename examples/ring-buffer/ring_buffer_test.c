@@ -6,7 +6,7 @@
 
 static int s_failures;
 
-#define CHECK(condition) \
+#define CHECK(condition)                                                                                               \
     ((condition) ? (void)0 : (void)(s_failures++, fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition)))
 
 static void refuses_a_capacity_that_cannot_be(void)
@@ -77,7 +77,10 @@ static void shows_the_bytes_where_they_lie(void)
     ring_buffer_free(buffer);
 }
 
-enum { s_total = 1000000 };
+enum
+{
+    s_total = 1000000
+};
 
 static int write_a_million(void *buffer)
 {
