@@ -4,6 +4,8 @@
 #include <stddef.h>
 
 /*!!
+ * \h1 ring_buffer.h
+ *
  * A ring buffer carries bytes from the one who writes them to the one who reads them. It holds a
  * fixed number of bytes, never allocates after it was made, and never waits: a call that cannot do
  * all it was asked to does what it can and says how much that was.
@@ -14,20 +16,20 @@
  * \section A first program
  *
  * \code
- *     #include "ring_buffer.h"
- *     #include <stdio.h>
+ * #include "ring_buffer.h"
+ * #include <stdio.h>
  *
- *     int main(void)
- *     {
- *         ring_buffer *line = ring_buffer_new(64);
- *         char text[6] = "";
+ * int main(void)
+ * {
+ *     ring_buffer *line = ring_buffer_new(64);
+ *     char text[6] = "";
  *
- *         ring_buffer_write(line, "Hello", 5); // five bytes go in ...
- *         ring_buffer_read(line, text, 5);     // ... and come out in the same order
- *         puts(text);
- *         ring_buffer_free(line);
- *         return 0;
- *     }
+ *     ring_buffer_write(line, "Hello", 5); // five bytes go in ...
+ *     ring_buffer_read(line, text, 5);     // ... and come out in the same order
+ *     puts(text);
+ *     ring_buffer_free(line);
+ *     return 0;
+ * }
  * \endcode
  *
  * \section Which call for what
@@ -51,6 +53,7 @@
  */
 
 /*!
+ * \h1 \this
  * \brief The version of this header, as a number that can be compared.
  *
  * \synopsis
@@ -60,6 +63,8 @@
  * 1.2.3 is 10203. It tells what a program was compiled with; \xref{ring_buffer_version} tells what it
  * runs with.
  *
+ * \task Example
+ *
  * \code
  * #if \this < 10200
  * #error "ring_buffer_visit() came with version 1.2"
@@ -67,13 +72,14 @@
  * \endcode
  *
  * \sa
- * \xref{ring_buffer_version}
+ * \xref{ring_buffer_version}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Constants
  */
 #define RING_BUFFER_VERSION 10200
 
 /*!
+ * \h1 \this
  * \brief The largest capacity that a buffer can have, in bytes.
  *
  * \synopsis
@@ -81,6 +87,9 @@
  * \description
  * A quarter of what \tt{size_t} can count: 2\sup{30} bytes where it has 32 bits. \xref{ring_buffer_new}
  * refuses a greater one.
+ *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Constants
  */
@@ -91,6 +100,7 @@ extern "C" {
 #endif
 
 /*!
+ * \h1 \this
  * \brief A ring buffer.
  *
  * \synopsis
@@ -99,11 +109,15 @@ extern "C" {
  * The structure is not public. \xref{ring_buffer_new} makes one, every other function takes a pointer
  * to it, and \xref{ring_buffer_free} releases it.
  *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
+ *
  * \ingroup Types
  */
 typedef struct ring_buffer ring_buffer;
 
 /*!
+ * \h1 \this
  * \brief What became of a call that does all or nothing.
  *
  * \synopsis
@@ -119,7 +133,7 @@ typedef struct ring_buffer ring_buffer;
  * Everything but \tt{RING_BUFFER_OK} left the buffer as it was.
  *
  * \sa
- * \xref{ring_buffer_write_all}, \xref{ring_buffer_status_text}
+ * \xref{ring_buffer_write_all}, \xref{ring_buffer_status_text}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Types
  */
@@ -131,6 +145,7 @@ typedef enum
 } ring_buffer_status;
 
 /*!
+ * \h1 \this
  * \brief What went through a buffer since it was made.
  *
  * \synopsis
@@ -139,14 +154,14 @@ typedef enum
  * All three are counted in bytes and begin again at 0 when they have reached the greatest value of
  * their type.
  *
- * \param{written} was put in.
+ * \param{written} what was put in.
  *
- * \param{read} was taken out, skipped and visited bytes included.
+ * \param{read} what was taken out, skipped and visited bytes included.
  *
- * \param{refused} was offered to \xref{ring_buffer_write} or \xref{ring_buffer_write_all} and found no room.
+ * \param{refused} what \xref{ring_buffer_write} and \xref{ring_buffer_write_all} found no room for.
  *
  * \sa
- * \xref{ring_buffer_measure}
+ * \xref{ring_buffer_measure}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Types
  */
@@ -158,6 +173,7 @@ typedef struct
 } ring_buffer_statistics;
 
 /*!
+ * \h1 \this
  * \brief A function that is shown the bytes of a buffer.
  *
  * \synopsis
@@ -166,20 +182,24 @@ typedef struct
  * \xref{ring_buffer_visit} calls it once for each piece of memory in which bytes lie, in the order in
  * which they were written.
  *
- * \param{bytes} is where they lie. The visitor must not keep the pointer.
+ * \param{bytes} where they lie. The visitor must not keep the pointer.
  *
- * \param{count} is their number, at least 1.
+ * \param{count} their number, at least 1.
  *
- * \param{context} is what was given to \f{ring_buffer_visit}.
+ * \param{context} what was given to \f{ring_buffer_visit}.
  *
  * \rv
  * How many of them were used up, from 0 to \a{count}. Less than \a{count} ends the visit.
+ *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Types
  */
 typedef size_t (*ring_buffer_visitor)(const void *bytes, size_t count, void *context);
 
 /*!
+ * \h1 \this
  * \brief The version of the library, as text.
  *
  * \synopsis
@@ -188,13 +208,14 @@ typedef size_t (*ring_buffer_visitor)(const void *bytes, size_t count, void *con
  * Three decimal numbers, joined by full stops.
  *
  * \sa
- * \xref{RING_BUFFER_VERSION}
+ * \xref{RING_BUFFER_VERSION}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Constants
  */
 extern const char ring_buffer_version[];
 
 /*!
+ * \h1 \this
  * \brief Makes an empty buffer.
  *
  * \synopsis
@@ -202,8 +223,8 @@ extern const char ring_buffer_version[];
  * \description
  * All memory that the buffer will ever need is allocated here.
  *
- * \param{capacity} is how many bytes the buffer must hold, from 1 to \xref{RING_BUFFER_MAXIMUM}. It
- * is rounded up to a power of two.
+ * \param{capacity} how many bytes the buffer must hold, from 1 to \xref{RING_BUFFER_MAXIMUM}; it is
+ * rounded up to a power of two.
  *
  * \rv
  * \return the buffer, which the caller releases with \xref{ring_buffer_free}, or a null pointer.
@@ -215,27 +236,32 @@ extern const char ring_buffer_version[];
  * It may be called from any thread.
  *
  * \sa
- * \xref{ring_buffer_free}, \xref{ring_buffer_capacity}
+ * \xref{ring_buffer_free}, \xref{ring_buffer_capacity}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Making
  */
 ring_buffer *ring_buffer_new(size_t capacity);
 
 /*!
+ * \h1 \this
  * \brief Releases a buffer and what is left in it.
  *
  * \synopsis
  *
- * \param{buffer} is what \xref{ring_buffer_new} has returned. With a null pointer nothing happens.
+ * \param{buffer} what \xref{ring_buffer_new} has returned. With a null pointer nothing happens.
  *
  * \ts
  * No other thread may use the buffer any more.
+ *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Making
  */
 void ring_buffer_free(ring_buffer *buffer);
 
 /*!
+ * \h1 \this
  * \brief Puts in as many bytes as there is room for.
  *
  * \synopsis
@@ -243,17 +269,19 @@ void ring_buffer_free(ring_buffer *buffer);
  * \description
  * The bytes are copied, the first one first. What finds no room is not written and is counted as refused.
  *
- * \param{buffer} is the buffer.
+ * \param{buffer} the buffer.
  *
- * \param{bytes} is where the bytes lie; when \a{count} is 0 it may be null.
+ * \param{bytes} where the bytes lie; when \a{count} is 0 it may be null.
  *
- * \param{count} is their number.
+ * \param{count} their number.
  *
  * \rv
  * \return the number of bytes that were written, from 0 to \a{count}.
  *
  * \ts
  * For one writer at a time; a reader may be active meanwhile.
+ *
+ * \task Example
  *
  * \code
  * // Sends everything, however long it takes.
@@ -265,13 +293,14 @@ void ring_buffer_free(ring_buffer *buffer);
  * \endcode
  *
  * \sa
- * \xref{ring_buffer_write_all}, \xref{ring_buffer_space}
+ * \xref{ring_buffer_write_all}, \xref{ring_buffer_space}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Writing
  */
 size_t ring_buffer_write(ring_buffer *buffer, const void *bytes, size_t count);
 
 /*!
+ * \h1 \this
  * \brief Puts in all bytes or none.
  *
  * \synopsis
@@ -279,11 +308,11 @@ size_t ring_buffer_write(ring_buffer *buffer, const void *bytes, size_t count);
  * \description
  * The reader never sees a part of them: they appear all at once. That makes it the call for messages.
  *
- * \param{buffer} is the buffer.
+ * \param{buffer} the buffer.
  *
- * \param{bytes} is where the bytes lie; when \a{count} is 0 it may be null.
+ * \param{bytes} where the bytes lie; when \a{count} is 0 it may be null.
  *
- * \param{count} is their number.
+ * \param{count} their number.
  *
  * \rv
  * \return \tt{RING_BUFFER_OK}, or why nothing was written.
@@ -298,22 +327,23 @@ size_t ring_buffer_write(ring_buffer *buffer, const void *bytes, size_t count);
  * For one writer at a time; a reader may be active meanwhile.
  *
  * \sa
- * \xref{ring_buffer_write}, \xref{ring_buffer_status}
+ * \xref{ring_buffer_write}, \xref{ring_buffer_status}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Writing
  */
 ring_buffer_status ring_buffer_write_all(ring_buffer *buffer, const void *bytes, size_t count);
 
 /*!
+ * \h1 \this
  * \brief Takes out as many bytes as there are.
  *
  * \synopsis
  *
- * \param{buffer} is the buffer.
+ * \param{buffer} the buffer.
  *
- * \param{bytes} has room for them; when \a{count} is 0 it may be null.
+ * \param{bytes} room for them; when \a{count} is 0 it may be null.
  *
- * \param{count} is how many are wanted.
+ * \param{count} how many are wanted.
  *
  * \rv
  * \return the number of bytes that were read, from 0 to \a{count}. It is 0 when the buffer is empty.
@@ -322,22 +352,23 @@ ring_buffer_status ring_buffer_write_all(ring_buffer *buffer, const void *bytes,
  * For one reader at a time; a writer may be active meanwhile.
  *
  * \sa
- * \xref{ring_buffer_peek}, \xref{ring_buffer_visit}
+ * \xref{ring_buffer_peek}, \xref{ring_buffer_visit}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Reading
  */
 size_t ring_buffer_read(ring_buffer *buffer, void *bytes, size_t count);
 
 /*!
+ * \h1 \this
  * \brief Copies bytes and leaves them in the buffer.
  *
  * \synopsis
  *
- * \param{buffer} is the buffer.
+ * \param{buffer} the buffer.
  *
- * \param{bytes} has room for them; when \a{count} is 0 it may be null.
+ * \param{bytes} room for them; when \a{count} is 0 it may be null.
  *
- * \param{count} is how many are wanted.
+ * \param{count} how many are wanted.
  *
  * \rv
  * \return the number of bytes that were copied, from 0 to \a{count}.
@@ -346,20 +377,21 @@ size_t ring_buffer_read(ring_buffer *buffer, void *bytes, size_t count);
  * For one reader at a time; a writer may be active meanwhile.
  *
  * \sa
- * \xref{ring_buffer_skip}
+ * \xref{ring_buffer_skip}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Reading
  */
 size_t ring_buffer_peek(const ring_buffer *buffer, void *bytes, size_t count);
 
 /*!
+ * \h1 \this
  * \brief Takes bytes out without looking at them.
  *
  * \synopsis
  *
- * \param{buffer} is the buffer.
+ * \param{buffer} the buffer.
  *
- * \param{count} is how many shall go.
+ * \param{count} how many shall go.
  *
  * \rv
  * \return the number of bytes that were dropped, from 0 to \a{count}.
@@ -367,11 +399,15 @@ size_t ring_buffer_peek(const ring_buffer *buffer, void *bytes, size_t count);
  * \ts
  * For one reader at a time; a writer may be active meanwhile.
  *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
+ *
  * \ingroup Reading
  */
 size_t ring_buffer_skip(ring_buffer *buffer, size_t count);
 
 /*!
+ * \h1 \this
  * \brief Shows the bytes to a function, where they lie.
  *
  * \synopsis
@@ -380,11 +416,11 @@ size_t ring_buffer_skip(ring_buffer *buffer, size_t count);
  * Nothing is copied. Since a ring has a seam, there are up to two pieces. What the visitor has used up is
  * taken out of the buffer after each call of it; bytes that are written meanwhile are left for the next visit.
  *
- * \param{buffer} is the buffer.
+ * \param{buffer} the buffer.
  *
- * \param{visitor} is called for each piece, see \xref{ring_buffer_visitor}.
+ * \param{visitor} the function that is shown each piece, see \xref{ring_buffer_visitor}.
  *
- * \param{context} is handed on to it.
+ * \param{context} whatever the visitor needs; it is handed on.
  *
  * \rv
  * \return the number of bytes that were used up.
@@ -396,6 +432,8 @@ size_t ring_buffer_skip(ring_buffer *buffer, size_t count);
  * For one reader at a time; a writer may be active meanwhile. The visitor must call no function of the
  * group Reading for the same buffer.
  *
+ * \task Example
+ *
  * \code
  * static size_t to_file(const void *bytes, size_t count, void *file)
  * {
@@ -405,11 +443,15 @@ size_t ring_buffer_skip(ring_buffer *buffer, size_t count);
  * \this(line, to_file, stdout);
  * \endcode
  *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
+ *
  * \ingroup Reading
  */
 size_t ring_buffer_visit(ring_buffer *buffer, ring_buffer_visitor visitor, void *context);
 
 /*!
+ * \h1 \this
  * \brief How many bytes the buffer can hold.
  *
  * \synopsis
@@ -420,11 +462,15 @@ size_t ring_buffer_visit(ring_buffer *buffer, ring_buffer_visitor visitor, void 
  * \ts
  * It may be called from any thread.
  *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
+ *
  * \ingroup State
  */
 size_t ring_buffer_capacity(const ring_buffer *buffer);
 
 /*!
+ * \h1 \this
  * \brief How many bytes can be read.
  *
  * \synopsis
@@ -437,13 +483,14 @@ size_t ring_buffer_capacity(const ring_buffer *buffer);
  * anyone else it may be out of date when it arrives.
  *
  * \sa
- * \xref{ring_buffer_space}
+ * \xref{ring_buffer_space}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup State
  */
 size_t ring_buffer_size(const ring_buffer *buffer);
 
 /*!
+ * \h1 \this
  * \brief How many bytes can be written.
  *
  * \synopsis
@@ -456,13 +503,14 @@ size_t ring_buffer_size(const ring_buffer *buffer);
  * anyone else it may be out of date when it arrives.
  *
  * \sa
- * \xref{ring_buffer_size}
+ * \xref{ring_buffer_size}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup State
  */
 size_t ring_buffer_space(const ring_buffer *buffer);
 
 /*!
+ * \h1 \this
  * \brief What went through the buffer so far.
  *
  * \synopsis
@@ -474,16 +522,20 @@ size_t ring_buffer_space(const ring_buffer *buffer);
  * It may be called from any thread. Each counter is right; while the other threads go on, they need not
  * belong to the same moment.
  *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
+ *
  * \ingroup State
  */
 ring_buffer_statistics ring_buffer_measure(const ring_buffer *buffer);
 
 /*!
+ * \h1 \this
  * \brief A status in words.
  *
  * \synopsis
  *
- * \param{status} is what \xref{ring_buffer_write_all} has returned.
+ * \param{status} what \xref{ring_buffer_write_all} has returned.
  *
  * \rv
  * \return a text in English without a full stop, \dq{unknown status} for a number that is none. It is a
@@ -491,6 +543,9 @@ ring_buffer_statistics ring_buffer_measure(const ring_buffer *buffer);
  *
  * \ts
  * It may be called from any thread.
+ *
+ * \sa
+ * \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup State
  */
