@@ -62,7 +62,7 @@ void SourceBrowserCParser::reset()
     m_context = &m_contexts.front();
     m_context->container = &m_objects->root();
     m_conditions.clear();
-    m_reader.forgetTypes();
+    m_reader.reset();
     m_depth = 0;
     m_bodyMayBeStray = false;
 }

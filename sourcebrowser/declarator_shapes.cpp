@@ -231,6 +231,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &spe
         type.insertion = static_cast<int>(type.text.size());
         type.text += shape.suffix;
     }
+    type.text = shared(type.text);
     declarator.isBarePlainName = shape.prefix.isEmpty() && shape.suffix.isEmpty() && !shape.isFunction;
     if (shape.nameBegin >= 0)
         setName(shape, declarator);
@@ -305,6 +306,20 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Ind
     return at;
 }
 
+void SourceBrowserDeclaratorReader::reset()
+{
+    m_types.clear();
+    m_texts.clear();
+}
+
+QString SourceBrowserDeclaratorReader::shared(const QString &text)
+{
+    constexpr qsizetype most = 10000;
+    if (m_texts.size() > most)
+        m_texts.clear();
+    return *m_texts.insert(text);
+}
+
 std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(Index open)
 {
     std::vector<SourceBrowserArgument> arguments;
@@ -321,7 +336,7 @@ std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(
         } else {
             SourceBrowserDeclarator declarator = readOne(begin, equals, true);
             argument.type = std::move(declarator.type);
-            argument.name = std::move(declarator.name);
+            argument.name = shared(declarator.name);
         }
         if (equals < stop)
             argument.defaultValue = sourceText(range(equals + 1, stop));

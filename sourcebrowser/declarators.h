@@ -44,7 +44,8 @@ public:
 
     /// Tells the reader that \a name is a type, even if it looks like a macro.
     void addType(const QString &name) { m_types.insert(name); }
-    void forgetTypes() { m_types.clear(); }
+    /// Before a file: nothing is known of it.
+    void reset();
 
     /// Stores in every bracket the index of the one that belongs to it. An opening one that is
     /// never closed belongs to the end, \a tokens.size().
@@ -119,6 +120,8 @@ private:
     [[nodiscard]] bool isTypeCall(const Item &item) const;
     [[nodiscard]] bool isQualifier(Index at) const;
     [[nodiscard]] int rank(const Item &item) const;
+    /// One copy of equal texts: types and the names of arguments repeat.
+    QString shared(const QString &text);
     [[nodiscard]] const Token &token(Index at) const { return (*m_tokens)[static_cast<size_t>(at)]; }
     [[nodiscard]] Index size() const { return static_cast<Index>(m_tokens->size()); }
     [[nodiscard]] int code(Index at, Index end) const { return at < end ? token(at).code : 0; }
@@ -129,6 +132,7 @@ private:
 
     std::vector<Token> *m_tokens = nullptr;
     QString m_className;
+    QSet<QString> m_texts; ///< that declarations share
     QSet<QString> m_types; ///< known types with names in capitals
     std::vector<Item> m_items;
     QString m_specifiers; ///< of the last readOne()

@@ -39,15 +39,11 @@ void keepFirst(QHash<QString, const SourceBrowserObject *> &table, const QString
         entry = object;
 }
 
-void sortByQualifiedName(SourceBrowserModel::Collection &collection)
+bool comesBefore(const SourceBrowserObject *one, const SourceBrowserObject *other)
 {
-    std::vector<std::pair<QString, const SourceBrowserObject *>> keyed;
-    keyed.reserve(collection.size());
-    for (const SourceBrowserObject *object : collection)
-        keyed.emplace_back(object->qualifiedName(), object);
-    std::stable_sort(keyed.begin(), keyed.end(),
-                     [](const auto &one, const auto &other) { return one.first < other.first; });
-    std::transform(keyed.begin(), keyed.end(), collection.begin(), [](const auto &entry) { return entry.second; });
+    if (one->scope() == other->scope())
+        return one->name() < other->name();
+    return one->qualifiedName() < other->qualifiedName();
 }
 
 } // namespace
@@ -66,8 +62,6 @@ void SourceBrowserModel::Collections::file(const SourceBrowserObject *object)
         enumerations.push_back(object);
     else
         macros.push_back(object);
-    keepFirst(byName, object->name(), object);
-    keepFirst(byQualifiedName, object->qualifiedName(), object);
 }
 
 const SourceBrowserModel::Collections &SourceBrowserModel::collections() const
@@ -77,18 +71,36 @@ const SourceBrowserModel::Collections &SourceBrowserModel::collections() const
         visitAll(m_root, [this](SourceBrowserObject *object) { m_collections->file(object); });
         for (Collection *collection :
              {&m_collections->containers, &m_collections->functions, &m_collections->variables, &m_collections->macros})
-            sortByQualifiedName(*collection);
+            std::stable_sort(collection->begin(), collection->end(), comesBefore);
     }
     return *m_collections;
+}
+
+const SourceBrowserModel::Index &SourceBrowserModel::index() const
+{
+    if (!m_index) {
+        m_index = std::make_unique<Index>();
+        visitAll(m_root, [this](SourceBrowserObject *object) {
+            keepFirst(m_index->byName, object->name(), object);
+            keepFirst(m_index->byQualifiedName, object->qualifiedName(), object);
+        });
+    }
+    return *m_index;
+}
+
+void SourceBrowserModel::noteChange()
+{
+    m_collections.reset();
+    m_index.reset();
 }
 
 const SourceBrowserObject *SourceBrowserModel::find(QStringView name) const
 {
     QString key = name.toString();
     key.replace("::"_L1, "."_L1);
-    if (const SourceBrowserObject *object = collections().byQualifiedName.value(key))
+    if (const SourceBrowserObject *object = index().byQualifiedName.value(key))
         return object;
-    return collections().byName.value(key);
+    return index().byName.value(key);
 }
 
 SourceBrowserContainer *SourceBrowserModel::container(const QString &qualifiedName) const
@@ -99,7 +111,7 @@ SourceBrowserContainer *SourceBrowserModel::container(const QString &qualifiedNa
 SourceBrowserObject &SourceBrowserModel::add(SourceBrowserContainer &parent,
                                              std::unique_ptr<SourceBrowserObject> member)
 {
-    m_collections.reset();
+    noteChange();
     SourceBrowserObject &added = parent.add(std::move(member));
     if (auto *container = dynamic_cast<SourceBrowserContainer *>(&added))
         m_containers.insert(container->qualifiedName(), container);
@@ -109,7 +121,7 @@ SourceBrowserObject &SourceBrowserModel::add(SourceBrowserContainer &parent,
 std::unique_ptr<SourceBrowserObject> SourceBrowserModel::take(SourceBrowserContainer &parent,
                                                               const SourceBrowserObject &member)
 {
-    m_collections.reset();
+    noteChange();
     if (dynamic_cast<const SourceBrowserContainer *>(&member)) {
         const auto known = m_containers.constFind(member.qualifiedName());
         if (known != m_containers.constEnd() && *known == &member)
@@ -120,7 +132,7 @@ std::unique_ptr<SourceBrowserObject> SourceBrowserModel::take(SourceBrowserConta
 
 void SourceBrowserModel::rename(SourceBrowserObject &object, const QString &name)
 {
-    m_collections.reset();
+    noteChange();
     auto *container = dynamic_cast<SourceBrowserContainer *>(&object);
     const auto forgetKey = [this](SourceBrowserContainer *member) {
         const auto known = m_containers.constFind(member->qualifiedName());

@@ -54,15 +54,23 @@ private:
     struct Collections
     {
         Collection containers, functions, variables, enumerations, macros;
+        void file(const SourceBrowserObject *object);
+    };
+    /// The first object of each name.
+    struct Index
+    {
         QHash<QString, const SourceBrowserObject *> byQualifiedName;
         QHash<QString, const SourceBrowserObject *> byName;
-        void file(const SourceBrowserObject *object);
     };
 
     [[nodiscard]] const Collections &collections() const;
+    [[nodiscard]] const Index &index() const;
+    void noteChange();
 
     SourceBrowserContainer m_root;
     QHash<QString, SourceBrowserContainer *> m_containers; // borrowed, by qualified name
     QMap<QString, SourceBrowserLineStatistics> m_statistics;
-    mutable std::unique_ptr<Collections> m_collections; ///< made when first asked for after a change
+    // Both are made when first asked for after a change.
+    mutable std::unique_ptr<Collections> m_collections;
+    mutable std::unique_ptr<Index> m_index;
 };

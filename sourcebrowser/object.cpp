@@ -18,6 +18,33 @@ QString SourceBrowserObject::qualifiedName() const
 
 void SourceBrowserObject::setDocumentation(const QString &text, int line)
 {
-    m_documentation = text;
-    m_documentationLine = line;
+    if (text.isEmpty() && !m_texts)
+        return;
+    texts().documentation = text;
+    texts().documentationLine = line;
+}
+
+void SourceBrowserObject::setDefinitionFile(const QString &file)
+{
+    if (!file.isEmpty() || m_texts)
+        texts().definitionFile = file;
+}
+
+void SourceBrowserObject::setText(const QString &text)
+{
+    if (!text.isEmpty() || m_texts)
+        texts().text = text;
+}
+
+const SourceBrowserObject::Texts &SourceBrowserObject::texts() const
+{
+    static const Texts none;
+    return m_texts ? *m_texts : none;
+}
+
+SourceBrowserObject::Texts &SourceBrowserObject::texts()
+{
+    if (!m_texts)
+        m_texts = std::make_unique<Texts>();
+    return *m_texts;
 }

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <memory>
+
 class SourceBrowserContainer;
 
 /// One declaration of a header: the base of everything that the model holds.
@@ -68,13 +70,13 @@ public:
     [[nodiscard]] const Lines &lines() const { return m_lines; }
     [[nodiscard]] const QString &declarationFile() const { return m_declarationFile; }
     /// The file in which the body stands.
-    [[nodiscard]] const QString &definitionFile() const { return m_definitionFile; }
+    [[nodiscard]] const QString &definitionFile() const { return texts().definitionFile; }
     /// The documentation comment without its delimiters, lines joined by "\n".
-    [[nodiscard]] const QString &documentation() const { return m_documentation; }
+    [[nodiscard]] const QString &documentation() const { return texts().documentation; }
     /// The line on which the documentation comment begins, counted from 1.
-    [[nodiscard]] int documentationLine() const { return m_documentationLine; }
+    [[nodiscard]] int documentationLine() const { return texts().documentationLine; }
     /// A further text: of a macro, the whole directive.
-    [[nodiscard]] const QString &text() const { return m_text; }
+    [[nodiscard]] const QString &text() const { return texts().text; }
     /// The container that holds this object; null for what the model holds itself.
     [[nodiscard]] SourceBrowserContainer *container() const { return m_container; }
 
@@ -85,23 +87,32 @@ public:
     void setScope(const QString &scope) { m_scope = scope; }
     void setLines(const Lines &lines) { m_lines = lines; }
     void setDeclarationFile(const QString &file) { m_declarationFile = file; }
-    void setDefinitionFile(const QString &file) { m_definitionFile = file; }
+    void setDefinitionFile(const QString &file);
     /// \a line is counted from 1.
     void setDocumentation(const QString &text, int line);
-    void setText(const QString &text) { m_text = text; }
+    void setText(const QString &text);
 
 private:
     friend class SourceBrowserContainer;
 
+    /// What most objects do not have.
+    struct Texts
+    {
+        QString definitionFile;
+        QString documentation;
+        QString text;
+        int documentationLine = -1;
+    };
+
+    [[nodiscard]] const Texts &texts() const;
+    [[nodiscard]] Texts &texts();
+
     QString m_name;
     QString m_scope;
     QString m_declarationFile;
-    QString m_definitionFile;
-    QString m_documentation;
-    QString m_text;
+    std::unique_ptr<Texts> m_texts; ///< null while all of them are empty
     SourceBrowserContainer *m_container = nullptr;
     Lines m_lines;
-    int m_documentationLine = -1;
     Phylum m_phylum;
     Access m_access = NoAccess;
     int m_place = -1; ///< index among the members of the container
