@@ -3,12 +3,14 @@
 #include "apiref/comment_markup.h"
 #include "apiref/doc_gen_c_parser.h"
 #include "docgen/member_groups.h"
+#include "docgen/shared_tables.h"
 #include "docgen/source_line_reader.h"
 #include "docgen/source_text.h"
 #include "docgen/text_escape.h"
 #include "docgen/translator.h"
 
 #include <algorithm>
+#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -145,6 +147,7 @@ void ReferencePages::noteReplacedPage(const Documented &declaration)
     const auto before = m_finished.find(declaration.stem);
     if (before == m_finished.end())
         return;
+    SharedTables::docObjects.erase(declaration.stem); // the group that the replaced page named
     std::string message = "the page of ";
     message.append(declaration.name).append(" replaces the one documented in line ");
     message.append(std::to_string(before->second.first));
@@ -177,10 +180,11 @@ std::vector<IndexGroup> ReferencePages::summary() const
 {
     std::vector<std::string> stems;
     TextMap<std::string_view> names;
-    for (const Documented &declaration : m_documented) {
-        if (names.insert_or_assign(declaration.stem, declaration.name).second)
+    for (const Documented &declaration : m_documented | std::views::reverse) { // the later of equal pages counts
+        if (names.try_emplace(declaration.stem, declaration.name).second)
             stems.push_back(declaration.stem);
     }
+    std::ranges::reverse(stems);
     std::vector<IndexGroup> groups;
     for (const MemberGroups::Group &group : MemberGroups::arrange(stems)) {
         IndexGroup &rows = groups.emplace_back();
