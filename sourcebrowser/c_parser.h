@@ -82,7 +82,7 @@ private:
         int firstDepth = 0;
     };
 
-    // Tokens: c_parser.cpp.
+    // Tokens: c_parser.cpp and c_parser_skipping.cpp.
     Token next();
     Token nextWithExtensions();
     void skipGroup(const Token &opener);
@@ -108,7 +108,7 @@ private:
     [[nodiscard]] bool isTooDeep() const;
     [[nodiscard]] bool isInClass() const;
 
-    // Declarations: c_parser_declarations.cpp.
+    // Declarations: c_parser_declarations.cpp and c_parser_members.cpp.
     void declaration(const Token &first);
     void begin(const Token &first);
     bool collect(const Token &token);

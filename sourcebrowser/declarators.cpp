@@ -7,11 +7,6 @@ using namespace SourceBrowserToken;
 
 namespace {
 
-bool isWordCharacter(QChar unit)
-{
-    return unit.isLetterOrNumber() || unit == u'_' || unit == u'$' || unit == u'"';
-}
-
 bool isTag(const SourceBrowserTokenRecord &token)
 {
     return token.is(Struct) || token.is(Union) || token.is(Enum) || token.is(Class) || token.word == Word::TypeName;
@@ -28,94 +23,7 @@ bool isPlain(const SourceBrowserTokenRecord &token)
     return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
 }
 
-/// Whether a blank belongs between the end of \a text and \a token in the text of a type.
-bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
-{
-    const QChar last = text.back();
-    const QChar first = token.text.front();
-    if (isWordCharacter(first))
-        return isWordCharacter(last) || last == u',' || last == u'>' || last == u')' || last == u']';
-    if (first == u'*' || first == u'&' || first == u'^')
-        return last != u'*' && last != u'&' && last != u'(' && last != u':' && last != u'^';
-    if (first == u'(')
-        return isWordCharacter(last) && token.blankBefore;
-    return first == u'.' && last != u'(';
-}
-
-void appendToType(QString &text, const SourceBrowserTokenRecord &token)
-{
-    if (!text.isEmpty() && wantsBlank(text, token))
-        text += u' ';
-    text += token.text;
-}
-
 } // namespace
-
-QString SourceBrowserDeclaratorReader::sourceText(std::span<const Token> tokens)
-{
-    QString text;
-    for (const Token &token : tokens) {
-        if (token.blankBefore && !text.isEmpty())
-            text += u' ';
-        text += token.text;
-    }
-    return text;
-}
-
-QString SourceBrowserDeclaratorReader::typeText(std::span<const Token> tokens)
-{
-    QString text;
-    for (const Token &token : tokens)
-        appendToType(text, token);
-    return text;
-}
-
-void SourceBrowserDeclaratorReader::linkBrackets(std::vector<Token> &tokens)
-{
-    std::vector<Index> open;
-    const auto closes = [&](int opener, Index closer) {
-        // An unmatched "<" between is a comparison.
-        while (!open.empty() && opener != '<' && tokens[static_cast<size_t>(open.back())].is('<'))
-            open.pop_back();
-        if (open.empty() || !tokens[static_cast<size_t>(open.back())].is(opener))
-            return;
-        tokens[static_cast<size_t>(open.back())].match = closer;
-        tokens[static_cast<size_t>(closer)].match = open.back();
-        open.pop_back();
-    };
-    const Index size = static_cast<Index>(tokens.size());
-    for (Index at = 0; at < size; ++at) {
-        Token &token = tokens[static_cast<size_t>(at)];
-        token.match = -1;
-        switch (token.code) {
-        case '(':
-        case '[':
-        case '{':
-            token.match = size;
-            open.push_back(at);
-            break;
-        case '<':
-            if (at > 0 && tokens[static_cast<size_t>(at - 1)].isIdentifier())
-                open.push_back(at);
-            break;
-        case ')':
-            closes('(', at);
-            break;
-        case ']':
-            closes('[', at);
-            break;
-        case '}':
-            closes('{', at);
-            break;
-        case '>':
-            if (at > 0 && !tokens[static_cast<size_t>(at - 1)].is('-'))
-                closes('<', at);
-            break;
-        default:
-            break;
-        }
-    }
-}
 
 std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::vector<Token> &tokens,
                                                                          const QString &className, bool isTypedef)
@@ -146,81 +54,6 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::ve
         declarators.push_back(finish(specifiers, shape, stop, next, false));
     }
     return declarators;
-}
-
-SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::afterGroup(Index at) const
-{
-    return token(at).match > at ? std::min<Index>(token(at).match, static_cast<Index>(m_tokens->size()) - 1) + 1
-                                : at + 1;
-}
-
-SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::findTopLevel(Index from, Index end, int code) const
-{
-    Index at = from;
-    while (at < end && !token(at).is(code))
-        at = afterGroup(at);
-    return std::min(at, end);
-}
-
-/// A qualifier, or a macro that by its name stands for one and is part of the type.
-bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
-{
-    const Token &here = token(at);
-    return here.is(Const) || here.is(Volatile) || here.word == Word::Qualifier ||
-           (here.word == Word::TypeOperator && here.text == u"_Atomic" && code(at + 1, size()) != '(') ||
-           (isPlain(here) &&
-            (here.text.endsWith("_RESTRICT"_L1) || here.text.endsWith("_CONST"_L1) || here.text == u"CONST" ||
-             here.text == u"RESTRICT") &&
-            at + 1 < size() &&
-            (isPlain(token(at + 1)) || token(at + 1).word == Word::BasicType || token(at + 1).is('*') ||
-             token(at + 1).is(Struct)));
-}
-
-/// A word in capitals, or one of a compiler's own: likely a macro.
-bool SourceBrowserDeclaratorReader::looksLikeMacro(Index at) const
-{
-    const QStringView text = token(at).text;
-    if (text.startsWith("__"_L1))
-        return true;
-    if (text.size() < 2 || std::any_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); }))
-        return false;
-    return !m_types.contains(text.toString());
-}
-
-/// The end of a qualified name that begins at \a at: words joined by "::", with template
-/// arguments. When it ends with "::", something else than a word follows.
-SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::chainEnd(Index at, Index end) const
-{
-    if (code(at, end) == Scope)
-        ++at;
-    while (at < end && token(at).isIdentifier()) {
-        ++at;
-        if (code(at, end) == '<' && token(at).match > at && token(at).match < end)
-            at = token(at).match + 1;
-        if (code(at, end) != Scope)
-            return skipAttributes(at, end);
-        ++at;
-        if (code(at, end) == Template)
-            ++at;
-    }
-    return at;
-}
-
-SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::skipAttributes(Index at, Index end) const
-{
-    while (code(at, end) == '[' && code(at + 1, end) == '[')
-        at = afterGroup(at);
-    return std::min(at, end);
-}
-
-/// When the group at \a open holds nothing but another group, that one's "("; else -1.
-SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wrappedArguments(Index open) const
-{
-    const Index close = token(open).match;
-    const Index size = static_cast<Index>(m_tokens->size());
-    if (close >= size || open + 1 >= close || !token(open + 1).is('('))
-        return -1;
-    return token(open + 1).match == close - 1 ? open + 1 : -1;
 }
 
 SourceBrowserDeclarator SourceBrowserDeclaratorReader::readOne(Index begin, Index end, bool isArgument)

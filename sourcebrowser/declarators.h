@@ -111,6 +111,8 @@ private:
     [[nodiscard]] bool isNestedDeclarator(Index open, Index end) const;
     [[nodiscard]] bool isPointerAhead(Index at, Index end) const;
 
+    // Tokens and their texts: declarator_tokens.cpp.
+    static void appendToType(QString &text, const Token &token);
     [[nodiscard]] Index chainEnd(Index at, Index end) const;
     [[nodiscard]] Index skipAttributes(Index at, Index end) const;
     [[nodiscard]] Index afterGroup(Index at) const;

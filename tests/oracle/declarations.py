@@ -139,7 +139,7 @@ def logical_lines(text):
 def taken_lines(header, include, options):
     """The lines of the header that are in branches that clang takes."""
     text = open(header, encoding="utf-8", errors="replace").read()
-    marked, regions, comment = [], [], False
+    marked, regions, comment, waits = [], [], False, False
     for number, lines in logical_lines(text):
         marked += lines
         conditional = not comment and re.match(r"\s*#\s*(if|ifdef|ifndef|elif|else|endif)\b", lines[0])
@@ -148,7 +148,9 @@ def taken_lines(header, include, options):
             if not comment and mark.startswith("//"):
                 continue
             comment = mark == "/*" if mark in ("/*", "*/") else comment
-        if conditional and not comment:
+        waits = bool(conditional) or waits
+        if waits and not comment:  # a comment that the directive opens may run on
+            waits = False
             regions.append(number + len(lines))
             marked.append("#pragma tavidoc_region %d" % (len(regions)))
     with tempfile.TemporaryDirectory() as folder:
