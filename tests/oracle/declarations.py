@@ -136,6 +136,20 @@ def logical_lines(text):
         at = end + 1
 
 
+def comment_after(text, comment):
+    """Whether a block comment is open after the text when one was, or was not, open before it."""
+    at = 0
+    while True:
+        if comment:
+            at = text.find("*/", at) + 2
+            if at == 1:
+                return True
+        found = re.compile(r'"(?:\\.|[^"\\])*"|//[^\n]*|/\*').search(text, at)
+        if not found:
+            return False
+        at, comment = found.end(), found.group() == "/*"
+
+
 def taken_lines(header, include, options):
     """The lines of the header that are in branches that clang takes."""
     text = open(header, encoding="utf-8", errors="replace").read()
@@ -143,11 +157,7 @@ def taken_lines(header, include, options):
     for number, lines in logical_lines(text):
         marked += lines
         conditional = not comment and re.match(r"\s*#\s*(if|ifdef|ifndef|elif|else|endif)\b", lines[0])
-        code = re.sub(r'"(\\.|[^"\\])*"', '""', "\n".join(lines))
-        for mark in re.findall(r"/\*|\*/|//[^\n]*", code):
-            if not comment and mark.startswith("//"):
-                continue
-            comment = mark == "/*" if mark in ("/*", "*/") else comment
+        comment = comment_after("\n".join(lines), comment)
         waits = bool(conditional) or waits
         if waits and not comment:  # a comment that the directive opens may run on
             waits = False

@@ -1,0 +1,161 @@
+#include "tests/sourcebrowser/header_text.h"
+
+#include <gtest/gtest.h>
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+std::string names(const SourceBrowserModel::Collection &collection)
+{
+    QStringList list;
+    for (const SourceBrowserObject *object : collection)
+        list << object->qualifiedName();
+    return list.join(u' ').toStdString();
+}
+
+/// "NAME:COMMENT@LINE" of every documented declaration, in the order of the collections.
+std::string documented(const QString &text)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(text);
+    QStringList list;
+    for (const auto *collection :
+         {&model.containers(), &model.functions(), &model.variables(), &model.enumerations(), &model.macros()}) {
+        for (const SourceBrowserObject *object : *collection) {
+            if (!object->documentation().isEmpty())
+                list << u"%1:%2@%3"_s.arg(object->qualifiedName(), object->documentation(),
+                                          QString::number(object->documentationLine()));
+        }
+    }
+    return list.join(u' ').toStdString();
+}
+
+struct Row
+{
+    const char *sentence;
+    const char16_t *header;
+    const char *documented;
+};
+
+void PrintTo(const Row &row, std::ostream *out)
+{
+    *out << row.sentence;
+}
+
+class Comments : public testing::TestWithParam<Row>
+{
+};
+
+TEST_P(Comments, Attach)
+{
+    EXPECT_EQ(documented(QString::fromUtf16(GetParam().header)), GetParam().documented);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Documentation, Comments,
+    testing::Values(
+        Row{"on the line before", u"/*a*/\nint f();", "f:a@1"},
+        Row{"with one blank line between", u"/*a*/\n\nint f();", "f:a@1"},
+        Row{"not with two blank lines between", u"/*a*/\n\n\nint f();", ""},
+        Row{"the last comment counts and only once", u"/*a*/\n/*b*/\nint f();\nint g();", "f:b@2"},
+        Row{"a line comment neither documents nor replaces", u"/*a*/\n// b\nint f();", "f:a@1"},
+        Row{"macros take comments, continued ones too", u"/*a*/\n#  define X \\\n 1\n/*b*/\n\n\n#define Y", "X:a@1"},
+        Row{"comments inside a declaration are gone", u"/*a*/\nint f(int b /*b*/,\n int c /*c*/);\nint g(); int h();",
+            "f:a@1"},
+        Row{"comments inside a body are gone", u"int f() {\n/*b*/ }\nint g();", ""},
+        Row{"a body is tested by its first line", u"/*a*/\nint f()\n\n{ }\n/*b*/\nint g()\n{ }", "g:b@5"},
+        Row{"only the first declarator takes the comment", u"/*a*/\nint x, y;\n/*b*/ typedef struct { int z; } A, *B;",
+            "A:b@3 x:a@1"},
+        Row{"every kind takes one",
+            u"/*a*/ namespace n {\n/*b*/ class c {\n/*d*/ int d; };\n/*e*/ enum e { E };\n/*f*/ typedef int f; }",
+            "n:a@1 n.c:b@2 n.c.d:d@3 n.f:f@5 n.e:e@4"},
+        Row{"a comment for the thing before documents nothing", u"int a; /*!< a */\nint b;", ""},
+        Row{"a macro word does not use the comment up", u"BEGIN\n\n/*a*/\nint f();\nGUARD(x)\n/*b*/ int g();",
+            "f:a@3 g:b@6"},
+        Row{"a comment that is never closed ends with the file", u"int a; /* b\n c", ""},
+        Row{"the text keeps its lines", u"/*! a\n *\n * b*c\n **/\nint f();", "f:! a\n *\n * b*c\n *@1"}));
+
+TEST(Model, KeepsFiveOrderedCollections)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(
+        u"#define b\n#define a\nint z, y; namespace q { int f(long); void f(int); struct s {}; }\n"
+        u"enum second { A }; enum first { B }; class Q { void g(); }; int f();"_s);
+    EXPECT_EQ(names(model.containers()), "Q q q.s");
+    EXPECT_EQ(names(model.functions()), "Q.g f q.f q.f");
+    EXPECT_EQ(model.functions().back()->description(), u"void f(int)"_s) << "equal keys keep their order";
+    EXPECT_EQ(names(model.variables()), "y z");
+    EXPECT_EQ(names(model.enumerations()), "second first");
+    EXPECT_EQ(names(model.macros()), "a b");
+    EXPECT_EQ(model.find(u"q::s"), model.find(u"q.s"));
+    EXPECT_EQ(model.find(u"f")->description(), u"int f(void)"_s) << "a qualified name is preferred to a bare one";
+    EXPECT_EQ(model.find(u"g")->qualifiedName(), u"Q.g"_s);
+    EXPECT_EQ(model.find(u"nothing"), nullptr);
+}
+
+TEST(Model, MergesContainersThatAreDeclaredAgain)
+{
+    SourceBrowserModel model;
+    HeaderParser parser(model);
+    parser.parseText(u"/*a*/ namespace n { int x; }\nclass C { int a; };"_s, u"one.h"_s);
+    parser.parseText(u"namespace n { int y; }\n\n\n/*c*/ class C : B { int b; };"_s, u"two.h"_s);
+    EXPECT_EQ(names(model.containers()), "C n");
+    EXPECT_EQ(names(model.variables()), "C.a C.b n.x n.y");
+    EXPECT_EQ(model.find(u"n")->documentation(), u"a"_s) << "an empty text replaces nothing";
+    const auto *merged = dynamic_cast<const SourceBrowserContainer *>(model.find(u"C"));
+    EXPECT_EQ(merged->documentation(), u"c"_s);
+    EXPECT_EQ(merged->lines().first, 3);
+    ASSERT_EQ(merged->baseClasses().size(), 1U);
+    EXPECT_EQ(merged->baseClasses()[0].name, u"B"_s);
+
+    parser.parseText(u"class C { int c; };"_s, u"two.h"_s);
+    EXPECT_EQ(names(model.variables()), "C.a C.c n.x") << "a file that is read again replaces what it gave";
+    parser.parseText({}, u"one.h"_s);
+    parser.parseText({}, u"two.h"_s);
+    EXPECT_EQ(names(model.containers()), "");
+    EXPECT_EQ(names(model.variables()), "");
+}
+
+TEST(Model, LaterVirtualMethodsReplaceEarlierOnes)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(u"class A {\nint f() { }\nint g();\nvirtual int f(int a);\nvirtual int h();\n};\n"
+                                  u"int A::g() {\n}\nstatic int s();"_s);
+    EXPECT_EQ(names(model.functions()), "A.f A.g A.h s");
+    const auto *method = dynamic_cast<const SourceBrowserMethod *>(model.find(u"A.f"));
+    EXPECT_TRUE(method->isVirtual);
+    EXPECT_EQ(method->lines().bodyFirst, 1) << "the body of the older one is taken over";
+    EXPECT_EQ(method->definitionFile(), u"a.h"_s);
+    EXPECT_EQ(model.find(u"A.g")->lines().bodyFirst, 6);
+    EXPECT_EQ(model.find(u"A.g")->lines().bodyLast, 7);
+    EXPECT_EQ(model.find(u"A.g")->access(), SourceBrowserObject::Private);
+    EXPECT_EQ(model.find(u"A")->lines().last, 5);
+    EXPECT_TRUE(dynamic_cast<const SourceBrowserMethod *>(model.find(u"s"))->isStatic);
+}
+
+TEST(Model, GivesMembersTheirAccess)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(u"struct s { int a; protected: int b; }; typedef struct { int c; } t; int d;\n"
+                                  u"class k { public: struct n { int e; }; int f; };\n#define m"_s);
+    QString list;
+    for (const char16_t *name : {u"a", u"b", u"c", u"d", u"e", u"f", u"m", u"n"})
+        list += u"%1%2 "_s.arg(name).arg(model.find(name)->access());
+    // Deliberate: "struct" outside a typedef begins private like "class".
+    EXPECT_EQ(list, u"a4 b2 c1 d1 e4 f1 m1 n1 "_s);
+    EXPECT_EQ(model.find(u"t.c")->scope(), u"t"_s) << "members know the name that the typedef gave";
+}
+
+TEST(Model, ComparesObjects)
+{
+    const SourceBrowserVariable variable(SourceBrowserObject::Variable, u"a"_s, {u" int "_s, -1});
+    const SourceBrowserVariable same(SourceBrowserObject::Typedef, u"a"_s);
+    const SourceBrowserEnum enumeration(SourceBrowserObject::Unknown, u"a"_s);
+    EXPECT_EQ(variable.type().text, u"int"_s);
+    EXPECT_TRUE(variable.isEquivalent(same));
+    EXPECT_FALSE(variable.isEquivalent(enumeration));
+    EXPECT_FALSE(SourceBrowserObject().isEquivalent(SourceBrowserObject()));
+}
+
+} // namespace
