@@ -202,11 +202,11 @@ void Translator::closeFrame()
         (this->*frame.after)();
 }
 
-/// Reports the first text that stands where no page is open. Without a page frame, and in the
-/// comments of a header, the text goes to the caller.
+/// Reports the first text that stands where no page is open. In the comments of a header the text
+/// goes to the caller.
 void Translator::noteTextOnNoPage(std::size_t offset)
 {
-    if (m_pages.state() != Pages::State::None || m_saidNoPage || !m_pages.framed() || m_declarations != nullptr)
+    if (m_pages.state() != Pages::State::None || m_saidNoPage || m_declarations != nullptr)
         return;
     m_saidNoPage = true;
     m_report.error(offset, "text before the first \\split is on no page");

@@ -175,8 +175,10 @@ void Translator::briefText(const Command &)
     if (brace)
         m_cursor.moveTo(m_cursor.offset() + 1);
     m_cursor.skipBlanks();
-    if (m_cursor.offset() >= end)
+    if (m_cursor.offset() >= end) {
+        m_cursor.moveTo(resume);
         return errorMarker("the argument is missing");
+    }
     m_blocks.setMode(BlockMode::None);
     beginText();
     m_briefOffset = m_blocks.text().size();

@@ -30,15 +30,17 @@ void Translator::title(const Command &)
     if (!text)
         return;
     m_blocks.setMode(BlockMode::None);
-    const bool onPage = m_pages.state() != Pages::State::None;
-    if (!onPage && !m_titlesWithoutEntry && m_declarations == nullptr) {
+    const bool onPage = m_pages.state() != Pages::State::None || m_declarations != nullptr;
+    if (!onPage && !m_titlesWithoutEntry) {
         m_contents.openTitle(*text);
         m_pages.setDocumentTitle(*text);
     }
     m_pages.setTitle(*text);
+    if (!onPage)
+        return;
     if (!m_pages.framed())
         appendHeading(m_blocks.text(), m_baseHeadingLevel, *text);
-    if (m_outputFormat == "html" && (onPage || !m_pages.framed())) {
+    if (m_outputFormat == "html") {
         write("<h1>");
         writeEscaped(*text);
         write("</h1>");
