@@ -49,6 +49,8 @@ ROWS(Text, Row{"a blank line ends a paragraph", "a\nb\n\n \t\nc", "<p>a\nb</p><p
      Row{"text is copied as it is", "a < b & \"c\" {d} > |e|", "<p>a < b & \"c\" {d} > |e|</p>"},
      Row{"two angles are a hard blank in text", "<>a<>b", "<p>&nbsp;a&nbsp;b</p>"},
      Row{"but not in a list", "\\item a<>b", "<ul><li>a<>b</li></ul>"},
+     Row{"nor in a synopsis", "\\synopsis a<>b", "<h5>Synopsis</h5><pre>a<>b</pre>"},
+     Row{"but in an argument", "\\b{<>}", "<p><b>&nbsp;</b></p>"},
      Row{"the middle dot is a hard blank, deliberately",
          "\xC2\xB7"
          "a\n\n\\item b\xC2\xB7",
@@ -82,6 +84,12 @@ ROWS(Styles, Row{"styles nest", "\\b{a \\i{b \\tt{c}}} \\bi{d}", "<p><b>a <i>b <
          "<div>a</div><p>b c</p><pre>d</pre>"},
      Row{"raw pieces open no paragraph", "\\html{<hr>\\{}\\document{a&b}\\subtitle{c}",
          "<hr>\\{<document>a&amp;b</document><subtitle>c</subtitle>"},
+     Row{"a page style is emptied", "\\style\na\n\n\\style{ q }\nb", "<p>a</p><q>b</q>"},
+     Row{"a remark ends with the argument that it is in", "\\b{a \\rem b} c", "<p><b>a </b> c</p>"},
+     Row{"no page inside an argument", "\\b{\\split{q}\\contents up}",
+         "<p><b>***ERROR*** \\split{q}***ERROR*** \\contents up</b></p>",
+         "error: docgen: doc.dg:2: \\split: not allowed inside an argument or a synopsis\n"
+         "error: docgen: doc.dg:2: \\contents: not allowed inside an argument or a synopsis\n"},
      Row{"pictures", "\\img{a.png} \\screen{b} \\screen{c.gif}{it's}",
          "<p><img src=\"a.png\" /> <img class=\"screen\" src=\"b.png\" /> <img class=\"screen\" src=\"c.gif\" "
          "alt=\"it&apos;s\"/></p>"},
@@ -110,6 +118,17 @@ ROWS(Lists,
      Row{"or at a block command", "\\synopsis int f();\n\\desc b",
          "<h5>Synopsis</h5><pre>int f();</pre><h5>Description</h5><p>b</p>"},
      Row{"the brief stands alone", "a\n\\brief It \\i{is}.\nb", "<p>a\n</p><p>It <i>is</i>.</p><p>b</p>"},
+     Row{"the brief in braces", "\\brief{a\nb} c\\brief{}d", "<p>a\nb</p><p>c***ERROR*** \\briefd</p>",
+         "error: docgen: doc.dg:3: \\brief: the argument is missing\n"},
+     Row{"a blank line ends a list, behind an item it does not", "\\item\n\na\n \n\nb", "<ul><li>a</li></ul><p>b</p>"},
+     Row{"a label that is not closed", "\\item{a b\n\\param{c", "<p>***ERROR*** \\item{a b\n***ERROR*** \\param{c</p>",
+         "error: docgen: doc.dg:2: \\item: the argument is not closed\n"
+         "error: docgen: doc.dg:3: \\param: the argument is not closed\n"},
+     Row{"a synopsis without a body", "\\synopsis\n\na\n\\synopsis\n\\h1 b",
+         "<h5>Synopsis</h5><pre></pre><p>a\n</p><h5>Synopsis</h5><pre></pre><h1>b</h1>"},
+     Row{"blocks inside the lines of a synopsis", "\\synopsis a \\item b\n \\rem c\nd",
+         "<h5>Synopsis</h5><pre>a ***ERROR*** \\item b\n \nd</pre>",
+         "error: docgen: doc.dg:2: \\item: not allowed inside an argument or a synopsis\n"},
      Row{"show closes a paragraph only", "a\\show{b<c}d\n\n\\item e\\show{f}",
          "<p>a</p><pre>b&lt;c;</pre><p>d</p><ul><li>e<pre>f;</pre></li></ul>"},
      Row{"a copied line", "a\n\\copy <hr>  b\nc", "<p>a\n</p><hr>  b<p>c</p>"},
@@ -141,6 +160,18 @@ ROWS(Tables,
      Row{"text before the first bar is a row", "\\table{*} a | b\n| c\\endtable",
          s_table + "<tr bgcolor=\"#cccccc\"><td>\na </td><td> b</td></tr>\n<tr><td> c</td></tr>\n</td></tr></table>"},
      Row{"a table without rows", "\\table{*}\n\\endtable", s_table + "</td></tr></table>"},
+     Row{"a table inside a table changes nothing, deliberately", "\\table{*}\n|a\n\\table{1in,*}\n|b\n\\endtable",
+         s_table + "<tr bgcolor=\"#cccccc\"><td>\na\n</td></tr>\n<tr><td>b\n</td></tr>\n</td></tr></table>",
+         "error: docgen: doc.dg:4: \\table: a table is open already\n"},
+     Row{"text in cells", "\\table{*}|\\b{|}<>\xC2\xB7\\|\\code{plain}x\\endcode",
+         s_table + "<tr bgcolor=\"#cccccc\"><td>\n<b>|</b><>&#160;|</td></tr>\n</td></tr></table>\n<pre "
+                   "class=\"zkt-code\">x</pre>"},
+     Row{"widths that are no numbers", "\\table{*,x}\\endtable\\table{*",
+         "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"2\" border=\"0\" cols=\"2\" "
+         "fm_widths=\"5in,0in\">\n"
+         "</td></tr></table><p>***ERROR*** \\table{*</p>",
+         "error: docgen: doc.dg:2: \\table: a width is no number\nerror: docgen: doc.dg:2: \\table: the argument is "
+         "not closed\n"},
      Row{"another block closes a table", "\\table{*}\n|a\n\\item b",
          s_table + "<tr bgcolor=\"#cccccc\"><td>\na\n</td></tr>\n</td></tr></table><ul><li>b</li></ul>"},
      Row{"a table that is never closed", "\\table{*}\n|a",
@@ -169,6 +200,11 @@ ROWS(Listings,
          "cannot be opened\n"});
 
 ROWS(Links,
+     Row{"captions that are not closed", "\\xref{a}{b \\screen{c}{d \\xref{e}{f}{g",
+         "<p><a href=\"a.htm\">a</a>***ERROR*** \\xref{b <img class=\"screen\" src=\"c.png\" />***ERROR*** "
+         "\\screen{d <a href=\"e.htm\">f</a>{g</p>",
+         "error: docgen: doc.dg:2: \\xref: the argument is not closed\nerror: docgen: doc.dg:2: \\screen: the "
+         "argument is not closed\n"},
      Row{"to addresses", "\\xref{http://a/?b&c} \\ref{https://d}{e \\b{f}}",
          "<p><a href=\"http://a/?b&amp;c\" target=\"_blank\">http://a/?b&amp;c</a> <a href=\"https://d\" "
          "target=\"_blank\">e \\b{f}</a></p>"},
@@ -196,6 +232,8 @@ TEST(Translator, SplitFlagAndFormatDecideOnHeadings)
         runMarkup(source, {.split = 0, .baseHeadingLevel = 2}).pages,
         "p.htm: <h3>A &amp; B</h3><h4>C</h4><h5>D</h5><table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" "
         "cellspacing=\"2\" border=\"0\" cols=\"\" fm_widths=\"\">\n</td></tr></table>\n");
+    const MarkupRun early = runMarkup("\\title A\n\\split p\nb", {.split = 0, .format = QStringLiteral("html")});
+    EXPECT_EQ(early.pages + early.messages, "p.htm: <p>b</p>\n");
 }
 
 TEST(Translator, TextOnNoPageIsReportedOnce)
@@ -204,6 +242,21 @@ TEST(Translator, TextOnNoPageIsReportedOnce)
     EXPECT_EQ(run.pages, "p.htm: <p>kept\n</p>\n");
     EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: text before the first \\split is on no page\n"
                             "error: docgen: doc.dg:7: text before the first \\split is on no page\n");
+}
+
+TEST(Translator, DepthOfArgumentsCostsNoStack)
+{
+    const int depth = 200'000;
+    std::string markup = "\\split{p}\n";
+    std::string body;
+    for (int level = 0; level < depth; ++level) {
+        markup += "\\b{";
+        body += "<b>";
+    }
+    markup.append(depth, '}');
+    for (int level = 0; level < depth; ++level)
+        body += "</b>";
+    EXPECT_TRUE(runMarkup(markup).pages == "p.htm: <p>" + body + "</p>\n");
 }
 
 TEST(Translator, PagesStayInTheOutputDirectory)
