@@ -54,15 +54,16 @@ void Contents::goUp()
 void Contents::beginGroup(std::string_view title)
 {
     open(line("<content title=\"", title, "\">"), s_group);
+    ++m_openGroups;
 }
 
 bool Contents::endGroup()
 {
-    const auto group = std::find(m_open.rbegin(), m_open.rend(), s_group);
-    if (group == m_open.rend())
+    if (m_openGroups == 0)
         return false;
-    for (auto count = group - m_open.rbegin() + 1; count > 0; --count)
+    while (m_open.back() != s_group)
         closeEntry();
+    closeEntry();
     return true;
 }
 
@@ -88,6 +89,8 @@ void Contents::closeAll()
 
 void Contents::closeEntry()
 {
+    if (m_open.back() == s_group)
+        --m_openGroups;
     m_open.pop_back();
     m_titleInnermost = false;
     addLine("</content>");

@@ -51,6 +51,7 @@ private:
     std::vector<std::string> m_lines;
     std::vector<int> m_open; // the level of every open entry, or s_group; innermost last
     int m_level = 0;
+    int m_openGroups = 0;
     bool m_titleInnermost = false; // the innermost open entry is that of a title
 };
 
