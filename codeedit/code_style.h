@@ -1,10 +1,22 @@
 #pragma once
 
+/*!!
+ * \h1 code_style.h
+ *
+ * The colours of listings. Each kind has a class in the style sheet.
+ */
+
 #include <cstdint>
 #include <string_view>
 
-/// The kind of a run of characters in a listing. The values are fixed: they are the indices of
-/// the names in the style sheet. There is no 12: deliberate, the gap stays.
+/*!
+ * \h1 \this
+ * The kind of a run of characters in a listing.
+ *
+ * The values are fixed: they are the indices of the names in the style sheet. There is no 12: deliberate, the gap
+ * stays. Kinds from 29 on have no name and so no colour. \synopsis \sa \xref{code_style_h}{code_style.h}
+ * \ingroup Types
+ */
 enum class CodeStyle : std::uint16_t
 {
     Text = 0,
@@ -31,6 +43,12 @@ enum class CodeStyle : std::uint16_t
     None = 0xFFFF,    ///< of no run: what holds before the first one of a line
 };
 
-/// The name of the style \a index in the class attribute, after "zkt-code-". Empty for the
-/// styles that have none.
+/*!
+ * \h1 \this
+ * The name of the style \a{index} in the class attribute, after "zkt-code-". Empty for the
+ * styles that have none.
+ * \synopsis
+ * \sa \xref{code_style_h}{code_style.h}
+ * \ingroup Functions
+ */
 [[nodiscard]] std::string_view styleName(unsigned index);

@@ -1,16 +1,39 @@
 #pragma once
 
+/*!!
+ * \h1 styled_line.h
+ *
+ * The way from a lexer to a listing: the text of a line, cut into runs of one kind.
+ *
+ * \code
+ * StyledLine out(line, buffer);
+ * out.writeTo(endOfComment, CodeStyle::Comment);
+ * out.writeTo(endOfWord, CodeStyle::Keyword);
+ * \endcode
+ */
+
 #include "codeedit/code_style.h"
 
 #include <cstddef>
 #include <cstring>
 
-/// The character that starts a run in a styled line; the unit after it is the style.
+/*!
+ * \h1 \this
+ * The character that starts a run in a styled line; the unit after it is the style.
+ * \synopsis
+ * \sa \xref{styled_line_h}{styled_line.h}
+ * \ingroup Constants
+ */
 inline constexpr char16_t s_styleMarker = u'\uFDD0';
 
-/// Writes a styled line: the text of a line in runs, each with a marker and its style before
-/// it, and a 0 at the end. The text is taken from the line itself, in order and once, and a
-/// run has at least one character: a line of n characters never fills more than 3n + 1.
+/*!
+ * \h1 \this
+ * Writes a styled line: the text of a line in runs, each with a marker and its style before
+ * it, and a 0 at the end. The text is taken from the line itself, in order and once, and a
+ * run has at least one character: a line of n characters never fills more than 3n + 1.
+ * \sa \xref{styled_line_h}{styled_line.h}
+ * \ingroup \this
+ */
 class StyledLine
 {
 public:
@@ -21,8 +44,14 @@ public:
     /// Writes what is left of the line as text, and the end.
     ~StyledLine();
 
-    /// Writes the text from where the last run ended up to \a end in \a style. Without any text
-    /// it writes nothing; a run that goes on in the same style gets no second marker.
+    /*!
+     * \h1 StyledLine::\this
+     * Writes the text from where the last run ended up to \a{end} in \a{style}. Without any text
+     * it writes nothing; a run that goes on in the same style gets no second marker.
+     * \synopsis
+     * \sa \xref{StyledLine}
+     * \ingroup StyledLine
+     */
     void writeTo(const char16_t *end, CodeStyle style)
     {
         if (m_held > m_from && !takesBlanks(style))
@@ -30,11 +59,23 @@ public:
         copyTo(end, style);
     }
 
-    /// Leaves the blanks up to \a end to the run after them or before them, where these show no
-    /// colour: most blanks get no run of their own.
+    /*!
+     * \h1 StyledLine::\this
+     * Leaves the blanks up to \a{end} to the run after them or before them, where these show no
+     * colour: most blanks get no run of their own.
+     * \synopsis
+     * \sa \xref{StyledLine}
+     * \ingroup StyledLine
+     */
     void holdBlanksTo(const char16_t *end) { m_held = end; }
 
-    /// Where the next run begins; blanks that are held belong to it.
+    /*!
+     * \h1 StyledLine::\this
+     * Where the next run begins; blanks that are held belong to it.
+     * \synopsis
+     * \sa \xref{StyledLine}
+     * \ingroup StyledLine
+     */
     [[nodiscard]] const char16_t *from() const { return m_from; }
 
 private:

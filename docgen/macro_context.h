@@ -1,5 +1,17 @@
 #pragma once
 
+/*!!
+ * \h1 macro_context.h
+ *
+ * Macros in sources. \tt{@def} gives a name a value; what becomes of \tt{@(NAME)} is up to the expander that the caller
+ * of a run hands over. The command line hands over none.
+ *
+ * \code
+ * SimpleMacroContext macros;
+ * document.run(&macros, 1, input, directory, records, {}, {});
+ * \endcode
+ */
+
 #include <map>
 #include <optional>
 #include <string>
@@ -8,20 +20,43 @@
 /// What "@def" lines have defined: name to value, ordered by name.
 using MacroDefinitions = std::map<std::string, std::string, std::less<>>;
 
-/// The value of a name that needs no definition ("Date", "TimeHour", "UnixTime", ...): the
-/// current date or time. Nothing when \a name is none of them.
+/*!
+ * \h1 \this
+ * The value of a name that needs no definition ("Date", "TimeHour", "UnixTime", ...): the
+ * current date or time. Nothing when \a{name} is none of them.
+ * \synopsis
+ * \sa \xref{macro_context_h}{macro_context.h}
+ * \ingroup Functions
+ */
 [[nodiscard]] std::optional<std::string> builtInMacro(std::string_view name);
 
-/// Expands macros in the lines of a source. The caller of a run owns it.
+/*!
+ * \h1 \this
+ * Expands macros in the lines of a source. The caller of a run owns it.
+ * \sa \xref{macro_context_h}{macro_context.h}
+ * \ingroup \this
+ */
 class MacroContext
 {
 public:
     virtual ~MacroContext() = default;
 
-    /// \a line with its macros expanded. \a definitions are those read so far.
+    /*!
+     * \h1 MacroContext::\this
+     * \a{line} with its macros expanded. \a{definitions} are those read so far.
+     * \synopsis
+     * \sa \xref{MacroContext}
+     * \ingroup MacroContext
+     */
     virtual std::string expand(std::string_view line, const MacroDefinitions &definitions) = 0;
 
-    /// The character that introduces a macro. A source is expanded with "@".
+    /*!
+     * \h1 MacroContext::\this
+     * The character that introduces a macro. A source is expanded with "@".
+     * \synopsis
+     * \sa \xref{MacroContext}
+     * \ingroup MacroContext
+     */
     [[nodiscard]] char introducer() const { return m_introducer; }
     void setIntroducer(char introducer) { m_introducer = introducer; }
 
@@ -29,8 +64,13 @@ private:
     char m_introducer = '$';
 };
 
-/// Replaces INTRODUCER(NAME) by the definition of NAME, else by the built-in value of that
-/// name. An unknown name is left as it stands. What a replacement brings in is not expanded.
+/*!
+ * \h1 \this
+ * Replaces INTRODUCER(NAME) by the definition of NAME, else by the built-in value of that
+ * name. An unknown name is left as it stands. What a replacement brings in is not expanded.
+ * \sa \xref{macro_context_h}{macro_context.h}
+ * \ingroup \this
+ */
 class SimpleMacroContext : public MacroContext
 {
 public:

@@ -1,5 +1,23 @@
 #pragma once
 
+/*!!
+ * \h1 c_parser.h
+ *
+ * The parser of C and C++ declarations. Derive from it to say where the lines come from:
+ *
+ * \code
+ * class FileParser : public SourceBrowserCParser
+ * {
+ * public:
+ *     FileParser(SourceBrowserModel *model, QTextStream &lines) : SourceBrowserCParser(model), m_lines(lines) {}
+ *     bool readLine(QString &line) override { return m_lines.readLineInto(&line); }
+ *
+ * private:
+ *     QTextStream &m_lines;
+ * };
+ * \endcode
+ */
+
 #include "sourcebrowser/c_scanner.h"
 #include "sourcebrowser/declarators.h"
 #include "sourcebrowser/model.h"
@@ -8,9 +26,14 @@
 #include <deque>
 #include <optional>
 
-/// Recognises the declarations of one header after the other, without preprocessing: stores them
-/// in the model and tells a listener of them. Nothing that a header holds stops it or makes it
-/// throw; what it cannot fit is skipped to the end of that declaration.
+/*!
+ * \h1 \this
+ * Recognises the declarations of one header after the other, without preprocessing: stores them
+ * in the model and tells a listener of them. Nothing that a header holds stops it or makes it
+ * throw; what it cannot fit is skipped to the end of that declaration.
+ * \sa \xref{c_parser_h}{c_parser.h}
+ * \ingroup \this
+ */
 class SourceBrowserCParser : public SourceBrowserLineIterator
 {
 public:
@@ -18,22 +41,66 @@ public:
     explicit SourceBrowserCParser(SourceBrowserModel *model, SourceBrowserEventInterface *events = nullptr);
     ~SourceBrowserCParser() override;
 
-    /// Reads one file, whose lines come from readLine(). What the model held from a file of that
-    /// name is forgotten.
+    /*!
+     * \h1 SourceBrowserCParser::\this
+     * Reads one file, whose lines come from \xref{../line_iterator/readLine.htm}{readLine}. What the model held from a
+     * file of that name is forgotten. A line comment that begins with one of \a{fixmeWords} is an event. \synopsis \sa
+     * \xref{SourceBrowserCParser}
+     */
     void parse(const QString &file, const QStringList &fixmeWords = {});
 
+    /*!
+     * \h1 SourceBrowserCParser::\this
+     * A file begins; \a{text} says which. It does nothing unless it is overridden.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
+     */
     virtual void beginGroup(const QString &text);
-    /// A complaint about \a file; \a line is counted from 1.
+    /*!
+     * \h1 SourceBrowserCParser::\this
+     * A complaint about \a{file}; \a{line} is counted from 1.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
+     */
     virtual void addResult(const QString &file, int line, const QString &message);
+    /*!
+     * \h1 SourceBrowserCParser::\this
+     * The file has ended.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
+     */
     virtual void endGroup();
 
-    /// The overview comments of the last file, one after the other.
+    /*!
+     * \h1 SourceBrowserCParser::\this
+     * The overview comments of the last file, one after the other.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
+     */
     [[nodiscard]] const QString &overview() const { return m_overview; }
     [[nodiscard]] const std::vector<SourceBrowserOverviewComment> &overviewComments() const
     {
         return m_overviewComments;
     }
+    /*!
+     * \h1 SourceBrowserCParser::\this
+     * What was counted in the last file.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
+     */
     [[nodiscard]] const SourceBrowserLineStatistics &statistics() const { return m_statistics; }
+    /*!
+     * \h1 SourceBrowserCParser::\this
+     * The model that was given; null without one.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
+     */
     [[nodiscard]] SourceBrowserModel *model() const { return m_model; }
 
 private:

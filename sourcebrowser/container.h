@@ -1,5 +1,11 @@
 #pragma once
 
+/*!!
+ * \h1 container.h
+ *
+ * The declarations that contain others. What they share with them is in \xref{../object/object_h.htm}{object.h}.
+ */
+
 #include "sourcebrowser/members.h"
 
 #include <QHash>
@@ -7,7 +13,20 @@
 #include <memory>
 #include <vector>
 
-/// One entry of a class's base list.
+/*!
+ * \h1 \this
+ * One entry of the list of bases of a class.
+ *
+ * \synopsis
+ *
+ * \param{name} the base as written, white space simplified.
+ *
+ * \param{access} whether its members stay public.
+ *
+ * \param{isVirtual} whether it is a virtual base.
+ * \sa \xref{container_h}{container.h}
+ * \ingroup Types
+ */
 struct SourceBrowserBaseClass
 {
     QString name; ///< as written, white space simplified
@@ -15,7 +34,12 @@ struct SourceBrowserBaseClass
     bool isVirtual = false;
 };
 
-/// A namespace, class, structure or union. It owns its members.
+/*!
+ * \h1 \this
+ * A namespace, class, structure or union. It owns its members.
+ * \sa \xref{container_h}{container.h}
+ * \ingroup \this
+ */
 class SourceBrowserContainer : public SourceBrowserObject
 {
 public:
@@ -28,26 +52,83 @@ public:
     [[nodiscard]] QString description(unsigned flags) const override;
     using SourceBrowserObject::description;
 
-    /// All members in order of declaration.
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * All members in order of declaration.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     [[nodiscard]] const Members &members() const { return m_members; }
-    /// Takes \a member over and becomes its container.
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * Takes \a{member} over and becomes its container.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     SourceBrowserObject &add(std::unique_ptr<SourceBrowserObject> member);
-    /// Hands \a member back; null when this container does not hold it. It leaves an empty
-    /// place among the members until settle() is called.
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * Hands \a{member} back; null when this container does not hold it. It leaves an empty place among the members
+     * until \xref{settle} is called.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     std::unique_ptr<SourceBrowserObject> take(const SourceBrowserObject &member);
-    /// Closes the empty places that take() left.
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * Closes the empty places that \xref{take} left.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     void settle();
 
-    /// The newest method, variable (or typedef) and container of that name; null without one.
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * The newest method of that name; null without one.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     [[nodiscard]] SourceBrowserMethod *method(const QString &name) const;
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * The newest variable or typedef of that name; null without one.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     [[nodiscard]] SourceBrowserVariable *variable(const QString &name) const;
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * The newest container of that name among the members; null without one.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     [[nodiscard]] SourceBrowserContainer *containedContainer(const QString &name) const;
 
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * The bases in order; empty for a namespace.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     [[nodiscard]] const std::vector<SourceBrowserBaseClass> &baseClasses() const { return m_baseClasses; }
     void setBaseClasses(std::vector<SourceBrowserBaseClass> bases) { m_baseClasses = std::move(bases); }
 
-    /// Takes over lines, texts and bases of \a newer where they are known: the same container
-    /// was declared again.
+    /*!
+     * \h1 SourceBrowserContainer::\this
+     * Takes over lines, texts and bases of \a{newer} where they are known: the same container
+     * was declared again.
+     * \synopsis
+     * \sa \xref{SourceBrowserContainer}
+     * \ingroup SourceBrowserContainer
+     */
     void update(const SourceBrowserContainer &newer);
 
 private:

@@ -1,8 +1,29 @@
 #pragma once
 
+/*!!
+ * \h1 line_statistics.h
+ *
+ * What a header consists of, in lines.
+ */
+
 #include <QtGlobal>
 
-/// What was counted in one file while it was read.
+/*!
+ * \h1 \this
+ * What was counted in one file while it was read.
+ *
+ * \synopsis
+ *
+ * \param{total} all lines.
+ *
+ * \param{blank} lines of white space only, inside comments too.
+ *
+ * \param{comment} lines of block comments, and one for each line comment.
+ *
+ * \param{preprocessor} directives with their continuation lines.
+ * \sa \xref{line_statistics_h}{line_statistics.h}
+ * \ingroup Types
+ */
 struct SourceBrowserLineStatistics
 {
     qint32 total = 0;

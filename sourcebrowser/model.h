@@ -1,13 +1,29 @@
 #pragma once
 
+/*!!
+ * \h1 model.h
+ *
+ * All declarations, in lists and by name.
+ *
+ * \code
+ * for (const SourceBrowserObject *function : model.functions())
+ *     print(function->description());
+ * \endcode
+ */
+
 #include "sourcebrowser/container.h"
 #include "sourcebrowser/line_statistics.h"
 
 #include <QMap>
 
-/// The declarations of all headers that were read. The model owns what stands at file level,
-/// containers own the rest. The collections are borrowed views of it; they are valid until the
-/// next change.
+/*!
+ * \h1 \this
+ * The declarations of all headers that were read. The model owns what stands at file level,
+ * containers own the rest. The collections are borrowed views of it; they are valid until the
+ * next change.
+ * \sa \xref{model_h}{model.h}
+ * \ingroup \this
+ */
 class SourceBrowserModel
 {
 public:
@@ -19,35 +35,106 @@ public:
     [[nodiscard]] SourceBrowserContainer &root() { return m_root; }
     [[nodiscard]] const SourceBrowserContainer &root() const { return m_root; }
 
-    /// Containers, functions and methods, variables and typedefs, each by qualified name in plain
-    /// string order with equal keys in order of declaration; enumerations in order of
-    /// declaration; macros, keyed like the others.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Namespaces, classes, structures and unions by qualified name, equal names in order of declaration.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     [[nodiscard]] const Collection &containers() const { return collections().containers; }
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Functions and methods by qualified name, equal names in order of declaration.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     [[nodiscard]] const Collection &functions() const { return collections().functions; }
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Variables and typedefs by qualified name, equal names in order of declaration.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     [[nodiscard]] const Collection &variables() const { return collections().variables; }
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Enumerations in order of declaration.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     [[nodiscard]] const Collection &enumerations() const { return collections().enumerations; }
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Macros by name, equal names in order of declaration.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     [[nodiscard]] const Collection &macros() const { return collections().macros; }
 
-    /// The declaration of that name, bare or qualified with "." or "::"; the first one declared
-    /// when there are several, and one with that qualified name before one with that bare name.
-    /// Null without one.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * The declaration of that name, bare or qualified with \tt{.} or \tt{::}; the first one declared when there are
+     * several, and one with that qualified name before one with that bare name. Null without one. \synopsis \sa
+     * \xref{SourceBrowserModel}
+     */
     [[nodiscard]] const SourceBrowserObject *find(QStringView name) const;
 
-    /// The container with that qualified name; null without one.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * The container with that qualified name; null without one.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     [[nodiscard]] SourceBrowserContainer *container(const QString &qualifiedName) const;
 
-    /// Adds \a member to \a parent and keeps the dictionary of containers.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Adds \a{member} to \a{parent} and keeps the dictionary of containers.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     SourceBrowserObject &add(SourceBrowserContainer &parent, std::unique_ptr<SourceBrowserObject> member);
-    /// Hands \a member back to be changed or deleted; it must stand in \a parent.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Hands \a{member} back to be changed or deleted; it must stand in \a{parent}.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     std::unique_ptr<SourceBrowserObject> take(SourceBrowserContainer &parent, const SourceBrowserObject &member);
 
-    /// Gives \a object, which stands in the model, another name.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Gives \a{object}, which stands in the model, another name.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     void rename(SourceBrowserObject &object, const QString &name);
 
-    /// Removes what was declared in \a file. A container that still has members from other files stays.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Removes what was declared in \a{file}. A container that still has members from other files stays.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     void forget(const QString &file);
     void setStatistics(const QString &file, const SourceBrowserLineStatistics &statistics);
-    /// By file name, in the order of the names.
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * What was counted in each file, by file name, in the order of the names.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
     [[nodiscard]] const QMap<QString, SourceBrowserLineStatistics> &statistics() const { return m_statistics; }
 
 private:

@@ -57,6 +57,7 @@
  * \brief The version of this header, as a number that can be compared.
  *
  * \synopsis
+ * #define \this 10200
  *
  * \description
  * The major version times 10000, the minor version times 100, and the patch level, added up. Version
@@ -83,6 +84,7 @@
  * \brief The largest capacity that a buffer can have, in bytes.
  *
  * \synopsis
+ * #define \this ((((size_t)-1) >> 2) + 1)
  *
  * \description
  * A quarter of what \tt{size_t} can count: 2\sup{30} bytes where it has 32 bits. \xref{ring_buffer_new}
