@@ -16,17 +16,7 @@ const WordTable &registers()
     return table;
 }
 
-bool isWordCharacter(char16_t c)
-{
-    return Characters::isWord(c) || c == u'.';
-}
-
-const char16_t *endOfWord(const char16_t *at)
-{
-    while (isWordCharacter(*at))
-        ++at;
-    return at;
-}
+constexpr unsigned s_wordCharacters = Characters::Word | Characters::Dot;
 
 /// One pass over a line.
 class AssemblyPass
@@ -70,7 +60,9 @@ private:
 void AssemblyPass::takeToken()
 {
     const char16_t c = *m_at;
-    if (Characters::is(c, Characters::Blank)) {
+    if (Characters::is(c, Characters::Letter | Characters::Dot)) {
+        takeWord();
+    } else if (Characters::is(c, Characters::Blank)) {
         m_at = Characters::skip(m_at, Characters::Blank);
         m_out.holdBlanksTo(m_at);
     } else if (c == u'/' && m_at[1] == u'*') {
@@ -79,10 +71,9 @@ void AssemblyPass::takeToken()
         takeLineComment();
     } else if (c == u'#' && m_statementStart) {
         takeDirective();
-    } else if (Characters::is(c, Characters::Digit)) {
+    } else if (Characters::is(c, Characters::Digit) ||
+               ((c == u'#' || c == u'$') && Characters::is(m_at[1], Characters::Digit))) {
         takeNumber();
-    } else if (isWordCharacter(c)) {
-        takeWord();
     } else if (c == u'"' || c == u'\'') {
         takeQuoted();
     } else if (c == u'\\') {
@@ -118,7 +109,7 @@ void AssemblyPass::takeBlockComment(const char16_t *from)
 void AssemblyPass::takeWord()
 {
     const char16_t *const begin = m_at;
-    m_at = endOfWord(m_at);
+    m_at = Characters::skip(m_at, s_wordCharacters);
     const CodeStyle style = styleOfWord(begin);
     if (m_statementStart && *m_at == u':' && style != CodeStyle::Register)
         return m_out.writeTo(++m_at, CodeStyle::Function);
@@ -136,10 +127,10 @@ CodeStyle AssemblyPass::styleOfWord(const char16_t *begin) const
     return *begin == u'.' ? CodeStyle::Control : CodeStyle::Keyword;
 }
 
-/// Takes a number, or a local label, which is a number before a colon.
+/// Takes a number with the mark of an immediate one, or a local label, which is a number before a colon.
 void AssemblyPass::takeNumber()
 {
-    m_at = endOfWord(m_at);
+    m_at = Characters::skip(m_at + 1, s_wordCharacters);
     if (m_statementStart && *m_at == u':')
         return m_out.writeTo(++m_at, CodeStyle::Function);
     m_out.writeTo(m_at, CodeStyle::Literal);
@@ -150,11 +141,11 @@ void AssemblyPass::takeNumber()
 void AssemblyPass::takeQuoted()
 {
     const char16_t quote = *m_at++;
-    const bool isCharacter = quote == u'\'' && m_at[0] != 0 && !isWordCharacter(m_at[1]);
+    const bool isCharacter = quote == u'\'' && m_at[0] != 0 && !Characters::is(m_at[1], s_wordCharacters);
     if (isCharacter) {
         ++m_at;
     } else if (quote == u'\'' && m_at[0] == u'\\') {
-        m_at = endOfWord(m_at + 1); // an escape, or the mark of a left-out part
+        m_at = Characters::skip(m_at + 1, s_wordCharacters); // an escape, or the mark of a left-out part
     } else {
         while (*m_at != 0 && *m_at != quote)
             m_at += m_at[0] == u'\\' && m_at[1] != 0 ? 2 : 1;
@@ -168,7 +159,7 @@ void AssemblyPass::takeQuoted()
 /// Takes a directive of the C preprocessor, of which assembler sources make use.
 void AssemblyPass::takeDirective()
 {
-    m_at = endOfWord(m_at + 1);
+    m_at = Characters::skip(m_at + 1, s_wordCharacters);
     m_out.writeTo(m_at, CodeStyle::Control);
     m_statementStart = false;
 }
@@ -176,16 +167,18 @@ void AssemblyPass::takeDirective()
 /// Takes a backslash with its word or stops: a macro's parameter, or a part that was left out.
 void AssemblyPass::takeBackslash()
 {
-    m_at = endOfWord(m_at + 1);
+    m_at = Characters::skip(m_at + 1, s_wordCharacters);
     m_out.writeTo(m_at, CodeStyle::Text);
     m_statementStart = false;
 }
 
+/// Takes a character of no other token. Before a word "%" and "@" belong to it ("%rax", "@function").
 void AssemblyPass::takeOther()
 {
-    const bool isOperator = Characters::is(*m_at, Characters::Operator) || *m_at == u'#' || *m_at == u'@';
-    ++m_at;
-    m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : CodeStyle::Punctuation);
+    const char16_t c = *m_at++;
+    const bool isMark = (c == u'%' || c == u'@') && Characters::is(*m_at, Characters::Letter);
+    const bool isOperator = Characters::is(c, Characters::Operator) || c == u'#' || c == u'@';
+    m_out.writeTo(m_at, isOperator && !isMark ? CodeStyle::Operator : CodeStyle::Text);
     m_statementStart = false;
 }
 

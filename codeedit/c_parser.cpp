@@ -152,7 +152,7 @@ void CPass::takeDirectiveName()
 {
     m_at = Characters::skip(m_at + 1, Characters::Blank);
     const char16_t *const begin = m_at;
-    m_at = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
+    m_at = Characters::skip(m_at, Characters::Word);
     const u16string_view name = word(begin);
     m_out.writeTo(m_at, CodeStyle::Control);
     m_messageText = name == u"error" || name == u"warning";
@@ -194,7 +194,7 @@ void CPass::takeNumber()
 void CPass::takeWordOrLiteral()
 {
     const char16_t *const begin = m_at;
-    m_at = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
+    m_at = Characters::skip(m_at, Characters::Word);
     if (*m_at == u'"' || (*m_at == u'\'' && !m_messageText)) {
         const LiteralPrefix *const prefix = findPrefix(word(begin));
         if (prefix != nullptr && prefix->raw && *m_at == u'"')
@@ -220,7 +220,7 @@ void CPass::takeLiteral()
 /// Takes the user-defined suffix of a literal. Other words stand for themselves, often macros.
 void CPass::takeSuffix()
 {
-    const char16_t *const end = Characters::skip(m_at, Characters::WordStart | Characters::Digit);
+    const char16_t *const end = Characters::skip(m_at, Characters::Word);
     const u16string_view suffix(m_at, static_cast<std::size_t>(end - m_at));
     if (!suffix.starts_with(u'_') && suffix != u"s" && suffix != u"sv")
         return;

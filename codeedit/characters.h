@@ -6,53 +6,58 @@
 /// What lexers ask about characters.
 namespace Characters {
 
-enum Class : std::uint8_t
+enum Class : std::uint16_t
 {
-    Blank = 1,     ///< blank, tab, other white space of a line
-    Digit = 2,     ///< 0 to 9
-    Noted = 4,     ///< what ends a comment, or stands out in it, begins with one of these
-    WordStart = 8, ///< letter, underscore, dollar, anything beyond ASCII
-    Operator = 16, ///< what operators of the C family are made of
-    Punctuation = 32,
-    Upper = 64,
-    Name = 128, ///< what XML names have besides word characters
+    Blank = 1,  ///< blank, tab, other white space of a line
+    Digit = 2,  ///< 0 to 9
+    Upper = 4,  ///< A to Z
+    Letter = 8, ///< those, a to z, the underscore, anything beyond ASCII
+    Dollar = 16,
+    Dot = 32,
+    NameMark = 64,     ///< the colon and the hyphen in XML names
+    Operator = 128,    ///< what operators of the C family are made of
+    Punctuation = 256, ///< brackets and separators of the C family
+    Noted = 512,       ///< what ends a comment, or stands out in it, begins with one of these
+    WordStart = Letter | Dollar,
+    Word = WordStart | Digit,
 };
 
-constexpr std::array<std::uint8_t, 128> classTable()
+constexpr std::array<std::uint16_t, 128> classTable()
 {
-    std::array<std::uint8_t, 128> table{};
+    std::array<std::uint16_t, 128> table{};
     for (const char c : {' ', '\t', '\v', '\f', '\r'})
         table[static_cast<std::size_t>(c)] = Blank;
     for (std::size_t c = '0'; c <= '9'; ++c)
         table[c] = Digit;
     for (std::size_t c = 'A'; c <= 'Z'; ++c)
-        table[c] = WordStart | Upper | Noted;
+        table[c] = Letter | Upper | Noted;
     for (std::size_t c = 'a'; c <= 'z'; ++c)
-        table[c] = WordStart;
-    table['_'] = WordStart;
-    table['$'] = WordStart;
+        table[c] = Letter;
+    table['_'] = Letter;
+    table['$'] = Dollar;
     for (const char c : {'+', '-', '*', '/', '%', '=', '<', '>', '!', '&', '|', '^', '~', '?', ':', '.'})
         table[static_cast<std::size_t>(c)] = Operator;
     for (const char c : {'(', ')', '[', ']', '{', '}', ';', ','})
         table[static_cast<std::size_t>(c)] = Punctuation;
     for (const char c : {'\0', '\\', '@', '*'})
         table[static_cast<std::size_t>(c)] |= Noted;
-    for (const char c : {':', '-', '.'})
-        table[static_cast<std::size_t>(c)] |= Name;
+    for (const char c : {':', '-'})
+        table[static_cast<std::size_t>(c)] |= NameMark;
+    table['.'] |= Dot;
     return table;
 }
 
-inline constexpr std::array<std::uint8_t, 128> s_classes = classTable();
+inline constexpr std::array<std::uint16_t, 128> s_classes = classTable();
 
-/// True when \a c is of one of \a classes. All beyond ASCII are word characters.
+/// True when \a c is of one of \a classes. All beyond ASCII are letters.
 constexpr bool is(char16_t c, unsigned classes)
 {
-    return c < 128 ? (s_classes[c] & classes) != 0 : (classes & WordStart) != 0;
+    return c < 128 ? (s_classes[c] & classes) != 0 : (classes & Letter) != 0;
 }
 
 constexpr bool isWord(char16_t c)
 {
-    return is(c, WordStart | Digit);
+    return is(c, Word);
 }
 
 /// The first character from \a at on that is not of one of \a classes.

@@ -50,7 +50,7 @@ bool takesArgument(u16string_view command)
 /// The end of the letters and digits from \a at on.
 const char16_t *wordEnd(const char16_t *at)
 {
-    return Characters::skip(at, Characters::WordStart | Characters::Digit);
+    return Characters::skip(at, Characters::Word);
 }
 
 u16string_view view(const char16_t *begin, const char16_t *end)

@@ -23,11 +23,7 @@ bool isSigil(char16_t c)
     return c == u'$' || c == u'%';
 }
 
-/// A letter, digit or underscore: what names are made of, their sigil aside.
-bool isNameCharacter(char16_t c)
-{
-    return c != u'$' && Characters::isWord(c);
-}
+constexpr unsigned s_nameCharacters = Characters::Letter | Characters::Digit; // their sigil aside
 
 /// One pass over a line.
 class BasicPass
@@ -64,7 +60,9 @@ private:
 void BasicPass::takeToken()
 {
     const char16_t c = *m_at;
-    if (Characters::is(c, Characters::Blank)) {
+    if (Characters::is(c, Characters::Letter)) {
+        takeWord();
+    } else if (Characters::is(c, Characters::Blank)) {
         m_at = Characters::skip(m_at, Characters::Blank);
         m_out.holdBlanksTo(m_at);
     } else if (c == u'\'') {
@@ -76,8 +74,6 @@ void BasicPass::takeToken()
     } else if (c == u'&' && hexadecimalEnd() != nullptr) {
         m_at = hexadecimalEnd();
         m_out.writeTo(m_at, CodeStyle::Literal);
-    } else if (isNameCharacter(c)) {
-        takeWord();
     } else if (isSigil(c) && Characters::is(m_at[1], Characters::Upper)) {
         takeConstant();
     } else if (c == u'\\') {
@@ -85,7 +81,7 @@ void BasicPass::takeToken()
     } else {
         const bool isOperator = Characters::is(c, Characters::Operator);
         ++m_at;
-        m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : CodeStyle::Punctuation);
+        m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : CodeStyle::Text);
     }
 }
 
@@ -129,15 +125,13 @@ const char16_t *BasicPass::hexadecimalEnd() const
     const char16_t *end = m_at + 2;
     while (Characters::is(*end, Characters::Digit) || ((*end | 0x20) >= u'a' && (*end | 0x20) <= u'f'))
         ++end;
-    return end == m_at + 2 || isNameCharacter(*end) ? nullptr : end;
+    return end == m_at + 2 || Characters::is(*end, s_nameCharacters) ? nullptr : end;
 }
 
 /// Takes a word: the longest entry of the table, with its sigil or without, or a name.
 void BasicPass::takeWord()
 {
-    const char16_t *end = m_at;
-    while (isNameCharacter(*end))
-        ++end;
+    const char16_t *const end = Characters::skip(m_at, s_nameCharacters);
     const bool withSigil = isSigil(*end) && isTableWord(end + 1);
     if (!withSigil && !isTableWord(end))
         return takeNameTo(isSigil(*end) ? end + 1 : end);
@@ -160,9 +154,7 @@ void BasicPass::takeNameTo(const char16_t *end)
 /// Takes a constant, whose sigil stands in front.
 void BasicPass::takeConstant()
 {
-    const char16_t *end = m_at + 1;
-    while (isNameCharacter(*end))
-        ++end;
+    const char16_t *const end = Characters::skip(m_at + 1, s_nameCharacters);
     if (isTableWord(end)) {
         m_at = end;
         return m_out.writeTo(m_at, CodeStyle::Keyword);
@@ -184,7 +176,7 @@ void BasicPass::takeData()
             takeString();
         } else if (*m_at == u',') {
             ++m_at;
-            m_out.writeTo(m_at, CodeStyle::Punctuation);
+            m_out.writeTo(m_at, CodeStyle::Text);
         }
     }
 }
@@ -192,9 +184,7 @@ void BasicPass::takeData()
 /// Takes a backslash with its word or stops: a part that was left out, in one run.
 void BasicPass::takeBackslash()
 {
-    ++m_at;
-    while (isNameCharacter(*m_at) || *m_at == u'.')
-        ++m_at;
+    m_at = Characters::skip(m_at + 1, s_nameCharacters | Characters::Dot);
     m_out.writeTo(m_at, CodeStyle::Text);
 }
 

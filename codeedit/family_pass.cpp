@@ -74,7 +74,7 @@ void FamilyPass::takeOperators()
 void FamilyPass::takeWord()
 {
     const char16_t *const begin = m_at;
-    m_at = skip(m_at, Characters::WordStart | Characters::Digit);
+    m_at = skip(m_at, Characters::Word);
     writeName(begin);
 }
 
@@ -95,7 +95,7 @@ void FamilyPass::takeBackslash()
     if (isLineEnd(m_at))
         return m_out.writeTo(m_at, CodeStyle::LineJoin);
     if (Characters::is(*m_at, Characters::WordStart))
-        m_at = skip(m_at, Characters::WordStart | Characters::Digit);
+        m_at = skip(m_at, Characters::Word);
     else if (m_at[0] == u'.' && m_at[1] == u'.' && m_at[2] == u'.')
         m_at += 3;
     else

@@ -121,7 +121,7 @@ void JavaScriptPass::takeName()
 {
     const char16_t *const begin = m_at;
     // The first character may be the "#" of a private name.
-    m_at = Characters::skip(m_at + 1, Characters::WordStart | Characters::Digit);
+    m_at = Characters::skip(m_at + 1, Characters::Word);
     writeName(begin);
     m_isMember = m_afterDot;
     m_word = word(begin);
@@ -185,7 +185,7 @@ const char16_t *JavaScriptPass::regularExpressionEnd() const
         else if (*at == u']')
             inClass = false;
     }
-    return *at == 0 ? nullptr : Characters::skip(at + 1, Characters::WordStart | Characters::Digit);
+    return *at == 0 ? nullptr : Characters::skip(at + 1, Characters::Word);
 }
 
 void JavaScriptPass::takeOperator()

@@ -49,6 +49,8 @@ void appendStyled(std::string &html, std::string_view text, CodeEditParser &lexe
     }
 }
 
+constexpr std::size_t s_largestSpareRoom = 64'000'000;
+
 struct Ellipsis
 {
     std::string_view mark;
@@ -106,7 +108,8 @@ void appendListing(std::string &html, std::string_view text, std::string_view la
     if (lexer == nullptr)
         return appendEscaped(html, text);
     const std::size_t begin = html.size();
-    html.reserve(begin + 4 * text.size()); // the usual growth; what is not filled costs nothing
+    // Spans make a listing four to twelve times as long. What is not filled takes no memory.
+    html.reserve(begin + std::min(16 * text.size(), 4 * text.size() + s_largestSpareRoom));
     appendStyled(html, text, *lexer, language == "basic");
     replaceEllipses(html, begin);
 }

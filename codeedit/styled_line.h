@@ -61,8 +61,8 @@ public:
 
     /*!
      * \h1 StyledLine::\this
-     * Leaves the blanks up to \a{end} to the run after them or before them, where these show no
-     * colour: most blanks get no run of their own.
+     * Leaves the blanks up to \a{end} to the run after them or before them if it is one of text,
+     * brackets or operators: most blanks get no run of their own.
      * \synopsis
      * \sa \xref{StyledLine}
      * \ingroup StyledLine
@@ -79,7 +79,31 @@ public:
     [[nodiscard]] const char16_t *from() const { return m_from; }
 
 private:
-    static bool takesBlanks(CodeStyle style) { return style == CodeStyle::Text || style == CodeStyle::Punctuation; }
+    static bool takesBlanks(CodeStyle style)
+    {
+        return style == CodeStyle::Text || style == CodeStyle::Punctuation || style == CodeStyle::Operator;
+    }
+
+    /// Copies \a length units, at least one. Most runs are short: blocks that overlap take less
+    /// than a loop or a call.
+    static void copyUnits(char16_t *to, const char16_t *from, std::size_t length)
+    {
+        if (length > 16)
+            std::memcpy(to, from, length * sizeof(char16_t));
+        else if (length >= 4)
+            copyBlocks<4>(to, from, length);
+        else if (length >= 2)
+            copyBlocks<2>(to, from, length);
+        else
+            *to = *from;
+    }
+
+    template <std::size_t Size> static void copyBlocks(char16_t *to, const char16_t *from, std::size_t length)
+    {
+        for (std::size_t at = 0; at + Size < length; at += Size)
+            std::memcpy(to + at, from + at, Size * sizeof(char16_t));
+        std::memcpy(to + length - Size, from + length - Size, Size * sizeof(char16_t));
+    }
 
     void copyTo(const char16_t *end, CodeStyle style)
     {
@@ -91,13 +115,9 @@ private:
             m_style = style;
         }
         const auto length = static_cast<std::size_t>(end - m_from);
-        if (length > 3) {
-            std::memcpy(m_out, m_from, length * sizeof(char16_t));
-            m_out += length;
-            m_from = end;
-        }
-        while (m_from != end)
-            *m_out++ = *m_from++;
+        copyUnits(m_out, m_from, length);
+        m_out += length;
+        m_from = end;
     }
 
     const char16_t *m_from;

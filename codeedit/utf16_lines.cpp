@@ -39,29 +39,22 @@ char32_t takeCharacter(std::string_view &text)
 
 bool Utf16Lines::next()
 {
-    m_begin = m_started ? m_end + 1 : 0;
-    if (m_begin >= m_size) {
+    if (!m_inPiece) {
         if (m_lastPiece)
             return false;
-        convertPiece();
-        m_begin = 0;
+        takePiece();
     }
-    m_started = true;
-    m_end = lineEnd(m_begin);
+    const std::string_view line = m_piece.substr(0, m_piece.find('\n'));
+    m_begin = m_isPlain ? m_pieceSize - m_piece.size() : 0;
+    m_end = m_isPlain ? m_begin + line.size() : convert(line);
     m_units[m_end] = 0;
+    m_inPiece = line.size() != m_piece.size();
+    m_piece.remove_prefix(m_inPiece ? line.size() + 1 : line.size());
     return true;
 }
 
-/// The place of the end of the line that begins at \a begin in the piece.
-std::size_t Utf16Lines::lineEnd(std::size_t begin) const
-{
-    if (!m_plainPiece.empty())
-        return std::min(m_plainPiece.find('\n', begin), m_plainPiece.size());
-    return begin + std::char_traits<char16_t>::length(m_units.data() + begin);
-}
-
-/// Converts the next whole lines: as many as a piece has room for, and one at least.
-void Utf16Lines::convertPiece()
+/// Takes the next whole lines: as many as a piece has room for, and one at least.
+void Utf16Lines::takePiece()
 {
     std::size_t length = m_rest.size();
     if (length > s_pieceSize) {
@@ -69,35 +62,36 @@ void Utf16Lines::convertPiece()
         if (length == std::string_view::npos)
             length = std::min(m_rest.find('\n', s_pieceSize), m_rest.size());
     }
-    const std::string_view piece = m_rest.substr(0, length);
+    m_piece = m_rest.substr(0, length);
+    m_pieceSize = length;
+    m_inPiece = true;
     m_lastPiece = length == m_rest.size();
     m_rest.remove_prefix(m_lastPiece ? length : length + 1);
     if (m_units.size() < length + 1)
         m_units.resize(length + 1);
-    m_size = length + 1;
-    m_plainPiece = piece;
-    if (isPlain(piece))
-        std::copy(piece.begin(), piece.end(), m_units.begin());
-    else
-        convertAny(piece);
-    m_units[m_size - 1] = 0;
+    m_isPlain = isPlain(m_piece);
+    if (m_isPlain)
+        std::copy(m_piece.begin(), m_piece.end(), m_units.begin());
 }
 
-void Utf16Lines::convertAny(std::string_view piece)
+/// Converts \a line; the result is how many units it became.
+std::size_t Utf16Lines::convert(std::string_view line)
 {
-    m_size = 0;
-    m_plainPiece = {};
-    while (!piece.empty()) {
-        const char32_t character = takeCharacter(piece);
+    char16_t *to = m_units.data();
+    while (!line.empty()) {
+        if (const auto byte = static_cast<unsigned char>(line.front()); byte != 0 && byte < 0x80) {
+            *to++ = byte;
+            line.remove_prefix(1);
+            continue;
+        }
+        const char32_t character = takeCharacter(line);
         if (character > 0xFFFF) {
-            m_units[m_size++] = static_cast<char16_t>(0xD7C0 + (character >> 10));
-            m_units[m_size++] = static_cast<char16_t>(0xDC00 + (character & 0x3FF));
-        } else if (character == u'\n') {
-            m_units[m_size++] = 0;
+            *to++ = static_cast<char16_t>(0xD7C0 + (character >> 10));
+            *to++ = static_cast<char16_t>(0xDC00 + (character & 0x3FF));
         } else {
             const bool meansSomething = character == 0 || character == s_styleMarker;
-            m_units[m_size++] = meansSomething ? s_replacement : static_cast<char16_t>(character);
+            *to++ = meansSomething ? s_replacement : static_cast<char16_t>(character);
         }
     }
-    ++m_size; // the last 0
+    return static_cast<std::size_t>(to - m_units.data());
 }

@@ -22,16 +22,16 @@ public:
     [[nodiscard]] std::size_t size() const { return m_end - m_begin; }
 
 private:
-    void convertPiece();
-    void convertAny(std::string_view piece);
-    [[nodiscard]] std::size_t lineEnd(std::size_t begin) const;
+    void takePiece();
+    std::size_t convert(std::string_view line);
 
-    std::string_view m_rest;       // what was not converted yet
-    std::string_view m_plainPiece; // the bytes of the piece when they are its units too, else empty
-    std::vector<char16_t> m_units; // the piece: whole lines, each with its 0
-    std::size_t m_size = 0;        // of the piece, with the last 0
-    std::size_t m_begin = 0;       // of the line, in the piece
+    std::string_view m_rest;       // what no piece was made of yet
+    std::string_view m_piece;      // the lines of the piece that are still to come
+    std::vector<char16_t> m_units; // the piece if it is plain, else one line
+    std::size_t m_pieceSize = 0;   // in bytes
+    std::size_t m_begin = 0;       // of the line, in the units
     std::size_t m_end = 0;         // of the line: its 0
-    bool m_started = false;
+    bool m_isPlain = false;        // each byte of the piece is a unit
+    bool m_inPiece = false;        // a line of it is still to come
     bool m_lastPiece = false;
 };

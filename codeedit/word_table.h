@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
+#include <cstring>
 #include <span>
 #include <string_view>
 
@@ -17,7 +17,9 @@ public:
         if (word.size() > m_longest)
             return false;
         for (std::size_t slot = slotOf(word); m_slots[slot].data() != nullptr; slot = (slot + 1) % s_slotCount) {
-            if (m_slots[slot] == word)
+            const std::u16string_view entry = m_slots[slot];
+            if (entry.size() == word.size() &&
+                std::memcmp(entry.data(), word.data(), word.size() * sizeof(char16_t)) == 0)
                 return true;
         }
         return false;

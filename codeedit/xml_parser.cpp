@@ -10,9 +10,11 @@ namespace {
 using Mode = CodeEditXMLParser::Mode;
 using std::u16string_view;
 
+constexpr unsigned s_nameCharacters = Characters::Word | Characters::NameMark | Characters::Dot;
+
 bool isNameCharacter(char16_t c)
 {
-    return Characters::is(c, Characters::WordStart | Characters::Digit | Characters::Name);
+    return Characters::is(c, s_nameCharacters);
 }
 
 /// One pass over a line.
@@ -140,14 +142,12 @@ void XmlPass::takeOpening()
     } else if (at(u"</")) {
         --m_nesting;
         take(2, CodeStyle::Markup, Mode::EndTag);
-        while (isNameCharacter(*m_at))
-            ++m_at;
+        m_at = Characters::skip(m_at, s_nameCharacters);
         m_out.writeTo(m_at, CodeStyle::Markup);
     } else {
         ++m_nesting;
         take(1, CodeStyle::TagBracket, Mode::Tag);
-        while (isNameCharacter(*m_at))
-            ++m_at;
+        m_at = Characters::skip(m_at, s_nameCharacters);
         m_out.writeTo(m_at, CodeStyle::Markup);
     }
 }
@@ -181,8 +181,6 @@ void XmlPass::takeTag()
         return take(2, CodeStyle::TagBracket, Mode::Text);
     if (c == u'<')
         return takeOpening(); // the tag before was never closed
-    if (c == u'=')
-        return take(1, CodeStyle::Operator, Mode::Tag);
     if (!isNameCharacter(c) && c != u'\\')
         return take(1, CodeStyle::Punctuation, Mode::Tag);
     do { // from a backslash on too: the mark of a left-out part stays in one run
