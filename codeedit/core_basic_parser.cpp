@@ -79,9 +79,8 @@ void BasicPass::takeToken()
     } else if (c == u'\\') {
         takeBackslash();
     } else {
-        const bool isOperator = Characters::is(c, Characters::Operator);
-        ++m_at;
-        m_out.writeTo(m_at, isOperator ? CodeStyle::Operator : CodeStyle::Text);
+        ++m_at; // operators and brackets get no colour
+        m_out.writeTo(m_at, CodeStyle::Text);
     }
 }
 
@@ -144,11 +143,13 @@ void BasicPass::takeWord()
         takeData();
 }
 
-/// Takes a name; it is a function's when an argument follows.
+/// Takes a name. Those of functions and procedures have a prefix; a parenthesis behind a name tells
+/// nothing, since elements of arrays have it too.
 void BasicPass::takeNameTo(const char16_t *end)
 {
+    const u16string_view name(m_at, static_cast<std::size_t>(end - m_at));
     m_at = end;
-    m_out.writeTo(m_at, *m_at == u'(' ? CodeStyle::Function : CodeStyle::Text);
+    m_out.writeTo(m_at, name.starts_with(u"FN") || name.starts_with(u"PROC") ? CodeStyle::Function : CodeStyle::Text);
 }
 
 /// Takes a constant, whose sigil stands in front.
@@ -159,8 +160,8 @@ void BasicPass::takeConstant()
         m_at = end;
         return m_out.writeTo(m_at, CodeStyle::Keyword);
     }
-    ++m_at; // an operator of some dialects, or a number's prefix
-    m_out.writeTo(m_at, CodeStyle::Operator);
+    ++m_at; // an operator of some dialects
+    m_out.writeTo(m_at, CodeStyle::Text);
 }
 
 /// Takes the items of a DATA statement: they are literals without quotes too.

@@ -12,11 +12,6 @@ using std::u16string_view;
 
 constexpr unsigned s_nameCharacters = Characters::Word | Characters::NameMark | Characters::Dot;
 
-bool isNameCharacter(char16_t c)
-{
-    return Characters::is(c, s_nameCharacters);
-}
-
 /// One pass over a line.
 class XmlPass
 {
@@ -41,9 +36,11 @@ private:
 
     void takeText();
     void takeOpening();
+    void takeDeclarationOpening();
     void takeComment();
     void takeEndTag();
     void takeTag();
+    void takeAttributeName();
     template <char16_t Quote, Mode Next> void takeQuoted();
     void takeCharacterData();
     void takeInstruction();
@@ -127,28 +124,35 @@ void XmlPass::takeText()
         takeEntity();
 }
 
-/// Takes what a "<" in text begins.
+/// Takes what a "<" begins.
 void XmlPass::takeOpening()
+{
+    if (m_at[1] == u'/') {
+        --m_nesting;
+        m_at = Characters::skip(m_at + 2, s_nameCharacters);
+        take(0, CodeStyle::Markup, Mode::EndTag);
+    } else if (m_at[1] == u'?') {
+        take(2, CodeStyle::Control, Mode::Instruction);
+    } else if (m_at[1] == u'!') {
+        takeDeclarationOpening();
+    } else {
+        ++m_nesting;
+        take(1, CodeStyle::TagBracket, Mode::Tag);
+        m_at = Characters::skip(m_at, s_nameCharacters);
+        m_out.writeTo(m_at, CodeStyle::Markup);
+    }
+}
+
+/// Takes what a "<!" begins.
+void XmlPass::takeDeclarationOpening()
 {
     if (at(u"<!--")) {
         ++m_nesting; // deliberate: a comment counts like a start tag
         take(4, CodeStyle::Comment, Mode::Comment);
     } else if (at(u"<![CDATA[")) {
         take(9, CodeStyle::Control, Mode::CharacterData);
-    } else if (at(u"<?")) {
-        take(2, CodeStyle::Control, Mode::Instruction);
-    } else if (at(u"<!")) {
-        take(2, CodeStyle::Control, Mode::Declaration);
-    } else if (at(u"</")) {
-        --m_nesting;
-        take(2, CodeStyle::Markup, Mode::EndTag);
-        m_at = Characters::skip(m_at, s_nameCharacters);
-        m_out.writeTo(m_at, CodeStyle::Markup);
     } else {
-        ++m_nesting;
-        take(1, CodeStyle::TagBracket, Mode::Tag);
-        m_at = Characters::skip(m_at, s_nameCharacters);
-        m_out.writeTo(m_at, CodeStyle::Markup);
+        take(2, CodeStyle::Control, Mode::Declaration);
     }
 }
 
@@ -171,21 +175,28 @@ void XmlPass::takeEndTag()
 void XmlPass::takeTag()
 {
     const char16_t c = *m_at;
+    if (Characters::is(c, s_nameCharacters) || c == u'\\')
+        return takeAttributeName();
     if (c == u'"')
         return take(1, CodeStyle::Literal, Mode::DoubleQuoted);
     if (c == u'\'')
         return take(1, CodeStyle::Literal, Mode::SingleQuoted);
     if (c == u'>')
         return take(1, CodeStyle::TagBracket, Mode::Text);
-    if (at(u"/>"))
+    if (c == u'/' && m_at[1] == u'>')
         return take(2, CodeStyle::TagBracket, Mode::Text);
     if (c == u'<')
         return takeOpening(); // the tag before was never closed
-    if (!isNameCharacter(c) && c != u'\\')
-        return take(1, CodeStyle::Punctuation, Mode::Tag);
-    do { // from a backslash on too: the mark of a left-out part stays in one run
+    take(1, CodeStyle::Punctuation, Mode::Tag);
+}
+
+/// Takes the name of an attribute and an "=" directly behind it. It may begin with a backslash:
+/// the mark of a left-out part stays in one run.
+void XmlPass::takeAttributeName()
+{
+    m_at = Characters::skip(m_at + 1, s_nameCharacters);
+    if (*m_at == u'=')
         ++m_at;
-    } while (isNameCharacter(*m_at));
     m_out.writeTo(m_at, CodeStyle::Attribute);
 }
 
@@ -267,8 +278,7 @@ void XmlPass::takeEntity()
     const char16_t *end = m_at + 1;
     if (*end == u'#')
         ++end;
-    while (isNameCharacter(*end))
-        ++end;
+    end = Characters::skip(end, s_nameCharacters);
     const bool isEntity = *end == u';' && end > m_at + 1;
     m_at = isEntity ? end + 1 : m_at + 1;
     m_out.writeTo(m_at, isEntity ? CodeStyle::Control : CodeStyle::Text);
