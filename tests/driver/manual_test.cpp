@@ -26,17 +26,10 @@ QString manualFile(const QString &name)
     return QStringLiteral(TAVIDOC_SOURCE_DIR "/docs/manual/") + name;
 }
 
-/// Whether \a page belongs to a chapter that manual.dg includes and that nobody has written yet.
-bool isStillToBeWritten(QString page)
-{
-    const QString source = page.replace(u".htm"_s, u".dg"_s);
-    return !QFile::exists(manualFile(source)) && textOf(manualFile(u"manual.dg"_s)).contains(u"\\include "_s + source);
-}
-
 /// Whether a link of one of the \a pages leads to a page or to a file of the manual.
 bool leadsSomewhere(const QString &target, const QDir &pages)
 {
-    return target.startsWith(u"https:"_s) || pages.exists(target) || isStillToBeWritten(target);
+    return target.startsWith(u"https:"_s) || pages.exists(target);
 }
 
 /// What a run over \a source makes: its records, and the messages in \a messages.
