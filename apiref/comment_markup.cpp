@@ -5,22 +5,24 @@
 
 namespace {
 
-constexpr bool isBlankCharacter(char c)
+constexpr bool isBlankCharacter(char32_t c)
 {
-    return c == ' ' || c == '\t';
+    return c == U' ' || c == U'\t';
 }
 
-std::size_t leadingBlanks(std::string_view line)
+// Comments come as UTF-16 from the declarations and are UTF-8 as markup.
+template <typename Char> std::size_t leadingBlanks(std::basic_string_view<Char> line)
 {
     return static_cast<std::size_t>(std::ranges::find_if_not(line, isBlankCharacter) - line.begin());
 }
 
-bool isDecorated(std::string_view line)
+template <typename Char> bool isDecorated(std::basic_string_view<Char> line)
 {
-    return line.substr(leadingBlanks(line), 1) == "*";
+    const std::size_t first = leadingBlanks(line);
+    return first < line.size() && line[first] == Char('*');
 }
 
-std::string_view withoutDecoration(std::string_view line)
+template <typename Char> std::basic_string_view<Char> withoutDecoration(std::basic_string_view<Char> line)
 {
     line.remove_prefix(leadingBlanks(line) + 1);
     if (!line.empty() && isBlankCharacter(line.front()))
@@ -129,23 +131,23 @@ void removeDecoration(std::vector<std::string_view> &lines)
     }
 }
 
-bool hasInnerText(std::string_view comment)
+bool hasInnerText(std::u16string_view comment)
 {
     bool decorated = false;
     bool judged = false;
-    std::size_t begin = comment.find('\n');
-    for (std::size_t end = 0; begin != std::string_view::npos; begin = end) {
-        end = comment.find('\n', begin + 1);
-        if (end == std::string_view::npos)
+    std::size_t begin = comment.find(u'\n');
+    for (std::size_t end = 0; begin != std::u16string_view::npos; begin = end) {
+        end = comment.find(u'\n', begin + 1);
+        if (end == std::u16string_view::npos)
             return false;
-        std::string_view line = comment.substr(begin + 1, end - begin - 1);
+        std::u16string_view line = comment.substr(begin + 1, end - begin - 1);
         if (leadingBlanks(line) == line.size())
             continue;
         decorated = judged ? decorated : isDecorated(line);
         judged = true;
         if (decorated && isDecorated(line))
             line = withoutDecoration(line);
-        if (line.find_first_not_of(" \t\r\v\f") != std::string_view::npos)
+        if (line.find_first_not_of(u" \t\r\v\f") != std::u16string_view::npos)
             return true;
     }
     return false;

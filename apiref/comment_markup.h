@@ -15,7 +15,7 @@ void removeDecoration(std::vector<std::string_view> &lines);
 
 /// True when something other than white space and decoration stands in the inner lines of
 /// \a comment.
-[[nodiscard]] bool hasInnerText(std::string_view comment);
+[[nodiscard]] bool hasInnerText(std::u16string_view comment);
 
 /// The markup in one overview comment, of which \a text is what follows the marks it begins
 /// with: its lines without decoration. Line n of the result is line n of the text.

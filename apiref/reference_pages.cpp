@@ -45,6 +45,11 @@ std::string qualifiedByDots(std::string_view name)
     return result;
 }
 
+std::u16string_view utf16View(const QString &text)
+{
+    return {reinterpret_cast<const char16_t *>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
 /// The first sentence of \a html without tags, on one line: up to a full stop before white
 /// space, or all of it.
 std::string firstSentence(std::string_view html)
@@ -77,9 +82,7 @@ ReferencePages::ReferencePages(const Path &header, const Surroundings &surroundi
 
 void ReferencePages::make(const QStringList &exclusions)
 {
-    SourceLineReader reader(m_header);
-    DocGenSourceBrowserCParser parser(m_model, reader);
-    parser.parse(m_header.given());
+    const std::vector<SourceBrowserOverviewComment> overview = parse();
     for (const SourceBrowserModel::Collection *collection :
          {&m_model.containers(), &m_model.functions(), &m_model.variables(), &m_model.enumerations(),
           &m_model.macros()})
@@ -90,8 +93,17 @@ void ReferencePages::make(const QStringList &exclusions)
     m_pages.flush();
     if (!m_surroundings.split)
         return;
-    makeHeaderPage(parser.overviewComments());
+    makeHeaderPage(overview);
     makeContentsFile();
+}
+
+/// Fills the model. The result is the header's overview.
+std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
+{
+    SourceLineReader reader(m_header);
+    DocGenSourceBrowserCParser parser(m_model, reader);
+    parser.parse(m_header.given());
+    return parser.overviewComments();
 }
 
 void ReferencePages::select(const SourceBrowserModel::Collection &collection, const QStringList &exclusions)
@@ -100,16 +112,15 @@ void ReferencePages::select(const SourceBrowserModel::Collection &collection, co
         if (!object->documentation().startsWith(u'!') || exclusions.contains(object->name()))
             continue;
         std::string name = object->name().toStdString();
-        std::string comment = object->documentation().toStdString();
-        if (!hasInnerText(comment)) {
+        if (!hasInnerText(utf16View(object->documentation()))) {
             warn(object->documentationLine(), "the comment of " + name + " has no text");
             continue;
         }
         std::string stem = stemOf(name);
         m_stems.try_emplace(name, stem);
-        m_stems.try_emplace(object->qualifiedName().toStdString(), stem);
-        m_documented.push_back(
-            {object, std::move(name), std::move(stem), std::move(comment), object->documentationLine()});
+        if (!object->scope().isEmpty())
+            m_stems.try_emplace(object->qualifiedName().toStdString(), stem);
+        m_documented.push_back({object, std::move(name), std::move(stem), object->documentationLine()});
     }
 }
 
@@ -120,7 +131,8 @@ void ReferencePages::makePage(const Documented &declaration)
     m_surroundings.contents.addLeaf(declaration.stem);
     m_pages.open(declaration.stem);
     m_pages.setTitle(declaration.name);
-    const std::string markup = commentMarkup(declaration.comment, declaration.name);
+    const std::string comment = declaration.object->documentation().toStdString();
+    const std::string markup = commentMarkup(comment, declaration.name);
     SourceMap map;
     map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
     const std::string brief = translate(markup, map);

@@ -55,8 +55,7 @@ private:
         const SourceBrowserObject *object;
         std::string name;
         std::string stem; // of the page
-        std::string comment;
-        int line; // on which the comment begins, counted from 1
+        int line;         // on which the comment begins, counted from 1
     };
 
     [[nodiscard]] std::optional<std::string> pageOf(std::string_view name) const override;
@@ -64,6 +63,7 @@ private:
     [[nodiscard]] std::string currentName() const override;
     [[nodiscard]] std::string currentSynopsis() const override;
 
+    std::vector<SourceBrowserOverviewComment> parse();
     void select(const SourceBrowserModel::Collection &collection, const QStringList &exclusions);
     void makePage(const Documented &declaration);
     std::string translate(std::string_view markup, SourceMap &map);

@@ -92,8 +92,13 @@ std::size_t Translator::plainTextEnd() const
     const char *const text = m_cursor.text().data();
     const std::size_t limit = m_cursor.limit();
     std::size_t at = m_cursor.offset();
+    const auto classOf = [text](std::size_t offset) { return s_special[static_cast<unsigned char>(text[offset])]; };
     for (; at < limit; ++at) {
-        if ((s_special[static_cast<unsigned char>(text[at])] & special) != 0 && !isPlainAfterAll(at, text[at]))
+        while (at + 4 <= limit && ((classOf(at) | classOf(at + 1) | classOf(at + 2) | classOf(at + 3)) & special) == 0)
+            at += 4; // most characters are plain
+        if (at == limit)
+            break;
+        if ((classOf(at) & special) != 0 && !isPlainAfterAll(at, text[at]))
             break;
     }
     return at;
