@@ -39,6 +39,7 @@ void SourceBrowserCParser::parse(const QString &file, const QStringList &fixmeWo
     m_overview = m_scanner->overview();
     m_overviewComments = m_scanner->overviewComments();
     m_scanner.reset();
+    m_objects->root().settle();
     endGroup();
     if (m_model)
         m_model->setStatistics(file, m_statistics);
@@ -57,6 +58,7 @@ void SourceBrowserCParser::reset()
     m_context = &m_contexts.front();
     m_context->container = &m_objects->root();
     m_conditions.clear();
+    m_absorbed.clear();
     m_reader.reset();
     m_depth = 0;
     m_bodyMayBeStray = false;
@@ -118,8 +120,20 @@ void SourceBrowserCParser::closeContext(int line)
         lines.last = line;
         closed.container->setLines(lines);
     }
+    if (closed.holdsRenamed)
+        rescope(*closed.container);
     if (m_events)
         m_events->endContainer();
+}
+
+/// Tells what \a container holds of its new name, when the outermost class around it is complete:
+/// telling it at every level would take the square of the depth.
+void SourceBrowserCParser::rescope(SourceBrowserContainer &container)
+{
+    if (isInClass())
+        m_context->holdsRenamed = true;
+    else
+        m_objects->rescope(container);
 }
 
 /// Reads one statement of the innermost context.

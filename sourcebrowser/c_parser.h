@@ -135,6 +135,7 @@ private:
         bool isTypedef = false;
         bool isStatic = false;
         bool isNamed = false;
+        bool holdsRenamed = false; ///< a container in it got its name after its members
     };
 
     /// A conditional directive that is open.
@@ -171,6 +172,7 @@ private:
     void accessLabel(const Token &first);
     void closeLostContainers(const Token &first);
     void closeContext(int line);
+    void rescope(SourceBrowserContainer &container);
     Context *open(Body body, SourceBrowserContainer *container);
     [[nodiscard]] bool isTooDeep() const;
     [[nodiscard]] bool isInClass() const;
@@ -179,6 +181,7 @@ private:
     void declaration(const Token &first);
     void begin(const Token &first);
     bool collect(const Token &token);
+    bool collectPart(const Token &token);
     void restart(const Token &token);
     bool branchInDeclaration(const Token &token);
     bool templateParameters(const Token &keyword);
@@ -194,8 +197,8 @@ private:
     void declareObject(const SourceBrowserDeclarator &declarator, bool takesComment);
     void declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment, const Token *brace);
     void addMethod(SourceBrowserContainer &container, std::unique_ptr<SourceBrowserMethod> method);
-    void matchDefinition(const SourceBrowserDeclarator &declarator, const QString &scope,
-                         const SourceBrowserObject::Lines &lines);
+    void matchDefinition(const SourceBrowserDeclarator &declarator, const SourceBrowserMethod &definition);
+    void nameComposed(const QString &name);
     [[nodiscard]] QString className() const;
 
     // Containers: c_parser_containers.cpp.
@@ -224,6 +227,7 @@ private:
 
     std::optional<Token> m_given; ///< the next token, read before
     std::deque<Context> m_contexts;
+    std::vector<std::unique_ptr<SourceBrowserObject>> m_absorbed; ///< containers that contexts may still name
     Context *m_context = nullptr;
     std::vector<Condition> m_conditions;
     int m_depth = 0; ///< of the braces that are being skipped

@@ -5,16 +5,6 @@
 using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
 
-namespace {
-
-const QString &anonymousName()
-{
-    static const QString name = u"(Anonymous)"_s;
-    return name;
-}
-
-} // namespace
-
 void SourceBrowserCParser::namespaceStatement(const Token &first)
 {
     begin(first);
@@ -57,8 +47,8 @@ void SourceBrowserCParser::namespaceStatement(const Token &first)
 SourceBrowserContainer *SourceBrowserCParser::merge(std::unique_ptr<SourceBrowserContainer> container)
 {
     SourceBrowserContainer *known =
-        container->name() == anonymousName() ? nullptr : m_objects->container(container->qualifiedName());
-    if (known) {
+        container->isAnonymous() ? nullptr : m_objects->container(container->qualifiedName());
+    if (known && known->container() == m_context->container) {
         known->update(*container);
         return known;
     }
@@ -147,6 +137,7 @@ std::vector<SourceBrowserBaseClass> SourceBrowserCParser::baseClasses(size_t fro
             else
                 name.push_back(token);
         }
+        SourceBrowserDeclaratorReader::linkBrackets(name);
         base.name = SourceBrowserDeclaratorReader::typeText(name);
         if (!base.name.isEmpty())
             bases.push_back(std::move(base));
@@ -162,7 +153,7 @@ void SourceBrowserCParser::classBody()
     QString name = headName(key + 1);
     const bool isNamed = !name.isEmpty();
     if (!isNamed)
-        name = anonymousName();
+        name = SourceBrowserContainer::anonymousName();
     const auto phylum = keyword.is(Class) ? SourceBrowserObject::Class : SourceBrowserObject::Structure;
     auto object = std::make_unique<SourceBrowserContainer>(phylum, name);
     place(*object, m_pending.line);
@@ -254,7 +245,8 @@ void SourceBrowserCParser::enumBody(const Token &brace)
     const size_t key = static_cast<size_t>(m_pending.key);
     QString name = headName(key + 1);
     const bool isNamed = !name.isEmpty();
-    auto object = std::make_unique<SourceBrowserEnum>(SourceBrowserObject::Unknown, isNamed ? name : anonymousName());
+    auto object = std::make_unique<SourceBrowserEnum>(SourceBrowserObject::Unknown,
+                                                      isNamed ? name : SourceBrowserContainer::anonymousName());
     place(*object, m_pending.line);
     attachComment(*object, m_pending.line);
     const QString type = composedType(m_pending.tokens[key], name);

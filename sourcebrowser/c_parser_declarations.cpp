@@ -56,6 +56,15 @@ bool SourceBrowserCParser::collect(const Token &token)
         return true;
     case ConditionalBranch:
         return branchInDeclaration(token);
+    default:
+        return collectPart(token);
+    }
+}
+
+/// Takes a token that neither ends the declaration by itself nor branches it.
+bool SourceBrowserCParser::collectPart(const Token &token)
+{
+    switch (token.code) {
     case '=':
         if (m_pending.parentheses == 0 && !m_pending.endsWith(Operator) && !m_pending.isOperator())
             return initialiser(token);
@@ -90,9 +99,8 @@ bool SourceBrowserCParser::collect(const Token &token)
     default:
         break;
     }
-    if (m_pending.restartsWith(token, m_scanner->pendingComment().isPresent())) {
+    if (m_pending.restartsWith(token, m_scanner->pendingComment().isPresent()))
         restart(token);
-    }
     m_pending.note(token);
     return true;
 }

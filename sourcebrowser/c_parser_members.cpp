@@ -23,14 +23,27 @@ void SourceBrowserCParser::finish()
             declareFunction(declarator, isFirst, nullptr);
         } else if (m_composed && isFirst && m_pending.isTypedef && declarator.isBarePlainName) {
             newName = declarator.name;
-            m_objects->rename(*m_composed, newName);
-            m_reader.addType(newName);
+            nameComposed(newName);
         } else if (declarator.kind == SourceBrowserDeclarator::Object) {
             declareObject(declarator, isFirst);
         }
         isFirst = false;
     }
     endDeclaration();
+}
+
+/// Gives the type that was just read the name of its typedef. A container of that name that is
+/// known takes over what the type holds.
+void SourceBrowserCParser::nameComposed(const QString &name)
+{
+    m_reader.addType(name);
+    auto *container = dynamic_cast<SourceBrowserContainer *>(m_composed);
+    if (!container)
+        return m_composed->setName(name);
+    m_objects->rename(*container, name, m_absorbed);
+    SourceBrowserContainer &named = *m_objects->container(container->qualifiedName());
+    m_composed = &named;
+    rescope(named);
 }
 
 void SourceBrowserCParser::attachComment(SourceBrowserObject &object, int line)
@@ -96,10 +109,10 @@ void SourceBrowserCParser::declareFunction(const SourceBrowserDeclarator &declar
     method->setLines(lines);
     if (m_events)
         m_events->endContainer();
-    if (!declarator.qualifier.isEmpty())
-        return matchDefinition(declarator, method->scope(), lines);
     if (takesComment)
         attachComment(*method, brace ? lines.bodyFirst : m_pending.line);
+    if (!declarator.qualifier.isEmpty())
+        return matchDefinition(declarator, *method);
     addMethod(container, std::move(method));
 }
 
@@ -122,23 +135,28 @@ void SourceBrowserCParser::addMethod(SourceBrowserContainer &container, std::uni
     m_objects->add(container, std::move(method));
 }
 
-/// A definition outside its class: its lines go to the declaration in the class.
-void SourceBrowserCParser::matchDefinition(const SourceBrowserDeclarator &declarator, const QString &scope,
-                                           const SourceBrowserObject::Lines &lines)
+/// A definition outside its class: its lines go to the declaration in the class, and its comment
+/// when that has none.
+void SourceBrowserCParser::matchDefinition(const SourceBrowserDeclarator &declarator,
+                                           const SourceBrowserMethod &definition)
 {
     QString name = declarator.qualifier;
     name.replace("::"_L1, "."_L1);
     if (name.startsWith(u'.'))
         name.remove(0, 1);
-    SourceBrowserContainer *container = scope.isEmpty() ? nullptr : m_objects->container(scope + u'.' + name);
+    SourceBrowserContainer *container =
+        m_context->scope.isEmpty() ? nullptr : m_objects->container(m_context->scope + u'.' + name);
     if (!container)
         container = m_objects->container(name);
     if (!container)
         return complain(m_pending.line + 1, "Class "_L1 + declarator.qualifier + " not found"_L1);
-    SourceBrowserMethod *method = container->method(declarator.name);
+    SourceBrowserMethod *method = container->method(definition);
     if (!method)
         return complain(m_pending.line + 1,
                         "Method "_L1 + declarator.name + " not found in class "_L1 + declarator.qualifier);
+    if (method->documentation().isEmpty())
+        method->setDocumentation(definition.documentation(), definition.documentationLine());
+    const SourceBrowserObject::Lines &lines = definition.lines();
     if (lines.bodyFirst < 0)
         return;
     SourceBrowserObject::Lines updated = method->lines();

@@ -2,6 +2,27 @@
 
 #include "sourcebrowser/declaration_text.h"
 
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// What tells overloaded methods apart.
+QString signature(const SourceBrowserMethod &method)
+{
+    QString text = method.name() + u'(';
+    for (const SourceBrowserArgument &argument : method.arguments())
+        text += argument.type.text + u',';
+    return method.isConst ? text + ")const"_L1 : text;
+}
+
+} // namespace
+
+const QString &SourceBrowserContainer::anonymousName()
+{
+    static const QString name = u"(Anonymous)"_s;
+    return name;
+}
+
 SourceBrowserContainer::~SourceBrowserContainer()
 {
     Members doomed = std::move(m_members);
@@ -46,6 +67,17 @@ std::unique_ptr<SourceBrowserObject> SourceBrowserContainer::take(const SourceBr
     return taken;
 }
 
+SourceBrowserContainer::Members SourceBrowserContainer::takeMembers()
+{
+    settle();
+    for (const std::unique_ptr<SourceBrowserObject> &member : m_members) {
+        member->m_container = nullptr;
+        member->m_place = -1;
+    }
+    m_index.reset();
+    return std::exchange(m_members, {});
+}
+
 void SourceBrowserContainer::settle()
 {
     if (!m_hasGaps)
@@ -59,6 +91,21 @@ void SourceBrowserContainer::settle()
 SourceBrowserMethod *SourceBrowserContainer::method(const QString &name) const
 {
     return index().methods.value(name);
+}
+
+SourceBrowserMethod *SourceBrowserContainer::method(const SourceBrowserMethod &wanted) const
+{
+    SourceBrowserMethod *newest = method(wanted.name());
+    if (!newest)
+        return nullptr;
+    Index &known = index();
+    if (!std::exchange(known.hasSignatures, true)) {
+        for (const std::unique_ptr<SourceBrowserObject> &member : m_members) {
+            if (auto *method = dynamic_cast<SourceBrowserMethod *>(member.get()))
+                known.signatures.insert(signature(*method), method);
+        }
+    }
+    return known.signatures.value(signature(wanted), newest);
 }
 
 SourceBrowserVariable *SourceBrowserContainer::variable(const QString &name) const
@@ -94,15 +141,24 @@ void SourceBrowserContainer::update(const SourceBrowserContainer &newer)
 void SourceBrowserContainer::Index::insert(SourceBrowserObject *member)
 {
     if (auto *method = dynamic_cast<SourceBrowserMethod *>(member))
-        methods.insert(member->name(), method);
+        insertMethod(method);
     else if (auto *variable = dynamic_cast<SourceBrowserVariable *>(member))
         variables.insert(member->name(), variable);
     else if (auto *container = dynamic_cast<SourceBrowserContainer *>(member))
         containers.insert(member->name(), container);
 }
 
+void SourceBrowserContainer::Index::insertMethod(SourceBrowserMethod *method)
+{
+    methods.insert(method->name(), method);
+    if (hasSignatures)
+        signatures.insert(signature(*method), method);
+}
+
 void SourceBrowserContainer::Index::remove(const SourceBrowserObject *member)
 {
+    if (const auto *method = hasSignatures ? dynamic_cast<const SourceBrowserMethod *>(member) : nullptr)
+        signatures.remove(signature(*method));
     if (methods.value(member->name()) == member)
         methods.remove(member->name());
     if (variables.value(member->name()) == member)

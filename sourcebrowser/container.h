@@ -46,6 +46,9 @@ public:
     using Members = std::vector<std::unique_ptr<SourceBrowserObject>>;
 
     using SourceBrowserObject::SourceBrowserObject;
+    /// The name of what has none: "(Anonymous)".
+    static const QString &anonymousName();
+    [[nodiscard]] bool isAnonymous() const { return name() == anonymousName(); }
     /// Frees what is nested without recursion.
     ~SourceBrowserContainer() override;
 
@@ -77,6 +80,8 @@ public:
      * \ingroup SourceBrowserContainer
      */
     std::unique_ptr<SourceBrowserObject> take(const SourceBrowserObject &member);
+    /// Hands all members over.
+    Members takeMembers();
     /*!
      * \h1 SourceBrowserContainer::\this
      * Closes the empty places that \xref{take} left.
@@ -94,6 +99,9 @@ public:
      * \ingroup SourceBrowserContainer
      */
     [[nodiscard]] SourceBrowserMethod *method(const QString &name) const;
+    /// The method with the name, the types of arguments and the "const" of \a wanted, else the newest
+    /// of that name; null without one.
+    [[nodiscard]] SourceBrowserMethod *method(const SourceBrowserMethod &wanted) const;
     /*!
      * \h1 SourceBrowserContainer::\this
      * The newest variable or typedef of that name; null without one.
@@ -137,7 +145,10 @@ private:
         QHash<QString, SourceBrowserMethod *> methods;
         QHash<QString, SourceBrowserVariable *> variables;
         QHash<QString, SourceBrowserContainer *> containers;
+        QHash<QString, SourceBrowserMethod *> signatures; ///< made when first asked for
+        bool hasSignatures = false;
         void insert(SourceBrowserObject *member);
+        void insertMethod(SourceBrowserMethod *method);
         void remove(const SourceBrowserObject *member);
     };
 

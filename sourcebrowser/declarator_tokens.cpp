@@ -12,6 +12,12 @@ bool isWordCharacter(QChar unit)
     return unit.isLetterOrNumber() || unit == u'_' || unit == u'$' || unit == u'"';
 }
 
+bool isArithmetic(QChar unit)
+{
+    return unit == u'+' || unit == u'-' || unit == u'/' || unit == u'%' || unit == u'|' || unit == u'?' ||
+           unit == u'=' || unit == u'!';
+}
+
 bool isPlain(const SourceBrowserTokenRecord &token)
 {
     return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
@@ -22,6 +28,11 @@ bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
 {
     const QChar last = text.back();
     const QChar first = token.text.front();
+    const bool compares = (first == u'<' || first == u'>') && token.match < 0;
+    if (token.blankBefore && (compares || isArithmetic(first) || isArithmetic(last)))
+        return true;
+    if (token.blankBefore && last == u'<' && text.size() > 1 && text[text.size() - 2] == u' ')
+        return true; // behind a comparison
     if (isWordCharacter(first))
         return isWordCharacter(last) || last == u',' || last == u'>' || last == u')' || last == u']';
     if (first == u'*' || first == u'&' || first == u'^')
@@ -115,7 +126,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::afterGroup(I
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::findTopLevel(Index from, Index end, int code) const
 {
     Index at = from;
-    while (at < end && !token(at).is(code))
+    while (at < end && (!token(at).is(code) || (at > from && token(at - 1).is(Operator)))) // "operator,"
         at = afterGroup(at);
     return std::min(at, end);
 }

@@ -59,6 +59,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::ve
 SourceBrowserDeclarator SourceBrowserDeclaratorReader::readOne(Index begin, Index end, bool isArgument)
 {
     m_items.clear();
+    m_counts = {};
     Shape shape;
     Index at = readItems(begin, end, shape, isArgument);
     if (shape.failed)
@@ -90,20 +91,20 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(In
         if (here.is('[') && code(at + 1, end) == '[') {
             at = skipAttributes(at, end);
         } else if (isQualifier(at)) {
-            m_items.push_back({Item::Qualifier, begin, ++at});
+            addItem(Item::Qualifier, begin, ++at);
         } else if (isStorage(here)) {
             ++at;
             if (here.word == Word::Storage && code(at, end) == '(' && here.text == u"explicit")
                 at = std::min(afterGroup(at), end);
         } else if (here.word == Word::BasicType || here.is(Composed)) {
-            m_items.push_back({Item::Type, begin, ++at});
+            addItem(Item::Type, begin, ++at);
         } else if (here.word == Word::TypeOperator) {
             if (code(++at, end) == '(')
                 at = std::min(afterGroup(at), end);
-            m_items.push_back({Item::Type, begin, at});
+            addItem(Item::Type, begin, at);
         } else if (isTag(here)) {
             at = chainEnd(skipAttributes(at + 1, end), end);
-            m_items.push_back({Item::Type, begin, at});
+            addItem(Item::Type, begin, at);
         } else if (here.is(Operator)) {
             at = readOperator(at, at, end, shape);
         } else if (here.is('~') && code(at + 1, end) == Identifier) {
@@ -150,10 +151,10 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         return beginArguments(stop + 2, end, shape);
     }
     if (code(stop, end) != '(') {
-        m_items.push_back({Item::Plain, at, stop});
+        addItem(Item::Plain, at, stop);
         return stop;
     }
-    if (hasTypeBefore(m_items.size()) && looksLikeMacro(at) && code(stop + 1, end) == Identifier &&
+    if (m_counts.types + m_counts.words > 0 && looksLikeMacro(at) && code(stop + 1, end) == Identifier &&
         code(stop + 2, end) == ',' && code(stop + 3, end) == '(') { // "int REDIRECT(name, (int), other)"
         shape.nameBegin = stop + 1;
         shape.nameEnd = stop + 2;
@@ -161,7 +162,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         return std::min(afterGroup(stop), end);
     }
     const bool followsName =
-        !m_items.empty() && m_items.back().kind == Item::Plain && hasTypeBefore(m_items.size() - 1);
+        !m_items.empty() && m_items.back().kind == Item::Plain && m_counts.types + m_counts.words > 1;
     if (const Index inner = wrappedArguments(stop); inner >= 0 && followsName) {
         shape.nameBegin = m_items.back().begin;
         shape.nameEnd = m_items.back().end;
@@ -171,7 +172,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         return std::min(afterGroup(stop), end);
     }
     if (isNestedDeclarator(stop, end)) {
-        m_items.push_back({Item::Plain, at, stop});
+        addItem(Item::Plain, at, stop);
         return stop;
     }
     if (!isArgument && callIsName(at, stop, end)) {
@@ -180,14 +181,17 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         return beginArguments(stop, end, shape);
     }
     const Index after = std::min(afterGroup(stop), end);
-    m_items.push_back({Item::Call, at, after});
+    addItem(Item::Call, at, after);
     return after;
 }
 
-bool SourceBrowserDeclaratorReader::hasTypeBefore(size_t count) const
+void SourceBrowserDeclaratorReader::addItem(Item::Kind kind, Index begin, Index end)
 {
-    return std::any_of(m_items.begin(), m_items.begin() + static_cast<std::ptrdiff_t>(count),
-                       [](const Item &item) { return item.kind == Item::Type || item.kind == Item::Plain; });
+    const Item &item = m_items.emplace_back(Item{kind, begin, end});
+    m_counts.types += kind == Item::Type;
+    m_counts.words += kind == Item::Plain;
+    m_counts.ownWords += kind == Item::Plain && !looksLikeMacro(begin);
+    m_counts.typeCalls += isTypeCall(item);
 }
 
 /// Whether the name at \a begin, followed by a group at \a open, is the function's name and not a
@@ -199,27 +203,18 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
     const int inside = code(open + 1, end);
     if (inside == String || inside == Number)
         return false;
-    bool hasType = false;
-    int plainWords = 0;
-    int ownWords = 0;
-    for (const Item &item : m_items) {
-        hasType |= item.kind == Item::Type;
-        plainWords += item.kind == Item::Plain;
-        ownWords += item.kind == Item::Plain && !looksLikeMacro(item.begin);
-    }
-    if (hasType || ownWords > 0) {
+    const bool hasType = m_counts.types > 0;
+    if (hasType || m_counts.ownWords > 0) {
         // "int variable ATTRIBUTE(3)"
         const bool afterName = !m_items.empty() && m_items.back().kind == Item::Plain &&
-                               !looksLikeMacro(m_items.back().begin) && (hasType || ownWords > 1);
+                               !looksLikeMacro(m_items.back().begin) && (hasType || m_counts.ownWords > 1);
         return !(isMacro && afterName);
     }
     if (!m_className.isEmpty() && token(begin).text == m_className && token(begin).isIdentifier())
         return true;
     if (open - begin > 2 && token(open - 2).is(Scope))
         return true; // a constructor outside its class
-    const bool followsTypeCall =
-        std::any_of(m_items.begin(), m_items.end(), [this](const Item &item) { return isTypeCall(item); });
-    if (plainWords == 0 && (isMacro || !followsTypeCall))
+    if (m_counts.words == 0 && (isMacro || m_counts.typeCalls == 0))
         return false;
     const bool typeFollows = close + 1 < end && (token(close + 1).word == Word::BasicType || isTag(token(close + 1)));
     return !typeFollows && (!isMacro || m_lastStrong < close);

@@ -74,6 +74,15 @@ private:
         Index end;
     };
 
+    /// How many items of each kind there are, so that nobody has to count them again and again.
+    struct Counts
+    {
+        int types = 0;
+        int words = 0;
+        int ownWords = 0; ///< words that do not look like macros
+        int typeCalls = 0;
+    };
+
     /// The state while one declarator is read.
     struct Shape
     {
@@ -91,9 +100,9 @@ private:
     Index readItems(Index at, Index end, Shape &shape, bool isArgument);
     Index wordOrCall(Index at, Index end, Shape &shape, bool isArgument);
     Index beginArguments(Index at, Index end, Shape &shape);
+    void addItem(Item::Kind kind, Index begin, Index end);
     void nameFromItems(Shape &shape, bool isArgument);
     [[nodiscard]] bool callIsName(Index begin, Index open, Index end) const;
-    [[nodiscard]] bool hasTypeBefore(size_t count) const;
     [[nodiscard]] QString specifierText() const;
 
     // The declarator itself: declarator_shapes.cpp.
@@ -137,6 +146,7 @@ private:
     QSet<QString> m_texts; ///< that declarations share
     QSet<QString> m_types; ///< known types with names in capitals
     std::vector<Item> m_items;
+    Counts m_counts;      ///< of m_items
     QString m_specifiers; ///< of the last readOne()
     bool m_isTypedef = false;
     bool m_isUnwrapping = false;

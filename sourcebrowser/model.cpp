@@ -122,38 +122,70 @@ std::unique_ptr<SourceBrowserObject> SourceBrowserModel::take(SourceBrowserConta
                                                               const SourceBrowserObject &member)
 {
     noteChange();
-    if (dynamic_cast<const SourceBrowserContainer *>(&member)) {
-        const auto known = m_containers.constFind(member.qualifiedName());
-        if (known != m_containers.constEnd() && *known == &member)
-            m_containers.erase(known);
-    }
+    if (const auto *container = dynamic_cast<const SourceBrowserContainer *>(&member))
+        forgetName(*container);
     return parent.take(member);
 }
 
-void SourceBrowserModel::rename(SourceBrowserObject &object, const QString &name)
+/// Removes \a container from the dictionary, unless another one has its name there.
+void SourceBrowserModel::forgetName(const SourceBrowserContainer &container)
+{
+    const auto known = m_containers.constFind(container.qualifiedName());
+    if (known != m_containers.constEnd() && *known == &container)
+        m_containers.erase(known);
+}
+
+void SourceBrowserModel::rename(SourceBrowserContainer &container, const QString &name,
+                                std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed)
 {
     noteChange();
-    auto *container = dynamic_cast<SourceBrowserContainer *>(&object);
-    const auto forgetKey = [this](SourceBrowserContainer *member) {
-        const auto known = m_containers.constFind(member->qualifiedName());
-        if (known != m_containers.constEnd() && *known == member)
-            m_containers.erase(known);
-    };
-    if (!container)
-        return object.setName(name);
-    forgetKey(container);
-    object.setName(name);
-    m_containers.insert(container->qualifiedName(), container);
+    forgetName(container);
+    container.setName(name);
+    SourceBrowserContainer *&known = m_containers[container.qualifiedName()];
+    if (known && known->container() == container.container())
+        absorb(*known, container, absorbed);
+    else
+        known = &container;
+}
+
+/// Moves all that \a newer holds to \a known; containers of the same name become one at every level.
+void SourceBrowserModel::absorb(SourceBrowserContainer &known, SourceBrowserContainer &newer,
+                                std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed)
+{
+    absorbed.push_back(newer.container()->take(newer));
+    std::vector<std::pair<SourceBrowserContainer *, SourceBrowserContainer *>> open = {{&known, &newer}};
+    while (!open.empty()) {
+        const auto [to, from] = open.back();
+        open.pop_back();
+        to->update(*from);
+        for (std::unique_ptr<SourceBrowserObject> &member : from->takeMembers()) {
+            auto *nested = dynamic_cast<SourceBrowserContainer *>(member.get());
+            SourceBrowserContainer *same =
+                nested && !nested->isAnonymous() ? to->containedContainer(nested->name()) : nullptr;
+            if (same) {
+                forgetName(*nested);
+                open.emplace_back(same, nested);
+                absorbed.push_back(std::move(member));
+            } else {
+                to->add(std::move(member));
+            }
+        }
+    }
+}
+
+void SourceBrowserModel::rescope(SourceBrowserContainer &container)
+{
+    noteChange();
     QString scope;
     const SourceBrowserContainer *scopeOwner = nullptr;
-    visitAll(*container, [&](SourceBrowserObject *member) {
+    visitAll(container, [&](SourceBrowserObject *member) {
         if (member->container() != scopeOwner) {
             scopeOwner = member->container();
             scope = scopeOwner->qualifiedName();
         }
         auto *nested = dynamic_cast<SourceBrowserContainer *>(member);
         if (nested)
-            forgetKey(nested);
+            forgetName(*nested);
         member->setScope(scope);
         if (nested)
             m_containers.insert(nested->qualifiedName(), nested);

@@ -112,12 +112,23 @@ public:
 
     /*!
      * \h1 SourceBrowserModel::\this
-     * Gives \a{object}, which stands in the model, another name.
+     * Gives \a{container}, which stands in the model, another name. One that has that name already takes over all
+     * that \a{container} holds, and what is empty then is added to \a{absorbed}. What is held learns of
+     * the name by \xref{rescope}.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
      */
-    void rename(SourceBrowserObject &object, const QString &name);
+    void rename(SourceBrowserContainer &container, const QString &name,
+                std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed);
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Tells everything in \a{container} the names of the containers around it.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
+    void rescope(SourceBrowserContainer &container);
 
     /*!
      * \h1 SourceBrowserModel::\this
@@ -153,6 +164,9 @@ private:
     [[nodiscard]] const Collections &collections() const;
     [[nodiscard]] const Index &index() const;
     void noteChange();
+    void forgetName(const SourceBrowserContainer &container);
+    void absorb(SourceBrowserContainer &known, SourceBrowserContainer &newer,
+                std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed);
 
     SourceBrowserContainer m_root;
     QHash<QString, SourceBrowserContainer *> m_containers; // borrowed, by qualified name

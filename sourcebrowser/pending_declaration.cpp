@@ -78,19 +78,25 @@ bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, bool comm
     return tokens[1].is('(') && groupEnd == static_cast<int>(tokens.size()) - 1;
 }
 
-bool SourceBrowserPendingDeclaration::isOldStyle() const
+bool SourceBrowserPendingDeclaration::isOldStyle()
 {
     // "int f(a, b) int a; char *b; {": names only in parentheses, then declarations of them.
-    const int size = static_cast<int>(tokens.size());
-    if (groupEnd < 2 || groupEnd + 2 >= size || parentheses > 0 || isTypedef)
+    if (groupEnd < 2 || groupEnd + 2 >= static_cast<int>(tokens.size()) || parentheses > 0 || isTypedef)
         return false;
-    int at = groupEnd - 1;
-    while (at > 0 && !tokens[static_cast<size_t>(at)].is('(')) {
-        const Token &token = tokens[static_cast<size_t>(at--)];
-        if (!token.is(',') && (!token.isIdentifier() || token.word != Word::Plain))
-            return false;
+    if (m_oldNamesEnd != groupEnd)
+        readOldNames();
+    return tokens.back().isIdentifier() && m_oldNames.contains(tokens.back().text);
+}
+
+void SourceBrowserPendingDeclaration::readOldNames()
+{
+    m_oldNamesEnd = groupEnd;
+    m_oldNames.clear();
+    for (int at = groupEnd - 1; at > 0 && !tokens[static_cast<size_t>(at)].is('('); --at) {
+        const Token &token = tokens[static_cast<size_t>(at)];
+        if (token.isIdentifier() && token.word == Word::Plain)
+            m_oldNames.insert(token.text);
+        else if (!token.is(','))
+            return m_oldNames.clear();
     }
-    const Token &last = tokens.back();
-    const auto named = [&last](const Token &token) { return token.text == last.text; };
-    return last.isIdentifier() && std::any_of(tokens.begin() + at, tokens.begin() + groupEnd, named);
 }

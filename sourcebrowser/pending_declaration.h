@@ -3,6 +3,8 @@
 #include "sourcebrowser/pending_comment.h"
 #include "sourcebrowser/tokens.h"
 
+#include <QSet>
+
 #include <vector>
 
 /// The tokens of the declaration that is being read, and what was noticed about them.
@@ -34,5 +36,11 @@ struct SourceBrowserPendingDeclaration
     /// declaration. \a commentBetween tells whether a block comment stands between.
     [[nodiscard]] bool restartsWith(const Token &token, bool commentBetween) const;
     /// Whether the arguments of an old function definition are being declared.
-    [[nodiscard]] bool isOldStyle() const;
+    [[nodiscard]] bool isOldStyle();
+
+private:
+    void readOldNames();
+
+    QSet<QStringView> m_oldNames; ///< the words in the last group outside brackets, when it holds nothing else
+    int m_oldNamesEnd = -1;       ///< the groupEnd that they belong to
 };

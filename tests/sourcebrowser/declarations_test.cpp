@@ -115,10 +115,10 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"class API Foo final : public Bar<int> { Foo(int a) : x(a), y{3} {} ~Foo(); explicit Foo(); };",
             "Foo ; Foo.Foo = Foo(int a) ; Foo.Foo = Foo(void) ; Foo.~Foo = ~Foo(void)"},
         Row{u"class F { bool operator==(const F &o) const = 0; operator bool() const; int operator()(int a);\n"
-            u"F &operator+=(F &&); void *operator new[](size_t); };",
+            u"F &operator+=(F &&); void *operator new[](size_t); F operator,(F a); };",
             "F ; F.operator bool = operator bool(void) ; F.operator new[] = void *operator new[](size_t) ; "
             "F.operator() = int operator()(int a) ; F.operator+= = F &operator+=(F &&) ; "
-            "F.operator== = bool operator==(const F &o)"},
+            "F.operator, = F operator,(F a) ; F.operator== = bool operator==(const F &o)"},
         Row{u"template <typename T, int N = (1 > 2)> std::vector<T> get(std::map<int, T> m = {}) noexcept;",
             "get = std::vector<T> get(std::map<int, T> m)"},
         Row{u"template <> struct hash<Foo> { int a; }; enum class E : char { A }; auto f() -> int;",

@@ -117,6 +117,34 @@ TEST(Model, MergesContainersThatAreDeclaredAgain)
     EXPECT_EQ(names(model.variables()), "");
 }
 
+TEST(Model, MergesTypedefsOfOneName)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(
+        u"#if A\n/*a*/ typedef struct { struct in { int x; } v; } T;\n#else\n"
+        u"/*b*/ typedef struct { struct in { int y; } v; int z; } T, *P;\n#endif\n"
+        u"struct o { typedef struct { struct i { int p; } q; } one; typedef struct { struct i { int r; } s; } two; };"_s);
+    EXPECT_EQ(names(model.containers()), "T T.in o o.one o.one.i o.two o.two.i");
+    EXPECT_EQ(names(model.variables()), "P T.in.x T.in.y T.v T.v T.z o.one.i.p o.one.q o.two.i.r o.two.s");
+    EXPECT_EQ(model.find(u"T")->documentation(), u"b"_s);
+    EXPECT_EQ(model.find(u"P")->description(), u"typedef T *P"_s);
+}
+
+TEST(Model, DefinitionsOutsideGiveTheirClassLinesAndComment)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(u"class A { void f(int); void f(char) const;\n/*own*/ void g(); };\n"
+                                  u"/*int*/ void A::f(int a) { }\n/*char*/ void A::f(char) const\n{ }\n"
+                                  u"/*lost*/ void A::g() { }\nvoid A::g() { }\nint last;"_s);
+    ASSERT_EQ(names(model.functions()), "A.f A.f A.g");
+    QString heard;
+    for (const SourceBrowserObject *method : model.functions())
+        heard +=
+            u"%1@%2:%3 "_s.arg(method->documentation()).arg(method->documentationLine()).arg(method->lines().bodyFirst);
+    EXPECT_EQ(heard, u"int@3:2 char@4:4 own@2:6 "_s);
+    EXPECT_EQ(model.find(u"last")->documentation(), QString()) << "a comment of a definition is used up";
+}
+
 TEST(Model, LaterVirtualMethodsReplaceEarlierOnes)
 {
     SourceBrowserModel model;
