@@ -6,5 +6,6 @@ std::map<std::string, DocumentedObject, std::less<>> docObjects;
 std::vector<std::string> docGroups;
 std::vector<std::string> requiredOrder;
 std::string paraStyle = "p";
+QStringList *filesRead = nullptr;
 
 } // namespace SharedTables

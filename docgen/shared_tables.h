@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QStringList>
+
 #include <map>
 #include <string>
 #include <vector>
@@ -23,5 +25,9 @@ extern std::vector<std::string> docGroups;
 extern std::vector<std::string> requiredOrder;
 /// The tag of the next paragraph. Never reset by a run; every paragraph sets it back to "p".
 extern std::string paraStyle;
+/// Where the names of the files are noted that the process reads or finds missing, as they were
+/// asked for, once for each time. Null, as at first: nowhere. Borrowed; whoever wants to know
+/// sets it and takes it back.
+extern QStringList *filesRead;
 
 } // namespace SharedTables

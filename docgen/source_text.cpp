@@ -1,5 +1,7 @@
 #include "docgen/source_text.h"
 
+#include "docgen/shared_tables.h"
+
 #include <QFile>
 
 #include <cerrno>
@@ -106,6 +108,8 @@ std::size_t whiteSpaceLength(std::string_view text)
 
 std::optional<QByteArray> readRegularFile(const QString &name)
 {
+    if (SharedTables::filesRead != nullptr)
+        SharedTables::filesRead->append(name);
     const QByteArray path = QFile::encodeName(name);
     if (path.contains('\0'))
         return std::nullopt;
