@@ -51,6 +51,14 @@ const Opener *findOpener(std::string_view line)
 
 } // namespace
 
+std::vector<std::string_view> Conditions::openers()
+{
+    std::vector<std::string_view> words;
+    for (const Opener &opener : s_openers)
+        words.push_back(opener.word);
+    return words;
+}
+
 void Conditions::apply(std::string_view line)
 {
     if (line == "@else")

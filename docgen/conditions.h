@@ -20,6 +20,9 @@ public:
     /// conditional directive, word for word, changes nothing.
     void apply(std::string_view line);
 
+    /// The words that open a conditional block, with their "@".
+    [[nodiscard]] static std::vector<std::string_view> openers();
+
     /// A number for the open blocks and what each will restore: equal numbers, equal stacks.
     [[nodiscard]] int stackIdentity() const { return m_top; }
 
