@@ -15,7 +15,7 @@ namespace {
 
 QByteArray bytesOf(const char *name)
 {
-    QFile file(QStringLiteral(TAVIDOC_EDITOR_FILES "/") + QLatin1StringView(name));
+    QFile file{QString(QLatin1StringView(name))};
     EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
     return file.readAll();
 }
@@ -29,7 +29,8 @@ QJsonObject jsonOf(const char *name)
 /// those that match first.
 QString scopeOf(const QString &text)
 {
-    static const QJsonArray patterns = jsonOf("vscode/tavidoc.tmLanguage.json").value(u"patterns"_s).toArray();
+    static const QJsonArray patterns =
+        jsonOf(TAVIDOC_EDITOR_FILES "/vscode/tavidoc.tmLanguage.json").value(u"patterns"_s).toArray();
     for (const QJsonValue &value : patterns) {
         const QJsonObject pattern = value.toObject();
         const QRegularExpression expression(
@@ -48,7 +49,7 @@ QSet<QString> vimCommands()
     static const QRegularExpression kind(uR"(^syntax match tavidoc\w+ #\\\\\\%\((.*)\\\)\[0-9A-Za-z\])"_s,
                                          QRegularExpression::MultilineOption);
     QSet<QString> words;
-    const QString syntax = QString::fromUtf8(bytesOf("vim/syntax/tavidoc.vim"));
+    const QString syntax = QString::fromUtf8(bytesOf(TAVIDOC_EDITOR_FILES "/vim/syntax/tavidoc.vim"));
     for (auto match = kind.globalMatch(syntax); match.hasNext();) {
         for (const QString &word : match.next().captured(1).split(u"\\|"_s))
             words.insert(word);
@@ -73,6 +74,17 @@ TEST(EditorFiles, KnowEveryCommandAndNoOther)
     EXPECT_EQ(scopeOf(u"\\item2"_s), u"invalid.illegal.command.tavidoc"_s);
 }
 
+TEST(ManPage, NamesEveryCommand)
+{
+    const QString page =
+        QString::fromUtf8(bytesOf(TAVIDOC_SOURCE_DIR "/docs/man/tavidoc.7")).remove(u"\\&"_s).replace(u"\\-"_s, u"-"_s);
+    for (const Translator::Command &command : Translator::commands()) {
+        const QByteArray name = QByteArray(command.name.data(), qsizetype(command.name.size())).replace('\\', "\\e");
+        const QString entry = uR"((^|\s)Ic \\e%1([\s{]))"_s.arg(QRegularExpression::escape(QString::fromUtf8(name)));
+        EXPECT_TRUE(page.contains(QRegularExpression(entry, QRegularExpression::MultilineOption))) << name.constData();
+    }
+}
+
 TEST(EditorFiles, KnowWhatTheReaderTakes)
 {
     EXPECT_EQ(scopeOf(u"  % remark \\b{x}"_s), u"comment.line.percentage.tavidoc"_s);
@@ -84,7 +96,8 @@ TEST(EditorFiles, KnowWhatTheReaderTakes)
 
 TEST(EditorFiles, ReadTheMessagesOfTheProgramAndOfBuilds)
 {
-    const QJsonArray matchers = jsonOf("vscode/package.json")[u"contributes"_s][u"problemMatchers"_s].toArray();
+    const QJsonArray matchers =
+        jsonOf(TAVIDOC_EDITOR_FILES "/vscode/package.json")[u"contributes"_s][u"problemMatchers"_s].toArray();
     const QStringList messages[] = {
         {u"error: docgen: a b.dg:12: \\sub{x:1: }: unknown command"_s, u"a b.dg"_s, u"12"_s, u"error"_s},
         {u"/home/a b.dg:12: warning: \\menu: Can't find it"_s, u"/home/a b.dg"_s, u"12"_s, u"warning"_s},

@@ -1,0 +1,37 @@
+# What "cmake --install" installs, in two components: "docs" is for those who make pages, "core" for those who write
+# programs over the library.
+include(GNUInstallDirs)
+include(CMakePackageConfigHelpers)
+
+set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tavidoc)
+set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/tavidoc)
+set(data_dir ${CMAKE_INSTALL_DATADIR}/tavidoc)
+
+# Programs, style sheet, manual, files for editors
+install(TARGETS tavidoc tavidoc_deps EXPORT tavidocPrograms RUNTIME COMPONENT docs)
+install(EXPORT tavidocPrograms NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT docs)
+install(FILES share/tavidoc/default.css DESTINATION ${data_dir} COMPONENT docs)
+install(DIRECTORY ${PROJECT_BINARY_DIR}/editors DESTINATION ${data_dir} COMPONENT docs)
+install(FILES docs/man/tavidoc.1 docs/man/tavidoc-deps.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT docs)
+install(FILES docs/man/tavidoc.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPONENT docs)
+if(TAVIDOC_BUILD_MANUAL)
+    install(DIRECTORY ${PROJECT_BINARY_DIR}/manual DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
+endif()
+
+# The package: what finds it gets the function, and the library where Qt is at hand.
+configure_package_config_file(cmake/tavidocConfig.cmake.in ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake
+    INSTALL_DESTINATION ${package_dir} PATH_VARS data_dir NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmake/tavidocConfigVersion.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake ${PROJECT_BINARY_DIR}/cmake/tavidocConfigVersion.cmake
+    cmake/TavidocAddDocs.cmake DESTINATION ${package_dir} COMPONENT docs)
+
+# The library with its headers, which include each other by folder
+install(TARGETS tavidoc_core EXPORT tavidocCore ARCHIVE COMPONENT core)
+install(EXPORT tavidocCore NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT core)
+foreach(folder driver docgen sourcebrowser apiref codeedit)
+    install(DIRECTORY ${folder} DESTINATION ${header_dir} COMPONENT core FILES_MATCHING PATTERN "*.h")
+endforeach()
+file(RELATIVE_PATH prefix_from_here ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
+configure_file(cmake/tavidoc.pc.in ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT core)
+
