@@ -28,6 +28,13 @@ function(tavidoc_add_docs name)
     if(docs_FAIL_ON_ERROR)
         set(strictness --fail-on-error)
     endif()
+    set(forget_old_dependencies "")
+    if(CMAKE_GENERATOR MATCHES "Makefiles")
+        # CMake adds what a dependency file names to what earlier ones named, so a file that was included once and is gone
+        # would count as changed for ever. Without its cache it reads them all anew.
+        set(forget_old_dependencies COMMAND "${CMAKE_COMMAND}" -E rm -f
+            "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.dir/compiler_depend.internal")
+    endif()
     set(stamps "")
     foreach(input IN LISTS docs_SOURCES docs_HEADERS)
         cmake_path(ABSOLUTE_PATH input BASE_DIRECTORY "${CMAKE_CURRENT_SOURCE_DIR}" NORMALIZE)
@@ -41,6 +48,7 @@ function(tavidoc_add_docs name)
             # The companion says the same once more, with the places as compilers write them.
             COMMAND tavidoc::tavidoc -o "${docs_OUTPUT}" "${input}" > /dev/null
             COMMAND tavidoc::deps ${strictness} -t "${stamp}" -o "${stamp}.d" "${input}"
+            ${forget_old_dependencies}
             COMMAND "${CMAKE_COMMAND}" -E touch "${stamp}"
             DEPENDS "${input}" "${stamp}.definitions" "$<TARGET_FILE:tavidoc::tavidoc>" "$<TARGET_FILE:tavidoc::deps>"
             DEPFILE "${stamp}.d"
