@@ -10,7 +10,6 @@
 #include "docgen/translator.h"
 
 #include <algorithm>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -192,9 +191,9 @@ std::vector<IndexGroup> ReferencePages::summary() const
 {
     std::vector<std::string> stems;
     TextMap<std::string_view> names;
-    for (const Documented &declaration : m_documented | std::views::reverse) { // the later of equal pages counts
-        if (names.try_emplace(declaration.stem, declaration.name).second)
-            stems.push_back(declaration.stem);
+    for (auto declaration = m_documented.rbegin(); declaration != m_documented.rend(); ++declaration) {
+        if (names.try_emplace(declaration->stem, declaration->name).second) // the later of equal pages counts
+            stems.push_back(declaration->stem);
     }
     std::ranges::reverse(stems);
     std::vector<IndexGroup> groups;

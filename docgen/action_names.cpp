@@ -5,7 +5,6 @@
 #include "docgen/xml_pp.h"
 
 #include <algorithm>
-#include <ranges>
 
 using namespace Qt::StringLiterals;
 
@@ -137,8 +136,9 @@ MenuPath ActionNames::menuPath(std::string_view action) const
         result.warnings.push_back("Can't find " + name + " in any menu");
         return result;
     }
-    const std::vector<std::string> captions = captionsAround(item->second, result.warnings);
-    for (const std::string &caption : captions | std::views::reverse)
+    std::vector<std::string> captions = captionsAround(item->second, result.warnings);
+    std::ranges::reverse(captions);
+    for (const std::string &caption : captions)
         result.path.append(caption).append(" > ");
     result.path += *ownText;
     return result;
@@ -163,7 +163,9 @@ ChoosePhrase ActionNames::choosePhrase(std::string_view action, std::string_view
     }
     if (phrase.html.empty()) {
         phrase.html = s_error;
-        phrase.errorLine = "error: docgen: missing both menu path and accelerator for " + std::string(action) + "\n";
+        phrase.errorLine = "error: docgen: missing both menu path and accelerator for " + std::string(action);
+        std::ranges::replace(phrase.errorLine, '\n', ' '); // a name may run over lines, a message does not
+        phrase.errorLine += '\n';
     }
     return phrase;
 }

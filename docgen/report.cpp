@@ -1,5 +1,6 @@
 #include "docgen/report.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
 
@@ -27,6 +28,7 @@ void Report::say(std::string_view kind, std::size_t offset, std::string_view mes
     line += std::to_string(position.line);
     line += ": ";
     line += message;
+    std::ranges::replace(line, '\n', ' '); // a name may run over lines, a message does not
     line += '\n';
     m_sink(line);
 }

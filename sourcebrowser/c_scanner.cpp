@@ -20,8 +20,8 @@ enum class Shape : unsigned char
 constexpr std::array<Shape, 128> makeShapes()
 {
     std::array<Shape, 128> shapes = {};
-    for (unsigned char character : {' ', '\t', '\n', '\v', '\f', '\r'})
-        shapes[character] = Shape::Blank;
+    for (const char character : {' ', '\t', '\n', '\v', '\f', '\r'})
+        shapes[static_cast<unsigned char>(character)] = Shape::Blank;
     for (unsigned char character = 'a'; character <= 'z'; ++character)
         shapes[character] = shapes[character - 'a' + 'A'] = Shape::Letter;
     shapes['_'] = Shape::Letter;
@@ -30,9 +30,9 @@ constexpr std::array<Shape, 128> makeShapes()
     shapes['\''] = shapes['"'] = Shape::Quote;
     shapes['/'] = Shape::Slash;
     // Deliberate: "|" is not here. Like "#", "$", "%", "@", the backslash and the back quote it makes no token.
-    for (unsigned char character :
+    for (const char character :
          {'!', '&', '(', ')', '*', '+', ',', '-', '.', ':', ';', '<', '=', '>', '?', '[', ']', '^', '{', '}', '~'})
-        shapes[character] = Shape::Punctuation;
+        shapes[static_cast<unsigned char>(character)] = Shape::Punctuation;
     return shapes;
 }
 

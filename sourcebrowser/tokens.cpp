@@ -181,4 +181,9 @@ const WordEntry *wordEntry(QStringView text)
     return nullptr;
 }
 
+std::span<const WordEntry> wordEntries()
+{
+    return s_words;
+}
+
 } // namespace SourceBrowserToken

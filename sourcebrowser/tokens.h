@@ -2,6 +2,8 @@
 
 #include <QStringView>
 
+#include <span>
+
 /// What the scanner delivers. Punctuation has its own character code; the numbers of the others
 /// are known to callers and stay as they are.
 namespace SourceBrowserToken {
@@ -69,6 +71,8 @@ struct WordEntry
 
 /// The table's entry for \a text; null for an identifier of the header's own.
 [[nodiscard]] const WordEntry *wordEntry(QStringView text);
+/// The whole table.
+[[nodiscard]] std::span<const WordEntry> wordEntries();
 
 } // namespace SourceBrowserToken
 

@@ -1,0 +1,60 @@
+// Definitions of menus, keys, messages and properties.
+
+#include "docgen/action_names.h"
+#include "docgen/properties.h"
+#include "docgen/source_text.h"
+#include "docgen/xml_pp.h"
+#include "fuzz/promise.h"
+#include "fuzz/scratch.h"
+#include "fuzz/subjects.h"
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Looks up whatever has a name below \a root; the answers as one text.
+std::string lookedUp(const QDomElement &root, const ActionNames &actions, const Properties &properties)
+{
+    constexpr int most = 100; // names: each path may be as long as the file
+    std::string text = properties.tableHtml() + textOf(root).toStdString();
+    int count = 0;
+    for (QDomElement element = root; !element.isNull() && count < most;
+         element = nextElement(element, root, XmlChildren::Enter)) {
+        if (!element.hasAttribute(u"name"_s))
+            continue;
+        ++count;
+        const std::string name = element.attribute(u"name"_s).toStdString();
+        text += actions.choosePhrase(name, "Choose ", "Press ").html;
+        text += actions.menuPath(name).path;
+        text += actions.lookup(name + ".tip");
+        if (const std::string *const caption = properties.caption(name))
+            text += *caption;
+    }
+    return text;
+}
+
+} // namespace
+
+void checkDefinitions(std::string_view input)
+{
+    const QString file = Scratch::write(u"definitions.xml"_s, input);
+    XmlPP document;
+    const XmlPP::Loaded loaded = document.load(file);
+    if (loaded.error) {
+        // A reader of XML may end lines at a carriage return too, and may take two bytes for one character.
+        const auto ends = std::count_if(input.begin(), input.end(), [](char c) { return c == '\n' || c == '\r'; });
+        promise(loaded.root.isNull() && loaded.error->line >= 1 && loaded.error->line <= ends + 1,
+                "an error is on a line of the file", loaded.error->reason.toStdString());
+        promise(!loaded.error->reason.contains(u'\n'), "a reason is one line");
+        return;
+    }
+    ActionNames actions;
+    Properties properties;
+    if (!loaded.root.isNull()) {
+        actions.add(loaded.root);
+        properties.add(loaded.root);
+    }
+    const std::string answers = lookedUp(loaded.root, actions, properties);
+    promise(isUtf8(answers), "answers are UTF-8", answers);
+    promise(document.load(file).root.isNull(), "a file is loaded once");
+}

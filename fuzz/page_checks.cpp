@@ -1,0 +1,86 @@
+#include "fuzz/page_checks.h"
+
+#include "fuzz/promise.h"
+
+namespace {
+
+constexpr std::string_view s_frameBegin = "<html>\n<!--\n";
+constexpr std::string_view s_bodyBegin =
+    "</title>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\" />\n</head>\n<body>\n";
+constexpr std::string_view s_frameEnd = "</body>\n</html>\n";
+
+/// Takes the first line off \a text, without its line end.
+std::string_view takeLine(std::string_view &text)
+{
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(line.size() == text.size() ? line.size() : line.size() + 1);
+    return line;
+}
+
+void checkSpans(std::string_view page)
+{
+    while (!page.empty()) {
+        const std::string_view line = takeLine(page);
+        bool isOpen = false;
+        for (std::size_t at = line.find('<'); at != std::string_view::npos; at = line.find('<', at + 1)) {
+            const bool opens = line.substr(at).starts_with("<span");
+            if (!opens && !line.substr(at).starts_with("</span>"))
+                continue;
+            promise(opens != isOpen, "no span stands in another", line);
+            isOpen = opens;
+        }
+        promise(!isOpen, "a span ends in its line", line);
+    }
+}
+
+/// A character reference holds a number that names a character beyond ISO 8859-1.
+void checkReferences(std::string_view page)
+{
+    constexpr std::string_view digits = "0123456789abcdefABCDEF";
+    for (std::size_t at = page.find("&#x"); at != std::string_view::npos; at = page.find("&#x", at + 1)) {
+        const std::size_t end = page.find_first_not_of(digits, at + 3);
+        promise(end != std::string_view::npos && page[end] == ';' && end > at + 4, "a character reference is complete",
+                page.substr(at, 20));
+    }
+}
+
+} // namespace
+
+void checkPage(std::string_view page, bool isFramed, bool holdsRawHtml)
+{
+    if (isFramed) {
+        promise(page.starts_with(s_frameBegin), "a page begins with its frame", page);
+        promise(page.find(s_bodyBegin) != std::string_view::npos, "a page has a body", page);
+        promise(page.ends_with(s_frameEnd), "a page ends with its frame", page);
+    }
+    if (holdsRawHtml)
+        return;
+    checkSpans(page);
+    checkReferences(page);
+}
+
+void checkContents(std::string_view contents)
+{
+    promise(takeLine(contents) == "<contents>", "contents begin with their element");
+    int depth = 0;
+    bool isClosed = false;
+    while (!contents.empty()) {
+        const std::string_view line = takeLine(contents);
+        promise(!isClosed, "contents end with their element", line);
+        isClosed = line == "</contents>";
+        if (line == "</content>")
+            --depth;
+        else if (line.starts_with("<content ") && !line.ends_with("/>"))
+            ++depth;
+        promise(depth >= 0, "a contents entry is closed once", line);
+    }
+    promise(depth == 0 && isClosed, "every contents entry is closed");
+}
+
+void checkMessage(std::string_view message)
+{
+    promise(message.find('\n') + 1 == message.size(), "a message is one line", message);
+    promise(message.starts_with("error: docgen: ") || message.starts_with("warning: docgen: ") ||
+                message.starts_with("error: \\choose") || message.starts_with("***ERROR***"),
+            "a message says what it is", message);
+}

@@ -1,0 +1,17 @@
+#include "fuzz/process_state.h"
+
+#include "codeedit/listing.h"
+#include "docgen/shared_tables.h"
+#include "fuzz/promise.h"
+
+void settleProcessState()
+{
+    SharedTables::requiredOrder.clear();
+    SharedTables::paraStyle = "p";
+    // Whatever is open in XML, one of these lines ends it.
+    std::string html;
+    appendListing(html, "-->\n]]>\n?>\n\">\n'>\n]>", "xml");
+    html.clear();
+    appendListing(html, "x", "xml");
+    promiseEqual(html, "<span class=\"zkt-code-text\">x</span>\n", "an XML listing can be ended");
+}

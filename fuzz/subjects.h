@@ -1,0 +1,26 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+/// One way into the library, with all that must hold whatever comes in.
+struct Subject
+{
+    std::string_view name;
+    /// Runs the library over \a input. Ends the process when it breaks a promise.
+    void (*check)(std::string_view input);
+};
+
+/// All subjects. They share the process-wide tables of the library, which each check puts back,
+/// so the order of checks does not matter.
+[[nodiscard]] std::span<const Subject> subjects();
+/// Null for an unknown name.
+[[nodiscard]] const Subject *findSubject(std::string_view name);
+
+void checkReader(std::string_view input);       ///< a markup source, up to the text that is translated
+void checkMarkup(std::string_view input);       ///< a markup source to pages
+void checkHeader(std::string_view input);       ///< a header to pages
+void checkDeclarations(std::string_view input); ///< a header to tokens, events, the model, its renderings
+void checkListing(std::string_view input);      ///< the first byte chooses the lexer, the rest is the listing
+void checkDefinitions(std::string_view input);  ///< a file of menus, keys, messages and properties
+void checkArguments(std::string_view input);    ///< each line an argument of the command line
