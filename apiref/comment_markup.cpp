@@ -94,9 +94,12 @@ private:
     std::size_t m_indentation = s_unknown; // of the first line of the code block
 };
 
-std::string withName(std::string_view markup, std::string_view name)
+std::string withName(std::string text, std::string_view name)
 {
     constexpr std::string_view place = "\\this";
+    std::string_view markup = text;
+    if (markup.find(place) == std::string_view::npos)
+        return text;
     std::string result;
     for (std::size_t at = markup.find(place); at != std::string_view::npos; at = markup.find(place)) {
         result.append(markup.substr(0, at)).append(name);

@@ -309,15 +309,20 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Ind
 void SourceBrowserDeclaratorReader::reset()
 {
     m_types.clear();
-    m_texts.clear();
+    std::ranges::fill(m_texts, QString());
 }
 
 QString SourceBrowserDeclaratorReader::shared(const QString &text)
 {
-    constexpr qsizetype most = 10000;
-    if (m_texts.size() > most)
-        m_texts.clear();
-    return *m_texts.insert(text);
+    if (text.isEmpty())
+        return text;
+    const qsizetype size = text.size();
+    const auto mix =
+        static_cast<size_t>(text[0].unicode() * 31 + text[size / 2].unicode() * 7 + text[size - 1].unicode());
+    QString &kept = m_texts[(mix + static_cast<size_t>(size) * 61) % m_texts.size()];
+    if (kept != text)
+        kept = text;
+    return kept;
 }
 
 std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(Index open)

@@ -44,6 +44,14 @@ bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
 
 } // namespace
 
+void SourceBrowserDeclaratorReader::reserve(QString &text, std::span<const Token> tokens)
+{
+    qsizetype size = 0;
+    for (const Token &token : tokens)
+        size += token.text.size() + 1;
+    text.reserve(size);
+}
+
 void SourceBrowserDeclaratorReader::appendToType(QString &text, const Token &token)
 {
     if (!text.isEmpty() && wantsBlank(text, token))
@@ -65,6 +73,7 @@ QString SourceBrowserDeclaratorReader::sourceText(std::span<const Token> tokens)
 QString SourceBrowserDeclaratorReader::typeText(std::span<const Token> tokens)
 {
     QString text;
+    reserve(text, tokens);
     for (const Token &token : tokens)
         appendToType(text, token);
     return text;
@@ -137,7 +146,7 @@ bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
     const Token &here = token(at);
     return here.is(Const) || here.is(Volatile) || here.word == Word::Qualifier ||
            (here.word == Word::TypeOperator && here.text == u"_Atomic" && code(at + 1, size()) != '(') ||
-           (isPlain(here) &&
+           (isPlain(here) && here.text.endsWith(u'T') && // which settles nearly all
             (here.text.endsWith("_RESTRICT"_L1) || here.text.endsWith("_CONST"_L1) || here.text == u"CONST" ||
              here.text == u"RESTRICT") &&
             at + 1 < size() &&

@@ -280,6 +280,8 @@ QString SourceBrowserDeclaratorReader::specifierText() const
             chosen = index;
     }
     QString text;
+    if (!m_items.empty())
+        reserve(text, range(m_items.front().begin, m_items.back().end));
     for (int index = 0; index < static_cast<int>(m_items.size()); ++index) {
         const Item &item = m_items[static_cast<size_t>(index)];
         if (item.kind != Item::Qualifier && item.kind != Item::Type && index != chosen)

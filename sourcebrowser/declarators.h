@@ -122,6 +122,8 @@ private:
 
     // Tokens and their texts: declarator_tokens.cpp.
     static void appendToType(QString &text, const Token &token);
+    /// Makes room in \a text for \a tokens with a blank between each two.
+    static void reserve(QString &text, std::span<const Token> tokens);
     [[nodiscard]] Index chainEnd(Index at, Index end) const;
     [[nodiscard]] Index skipAttributes(Index at, Index end) const;
     [[nodiscard]] Index afterGroup(Index at) const;
@@ -131,7 +133,7 @@ private:
     [[nodiscard]] bool isTypeCall(const Item &item) const;
     [[nodiscard]] bool isQualifier(Index at) const;
     [[nodiscard]] int rank(const Item &item) const;
-    /// One copy of equal texts: types and the names of arguments repeat.
+    /// One copy of equal texts, most of the time: types and the names of arguments repeat.
     QString shared(const QString &text);
     [[nodiscard]] const Token &token(Index at) const { return (*m_tokens)[static_cast<size_t>(at)]; }
     [[nodiscard]] Index size() const { return static_cast<Index>(m_tokens->size()); }
@@ -141,10 +143,12 @@ private:
         return std::span<const Token>(*m_tokens).subspan(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     }
 
+    static constexpr size_t s_texts = 1024;
+
     std::vector<Token> *m_tokens = nullptr;
     QString m_className;
-    QSet<QString> m_texts; ///< that declarations share
-    QSet<QString> m_types; ///< known types with names in capitals
+    std::vector<QString> m_texts = std::vector<QString>(s_texts); ///< that declarations share, each in its place
+    QSet<QString> m_types;                                        ///< known types with names in capitals
     std::vector<Item> m_items;
     Counts m_counts;      ///< of m_items
     QString m_specifiers; ///< of the last readOne()
