@@ -184,6 +184,8 @@ private:
     bool collectPart(const Token &token);
     void restart(const Token &token);
     bool branchInDeclaration(const Token &token);
+    bool isComparison(const Token &equals);
+    bool isFollowedBy(int code);
     bool templateParameters(const Token &keyword);
     bool initialiser(const Token &equals);
     bool constructorInitialisers();

@@ -67,7 +67,8 @@ bool SourceBrowserCParser::opensClass() const
         if (token.is(':'))
             return true;
         if (token.is('<') || token.is('>')) {
-            angles += token.is('<') ? 1 : -1;
+            if (SourceBrowserDeclaratorReader::isAngle(tokens, at))
+                angles += token.is('<') ? 1 : -1;
         } else if (angles > 0) {
             continue;
         } else if (token.is('(')) {
@@ -100,7 +101,8 @@ QString SourceBrowserCParser::headName(size_t from) const
     int nesting = 0;
     for (size_t at = from; at < tokens.size() && !(tokens[at].is(':') && nesting == 0); ++at) {
         const Token &token = tokens[at];
-        if (token.is('<') || token.is('(') || token.is('['))
+        const bool isAngle = SourceBrowserDeclaratorReader::isAngle(tokens, at);
+        if ((token.is('<') && isAngle) || token.is('(') || token.is('['))
             ++nesting;
         if (nesting == 0 && token.isIdentifier() && token.text != u"final" && token.word != Word::Storage) {
             const bool isMacro = at + 1 < tokens.size() && tokens[at + 1].is('(');
@@ -109,7 +111,7 @@ QString SourceBrowserCParser::headName(size_t from) const
         }
         if (nesting == 0)
             joins = token.is(Scope) && !name.isEmpty();
-        if ((token.is('>') || token.is(')') || token.is(']')) && nesting > 0)
+        if (((token.is('>') && isAngle) || token.is(')') || token.is(']')) && nesting > 0)
             --nesting;
     }
     return name;
@@ -127,7 +129,8 @@ std::vector<SourceBrowserBaseClass> SourceBrowserCParser::baseClasses(size_t fro
         std::vector<Token> name;
         for (int nesting = 0; at < tokens.size() && !(nesting == 0 && tokens[at].is(',')); ++at) {
             const Token &token = tokens[at];
-            nesting += (token.is('<') || token.is('(')) - (token.is('>') || token.is(')'));
+            if (token.is('(') || token.is(')') || SourceBrowserDeclaratorReader::isAngle(tokens, at))
+                nesting += token.is('<') || token.is('(') ? 1 : -1;
             if (token.is(Public) || token.is(Protected) || token.is(Private))
                 base.access = token.is(Public)      ? SourceBrowserObject::Public
                               : token.is(Protected) ? SourceBrowserObject::Protected

@@ -32,6 +32,7 @@ bool SourceBrowserCParser::collect(const Token &token)
 {
     switch (token.code) {
     case EndOfInput:
+        m_pending.isCutOff = true;
         finish();
         return false;
     case ';':
@@ -42,6 +43,7 @@ bool SourceBrowserCParser::collect(const Token &token)
         finish();
         return false;
     case '}':
+        m_pending.isCutOff = true;
         giveBack(token);
         finish();
         return false;
@@ -66,7 +68,7 @@ bool SourceBrowserCParser::collectPart(const Token &token)
 {
     switch (token.code) {
     case '=':
-        if (m_pending.parentheses == 0 && !m_pending.endsWith(Operator) && !m_pending.isOperator())
+        if (m_pending.parentheses == 0 && !m_pending.isOperator() && !isComparison(token))
             return initialiser(token);
         break;
     case ':':
@@ -91,6 +93,7 @@ bool SourceBrowserCParser::collectPart(const Token &token)
     case Using:
     case Namespace:
         if (m_pending.parentheses == 0) {
+            m_pending.isCutOff = true;
             finish();
             giveBack(token);
             return false;
@@ -129,6 +132,25 @@ bool SourceBrowserCParser::branchInDeclaration(const Token &token)
     return false;
 }
 
+/// Whether \a equals is the second half of "!=", "<=", ">=" or "==", or the first half of the last.
+bool SourceBrowserCParser::isComparison(const Token &equals)
+{
+    if (!equals.blankBefore && !m_pending.tokens.empty()) {
+        const Token &before = m_pending.tokens.back();
+        if (before.is('!') || before.is('<') || before.is('>') || before.is('='))
+            return true;
+    }
+    return isFollowedBy('=');
+}
+
+/// Whether the next token is \a code, with nothing between it and the last one.
+bool SourceBrowserCParser::isFollowedBy(int code)
+{
+    const Token token = next();
+    giveBack(token);
+    return token.is(code) && !token.blankBefore;
+}
+
 /// Passes over "<...>" after "template".
 bool SourceBrowserCParser::templateParameters(const Token &keyword)
 {
@@ -148,7 +170,10 @@ bool SourceBrowserCParser::templateParameters(const Token &keyword)
             skipGroup(token);
         else if (token.code >= ConditionalBegin)
             noteCondition(token);
-        nesting += token.is('<') - token.is('>');
+        else if (token.is('<') && (isFollowedBy('<') || isFollowedBy('=')))
+            next();
+        else if ((token.is('<') || token.is('>')) && !isFollowedBy('='))
+            nesting += token.is('<') ? 1 : -1;
     }
     if (m_pending.tokens.empty())
         m_pending.column = keyword.column;

@@ -6,7 +6,7 @@ using namespace SourceBrowserToken;
 /// Declares what was collected.
 void SourceBrowserCParser::finish()
 {
-    if (m_pending.isFriend || m_pending.tokens.empty())
+    if (m_pending.isFriend || m_pending.tokens.empty() || (m_pending.isCutOff && m_pending.holdsCapitalsOnly()))
         return endDeclaration();
     bool isFirst = true;
     QString newName;
@@ -40,10 +40,10 @@ void SourceBrowserCParser::nameComposed(const QString &name)
     auto *container = dynamic_cast<SourceBrowserContainer *>(m_composed);
     if (!container)
         return m_composed->setName(name);
-    m_objects->rename(*container, name, m_absorbed);
-    SourceBrowserContainer &named = *m_objects->container(container->qualifiedName());
+    SourceBrowserContainer &named = m_objects->rename(*container, name, m_absorbed);
     m_composed = &named;
-    rescope(named);
+    if (&named == container)
+        rescope(named);
 }
 
 void SourceBrowserCParser::attachComment(SourceBrowserObject &object, int line)

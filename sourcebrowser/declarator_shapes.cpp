@@ -224,7 +224,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &spe
     if (type.text.isEmpty())
         type.text = specifiers;
     if (!shape.prefix.isEmpty())
-        type.text += (type.text.isEmpty() ? ""_L1 : " "_L1) + shape.prefix.trimmed();
+        type.text += (type.text.isEmpty() || shape.prefix.startsWith(u'.') ? ""_L1 : " "_L1) + shape.prefix.trimmed();
     if (!shape.suffix.isEmpty()) {
         if (shape.prefix.isEmpty() || shape.prefix.endsWith(u' ') || shape.prefix.back().isLetter())
             type.text += u' ';

@@ -18,6 +18,15 @@ bool isArithmetic(QChar unit)
            unit == u'=' || unit == u'!';
 }
 
+/// Whether the text ends with a "<" or "<<" that opens no template arguments: those have no blank before them.
+bool endsInComparison(QStringView text)
+{
+    const bool isLess = text.endsWith(u'<');
+    while (text.endsWith(u'<'))
+        text.chop(1);
+    return isLess && text.endsWith(u' ');
+}
+
 bool isPlain(const SourceBrowserTokenRecord &token)
 {
     return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
@@ -28,18 +37,16 @@ bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
 {
     const QChar last = text.back();
     const QChar first = token.text.front();
-    const bool compares = (first == u'<' || first == u'>') && token.match < 0;
-    if (token.blankBefore && (compares || isArithmetic(first) || isArithmetic(last)))
-        return true;
-    if (token.blankBefore && last == u'<' && text.size() > 1 && text[text.size() - 2] == u' ')
-        return true; // behind a comparison
     if (isWordCharacter(first))
-        return isWordCharacter(last) || last == u',' || last == u'>' || last == u')' || last == u']';
+        return isWordCharacter(last) || last == u',' || (last == u'>' && !text.endsWith("->"_L1)) || last == u')' ||
+               last == u']' || (token.blankBefore && (isArithmetic(last) || endsInComparison(text)));
     if (first == u'*' || first == u'&' || first == u'^')
         return last != u'*' && last != u'&' && last != u'(' && last != u':' && last != u'^';
     if (first == u'(')
         return isWordCharacter(last) && token.blankBefore;
-    return first == u'.' && last != u'(';
+    if (first == u'.')
+        return last == u',' || (token.blankBefore && isWordCharacter(last));
+    return token.blankBefore && (isArithmetic(first) || ((first == u'<' || first == u'>') && token.match < 0));
 }
 
 } // namespace
@@ -79,6 +86,18 @@ QString SourceBrowserDeclaratorReader::typeText(std::span<const Token> tokens)
     return text;
 }
 
+bool SourceBrowserDeclaratorReader::isAngle(std::span<const Token> tokens, size_t at)
+{
+    const Token &token = tokens[at];
+    const bool isOpening = token.is('<');
+    if (!isOpening && !token.is('>'))
+        return false;
+    if (at + 1 < tokens.size() && !tokens[at + 1].blankBefore &&
+        (tokens[at + 1].is('=') || (isOpening && tokens[at + 1].is('<'))))
+        return false;
+    return at == 0 || token.blankBefore || !tokens[at - 1].is(isOpening ? '<' : '-');
+}
+
 void SourceBrowserDeclaratorReader::linkBrackets(std::vector<Token> &tokens)
 {
     std::vector<Index> open;
@@ -104,7 +123,8 @@ void SourceBrowserDeclaratorReader::linkBrackets(std::vector<Token> &tokens)
             open.push_back(at);
             break;
         case '<':
-            if (at > 0 && tokens[static_cast<size_t>(at - 1)].isIdentifier())
+            if (at > 0 && tokens[static_cast<size_t>(at - 1)].isIdentifier() &&
+                isAngle(tokens, static_cast<size_t>(at)))
                 open.push_back(at);
             break;
         case ')':
@@ -117,7 +137,7 @@ void SourceBrowserDeclaratorReader::linkBrackets(std::vector<Token> &tokens)
             closes('{', at);
             break;
         case '>':
-            if (at > 0 && !tokens[static_cast<size_t>(at - 1)].is('-'))
+            if (isAngle(tokens, static_cast<size_t>(at)))
                 closes('<', at);
             break;
         default:

@@ -36,6 +36,8 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::ve
     m_lastStrong = -1;
     for (Index at = 0; at < end; at = afterGroup(at)) {
         const Token &here = token(at);
+        if (here.is(':')) // the width of a bit field is an expression
+            break;
         if (here.word == Word::Statement && !(at > 0 && (token(at - 1).is('=') || token(at - 1).is(Operator))))
             return {};
         if (here.word == Word::BasicType || here.word == Word::TypeOperator || isTag(here) || here.is('*') ||
@@ -69,7 +71,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::readOne(Index begin, Inde
                      token(at).is(Scope) || token(at).is(Ellipsis) || (isPlain(token(at)) && shape.nameBegin < 0));
     if (shape.nameBegin < 0 && !nameFollows)
         nameFromItems(shape, isArgument);
-    m_specifiers = specifierText();
+    m_specifiers = isConstructor(shape) ? QString() : specifierText();
     if (shape.nameBegin < 0 || shape.arguments < 0)
         at = shape.nameBegin < 0 ? readShape(at, end, shape, isArgument) : readSuffixes(at, end, shape, 0, isArgument);
     else if (!shape.isFunction)
@@ -91,20 +93,20 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(In
         if (here.is('[') && code(at + 1, end) == '[') {
             at = skipAttributes(at, end);
         } else if (isQualifier(at)) {
-            addItem(Item::Qualifier, begin, ++at);
+            m_items.push_back({Item::Qualifier, begin, ++at});
         } else if (isStorage(here)) {
             ++at;
             if (here.word == Word::Storage && code(at, end) == '(' && here.text == u"explicit")
                 at = std::min(afterGroup(at), end);
         } else if (here.word == Word::BasicType || here.is(Composed)) {
-            addItem(Item::Type, begin, ++at);
+            m_items.push_back({Item::Type, begin, ++at});
         } else if (here.word == Word::TypeOperator) {
             if (code(++at, end) == '(')
                 at = std::min(afterGroup(at), end);
-            addItem(Item::Type, begin, at);
+            m_items.push_back({Item::Type, begin, at});
         } else if (isTag(here)) {
             at = chainEnd(skipAttributes(at + 1, end), end);
-            addItem(Item::Type, begin, at);
+            m_items.push_back({Item::Type, begin, at});
         } else if (here.is(Operator)) {
             at = readOperator(at, at, end, shape);
         } else if (here.is('~') && code(at + 1, end) == Identifier) {
@@ -151,19 +153,19 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         return beginArguments(stop + 2, end, shape);
     }
     if (code(stop, end) != '(') {
-        addItem(Item::Plain, at, stop);
+        m_items.push_back({Item::Plain, at, stop});
         return stop;
     }
-    if (m_counts.types + m_counts.words > 0 && looksLikeMacro(at) && code(stop + 1, end) == Identifier &&
-        code(stop + 2, end) == ',' && code(stop + 3, end) == '(') { // "int REDIRECT(name, (int), other)"
+    if (looksLikeMacro(at) && code(stop + 1, end) == Identifier && code(stop + 2, end) == ',' &&
+        code(stop + 3, end) == '(' && counts().types + counts().words > 0) { // "int REDIRECT(name, (int), other)"
         shape.nameBegin = stop + 1;
         shape.nameEnd = stop + 2;
         beginArguments(stop + 3, end, shape);
         return std::min(afterGroup(stop), end);
     }
-    const bool followsName =
-        !m_items.empty() && m_items.back().kind == Item::Plain && m_counts.types + m_counts.words > 1;
-    if (const Index inner = wrappedArguments(stop); inner >= 0 && followsName) {
+    if (const Index inner = wrappedArguments(stop); inner >= 0 && !m_items.empty() &&
+                                                    m_items.back().kind == Item::Plain &&
+                                                    counts().types + counts().words > 1) { // "int f OF((int a))"
         shape.nameBegin = m_items.back().begin;
         shape.nameEnd = m_items.back().end;
         m_items.pop_back();
@@ -172,7 +174,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         return std::min(afterGroup(stop), end);
     }
     if (isNestedDeclarator(stop, end)) {
-        addItem(Item::Plain, at, stop);
+        m_items.push_back({Item::Plain, at, stop});
         return stop;
     }
     if (!isArgument && callIsName(at, stop, end)) {
@@ -181,43 +183,57 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         return beginArguments(stop, end, shape);
     }
     const Index after = std::min(afterGroup(stop), end);
-    addItem(Item::Call, at, after);
+    m_items.push_back({Item::Call, at, after});
     return after;
 }
 
-void SourceBrowserDeclaratorReader::addItem(Item::Kind kind, Index begin, Index end)
+const SourceBrowserDeclaratorReader::Counts &SourceBrowserDeclaratorReader::counts()
 {
-    const Item &item = m_items.emplace_back(Item{kind, begin, end});
-    m_counts.types += kind == Item::Type;
-    m_counts.words += kind == Item::Plain;
-    m_counts.ownWords += kind == Item::Plain && !looksLikeMacro(begin);
-    m_counts.typeCalls += isTypeCall(item);
+    for (; m_counts.upTo < m_items.size(); ++m_counts.upTo) {
+        const Item &item = m_items[m_counts.upTo];
+        m_counts.types += item.kind == Item::Type;
+        m_counts.words += item.kind == Item::Plain;
+        m_counts.ownWords += item.kind == Item::Plain && !looksLikeMacro(item.begin);
+        m_counts.typeCalls += isTypeCall(item);
+    }
+    return m_counts;
 }
 
 /// Whether the name at \a begin, followed by a group at \a open, is the function's name and not a
 /// macro with arguments.
-bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index end) const
+bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index end)
 {
     const Index close = token(open).match;
     const bool isMacro = looksLikeMacro(begin);
     const int inside = code(open + 1, end);
     if (inside == String || inside == Number)
         return false;
-    const bool hasType = m_counts.types > 0;
-    if (hasType || m_counts.ownWords > 0) {
+    const Counts &before = counts();
+    const bool hasType = before.types > 0;
+    if (hasType || before.ownWords > 0) {
         // "int variable ATTRIBUTE(3)"
         const bool afterName = !m_items.empty() && m_items.back().kind == Item::Plain &&
-                               !looksLikeMacro(m_items.back().begin) && (hasType || m_counts.ownWords > 1);
+                               !looksLikeMacro(m_items.back().begin) && (hasType || before.ownWords > 1);
         return !(isMacro && afterName);
     }
     if (!m_className.isEmpty() && token(begin).text == m_className && token(begin).isIdentifier())
         return true;
     if (open - begin > 2 && token(open - 2).is(Scope))
         return true; // a constructor outside its class
-    if (m_counts.words == 0 && (isMacro || m_counts.typeCalls == 0))
+    if (before.words == 0 && (isMacro || before.typeCalls == 0))
         return false;
     const bool typeFollows = close + 1 < end && (token(close + 1).word == Word::BasicType || isTag(token(close + 1)));
     return !typeFollows && (!isMacro || m_lastStrong < close);
+}
+
+/// Whether the function bears the name of its class and has nothing but macros before it.
+bool SourceBrowserDeclaratorReader::isConstructor(const Shape &shape) const
+{
+    if (m_className.isEmpty() || !shape.isFunction || shape.nameBegin < 0 || token(shape.nameBegin).text != m_className)
+        return false;
+    return std::all_of(m_items.begin(), m_items.end(), [this](const Item &item) {
+        return item.kind == Item::Call || (item.kind == Item::Plain && looksLikeMacro(item.begin));
+    });
 }
 
 /// Chooses the declared name among the words, when no declarator follows them.

@@ -51,6 +51,9 @@ public:
     /// never closed belongs to the end, \a tokens.size().
     static void linkBrackets(std::vector<Token> &tokens);
 
+    /// Whether the "<" or ">" at \a at may enclose template arguments: it is no part of "<<", "<=", ">=" or "->".
+    [[nodiscard]] static bool isAngle(std::span<const Token> tokens, size_t at);
+
     /// \a tokens as they were written, white space simplified.
     [[nodiscard]] static QString sourceText(std::span<const Token> tokens);
     /// \a tokens with the blanks of a type.
@@ -74,9 +77,10 @@ private:
         Index end;
     };
 
-    /// How many items of each kind there are, so that nobody has to count them again and again.
+    /// How many items of each kind there are among the first \a upTo.
     struct Counts
     {
+        size_t upTo = 0;
         int types = 0;
         int words = 0;
         int ownWords = 0; ///< words that do not look like macros
@@ -100,9 +104,10 @@ private:
     Index readItems(Index at, Index end, Shape &shape, bool isArgument);
     Index wordOrCall(Index at, Index end, Shape &shape, bool isArgument);
     Index beginArguments(Index at, Index end, Shape &shape);
-    void addItem(Item::Kind kind, Index begin, Index end);
+    const Counts &counts();
+    [[nodiscard]] bool isConstructor(const Shape &shape) const;
     void nameFromItems(Shape &shape, bool isArgument);
-    [[nodiscard]] bool callIsName(Index begin, Index open, Index end) const;
+    [[nodiscard]] bool callIsName(Index begin, Index open, Index end);
     [[nodiscard]] QString specifierText() const;
 
     // The declarator itself: declarator_shapes.cpp.
@@ -150,7 +155,7 @@ private:
     std::vector<QString> m_texts = std::vector<QString>(s_texts); ///< that declarations share, each in its place
     QSet<QString> m_types;                                        ///< known types with names in capitals
     std::vector<Item> m_items;
-    Counts m_counts;      ///< of m_items
+    Counts m_counts;      ///< of m_items, kept so that no item is counted twice
     QString m_specifiers; ///< of the last readOne()
     bool m_isTypedef = false;
     bool m_isUnwrapping = false;

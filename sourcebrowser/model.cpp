@@ -135,8 +135,8 @@ void SourceBrowserModel::forgetName(const SourceBrowserContainer &container)
         m_containers.erase(known);
 }
 
-void SourceBrowserModel::rename(SourceBrowserContainer &container, const QString &name,
-                                std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed)
+SourceBrowserContainer &SourceBrowserModel::rename(SourceBrowserContainer &container, const QString &name,
+                                                   std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed)
 {
     noteChange();
     forgetName(container);
@@ -146,6 +146,7 @@ void SourceBrowserModel::rename(SourceBrowserContainer &container, const QString
         absorb(*known, container, absorbed);
     else
         known = &container;
+    return *known;
 }
 
 /// Moves all that \a newer holds to \a known; containers of the same name become one at every level.
@@ -158,6 +159,7 @@ void SourceBrowserModel::absorb(SourceBrowserContainer &known, SourceBrowserCont
         const auto [to, from] = open.back();
         open.pop_back();
         to->update(*from);
+        const QString scope = to->qualifiedName();
         for (std::unique_ptr<SourceBrowserObject> &member : from->takeMembers()) {
             auto *nested = dynamic_cast<SourceBrowserContainer *>(member.get());
             SourceBrowserContainer *same =
@@ -167,7 +169,14 @@ void SourceBrowserModel::absorb(SourceBrowserContainer &known, SourceBrowserCont
                 open.emplace_back(same, nested);
                 absorbed.push_back(std::move(member));
             } else {
+                if (nested)
+                    forgetName(*nested);
+                member->setScope(scope);
                 to->add(std::move(member));
+                if (nested) {
+                    m_containers.insert(nested->qualifiedName(), nested);
+                    rescope(*nested);
+                }
             }
         }
     }

@@ -113,14 +113,14 @@ public:
     /*!
      * \h1 SourceBrowserModel::\this
      * Gives \a{container}, which stands in the model, another name. One that has that name already takes over all
-     * that \a{container} holds, and what is empty then is added to \a{absorbed}. What is held learns of
-     * the name by \xref{rescope}.
+     * that \a{container} holds, and what is empty then is added to \a{absorbed}. The container with the name is handed
+     * back; when it is \a{container}, what it holds learns of the name by \xref{rescope}.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
      */
-    void rename(SourceBrowserContainer &container, const QString &name,
-                std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed);
+    SourceBrowserContainer &rename(SourceBrowserContainer &container, const QString &name,
+                                   std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed);
     /*!
      * \h1 SourceBrowserModel::\this
      * Tells everything in \a{container} the names of the containers around it.

@@ -4,6 +4,15 @@
 
 using namespace SourceBrowserToken;
 
+namespace {
+
+bool isInCapitals(QStringView text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); });
+}
+
+} // namespace
+
 void SourceBrowserPendingDeclaration::note(const Token &token)
 {
     const bool outside = parentheses == 0;
@@ -74,8 +83,14 @@ bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, bool comm
     if (!front.isIdentifier() || front.word != Word::Plain)
         return false;
     if (tokens.size() == 1)
-        return std::none_of(front.text.begin(), front.text.end(), [](QChar unit) { return unit.isLower(); });
+        return isInCapitals(front.text);
     return tokens[1].is('(') && groupEnd == static_cast<int>(tokens.size()) - 1;
+}
+
+bool SourceBrowserPendingDeclaration::holdsCapitalsOnly() const
+{
+    return std::all_of(tokens.begin(), tokens.end(),
+                       [](const Token &token) { return token.isIdentifier() && isInCapitals(token.text); });
 }
 
 bool SourceBrowserPendingDeclaration::isOldStyle()

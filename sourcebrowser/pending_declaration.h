@@ -24,6 +24,7 @@ struct SourceBrowserPendingDeclaration
     bool isVirtual = false;
     bool isFriend = false;
     bool isInitialised = false;
+    bool isCutOff = false; ///< ended by something else than a ";"
 
     /// Appends \a token.
     void note(const Token &token);
@@ -35,6 +36,8 @@ struct SourceBrowserPendingDeclaration
     /// Whether the tokens are macros that form a statement of their own, and \a token begins the
     /// declaration. \a commentBetween tells whether a block comment stands between.
     [[nodiscard]] bool restartsWith(const Token &token, bool commentBetween) const;
+    /// Whether there is nothing but words in capitals: macros, when no ";" follows.
+    [[nodiscard]] bool holdsCapitalsOnly() const;
     /// Whether the arguments of an old function definition are being declared.
     [[nodiscard]] bool isOldStyle();
 

@@ -90,7 +90,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"typedef int TYPE_ID;\nDECL TYPE_ID CALL f(void);", "f = TYPE_ID f(void) ; TYPE_ID = typedef int TYPE_ID"},
         Row{u"int f __attribute__((x)) (int) asm (\"g\") __packed; struct __attribute__((y)) s { int a; } PACKED;",
             "s ; f = int f(int) ; s.a = int a"},
-        Row{u"STATIC_ASSERT(sizeof(int) == 4);\nstatic_assert(1, \"\");\nREMOVED(1, int, f, (void));\nFOO;", ""}));
+        Row{u"STATIC_ASSERT(sizeof(int) == 4);\nstatic_assert(1, \"\");\nREMOVED(1, int, f, (void));\nFOO;\nBEGIN END",
+            ""}));
 
 INSTANTIATE_TEST_SUITE_P(
     Structures, Declarations,
@@ -121,6 +122,12 @@ INSTANTIATE_TEST_SUITE_P(
             "F.operator, = F operator,(F a) ; F.operator== = bool operator==(const F &o)"},
         Row{u"template <typename T, int N = (1 > 2)> std::vector<T> get(std::map<int, T> m = {}) noexcept;",
             "get = std::vector<T> get(std::map<int, T> m)"},
+        Row{u"auto f(int *) -> A<int, sizeof(int) != 0>; template <int N, bool B = N >= 3, int M = N << 1> S<N << 1> "
+            u"g(T... t);"
+            u" template <class T> struct h<T, If<T::a == 3>> : B<(a > b)> { explicit MACRO h(); int b : sizeof(int); "
+            u"};",
+            "h ; f = A<int, sizeof(int) != 0> f(int *) ; g = S<N << 1> g(T... t) ; h.h = h(void) ; h.b = int b : "
+            "sizeof(int)"},
         Row{u"template <> struct hash<Foo> { int a; }; enum class E : char { A }; auto f() -> int;",
             "hash ; f = int f(void) ; hash.a = int a ; E = typedef enum { A } E"},
         Row{u"[[nodiscard]] int f [[x]] (); namespace n { inline namespace v1 { int a; } } using T = int; namespace b "
