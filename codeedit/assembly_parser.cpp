@@ -6,9 +6,17 @@
 #include "codeedit/word_lists.h"
 #include "codeedit/word_table.h"
 
+#include <algorithm>
+
 namespace {
 
-constexpr quint32 s_inComment = 1; // the state while a block comment is open
+/// What a line begins in.
+enum class Open : quint32
+{
+    Nothing,
+    Comment,
+    String,
+};
 
 const WordTable &registers()
 {
@@ -22,19 +30,21 @@ constexpr unsigned s_wordCharacters = Characters::Word | Characters::Dot;
 class AssemblyPass
 {
 public:
-    AssemblyPass(const char16_t *line, char16_t *out, bool inComment)
-        : m_at(line), m_out(line, out), m_inComment(inComment)
+    AssemblyPass(const char16_t *line, char16_t *out, Open open)
+        : m_at(line), m_out(line, out), m_open(open), m_statementStart(open != Open::String)
     {
     }
 
-    /// Styles the line; the result is whether a block comment goes on in the next.
-    bool run()
+    /// Styles the line; the result is what the next one begins in.
+    Open run()
     {
-        if (m_inComment)
+        if (m_open == Open::Comment)
             takeBlockComment(m_at);
+        else if (m_open == Open::String)
+            takeString(u'"');
         while (*m_at != 0)
             takeToken();
-        return m_inComment;
+        return m_open;
     }
 
 private:
@@ -46,6 +56,7 @@ private:
     [[nodiscard]] CodeStyle styleOfWord(const char16_t *begin) const;
     void takeNumber();
     void takeQuoted();
+    void takeString(char16_t quote);
     void takeDirective();
     void takeBackslash();
     void takeOther();
@@ -53,8 +64,8 @@ private:
     const char16_t *m_at;
     StyledLine m_out;
     CommentWords::Kind m_comment = CommentWords::Kind::Plain;
-    bool m_inComment;
-    bool m_statementStart = true; // a label, mnemonic or directive may come
+    Open m_open;
+    bool m_statementStart; // a label, mnemonic or directive may come
 };
 
 void AssemblyPass::takeToken()
@@ -101,8 +112,8 @@ void AssemblyPass::takeLineComment()
 void AssemblyPass::takeBlockComment(const char16_t *from)
 {
     m_at = CommentWords::style(m_out, from, CommentWords::Ending::Mark, m_comment);
-    m_inComment = *m_at == 0;
-    m_at = m_inComment ? m_at : m_at + 2;
+    m_open = *m_at == 0 ? Open::Comment : Open::Nothing;
+    m_at = *m_at == 0 ? m_at : m_at + 2;
     m_out.writeTo(m_at, CodeStyle::Comment);
 }
 
@@ -137,23 +148,41 @@ void AssemblyPass::takeNumber()
     m_statementStart = false;
 }
 
-/// Takes a string, or a character, which needs no closing quote. Both end with the line.
+/// Takes a string, which ends with the line unless a backslash joins the next one, or a character, which needs
+/// no closing quote.
 void AssemblyPass::takeQuoted()
 {
     const char16_t quote = *m_at++;
     const bool isCharacter = quote == u'\'' && m_at[0] != 0 && !Characters::is(m_at[1], s_wordCharacters);
-    if (isCharacter) {
+    m_statementStart = false;
+    if (quote == u'\'' && m_at[0] == u'\\' && m_at[1] != 0) {
+        // An escape, or the mark of a left-out part.
+        m_at = std::max(m_at + 2, Characters::skip(m_at + 1, s_wordCharacters));
+    } else if (isCharacter) {
         ++m_at;
-    } else if (quote == u'\'' && m_at[0] == u'\\') {
-        m_at = Characters::skip(m_at + 1, s_wordCharacters); // an escape, or the mark of a left-out part
     } else {
-        while (*m_at != 0 && *m_at != quote)
-            m_at += m_at[0] == u'\\' && m_at[1] != 0 ? 2 : 1;
+        return takeString(quote);
     }
     if (*m_at == quote)
         ++m_at;
     m_out.writeTo(m_at, CodeStyle::Literal);
-    m_statementStart = false;
+}
+
+/// Takes the inside of a string up to its closing \a quote.
+void AssemblyPass::takeString(char16_t quote)
+{
+    m_open = Open::Nothing;
+    for (; *m_at != 0 && *m_at != quote; ++m_at) {
+        if (*m_at != u'\\')
+            continue;
+        if (m_at[1] != 0)
+            ++m_at;
+        else if (quote == u'"')
+            m_open = Open::String;
+    }
+    if (*m_at == quote)
+        ++m_at;
+    m_out.writeTo(m_at, CodeStyle::Literal);
 }
 
 /// Takes a directive of the C preprocessor, of which assembler sources make use.
@@ -186,5 +215,5 @@ void AssemblyPass::takeOther()
 
 void CodeEditAssemblyParser::styleLine(const char16_t *line, char16_t *out, quint32 &state)
 {
-    state = AssemblyPass(line, out, state == s_inComment).run() ? s_inComment : 0;
+    state = static_cast<quint32>(AssemblyPass(line, out, static_cast<Open>(state)).run());
 }

@@ -1,6 +1,6 @@
 #include "codeedit/c_parser.h"
 
-#include "codeedit/family_pass.h"
+#include "codeedit/c_pass.h"
 #include "codeedit/word_lists.h"
 
 namespace {
@@ -36,7 +36,7 @@ bool isDelimiterCharacter(char16_t c)
 }
 
 /// The delimiter of a raw string as the state word keeps it: its length, and a number that
-/// stands for its characters, together 24 bits.
+/// stands for its characters, together 23 bits.
 class Delimiter
 {
 public:
@@ -47,7 +47,7 @@ public:
         quint32 hash = 17;
         for (; at != end; ++at)
             hash = hash * 131 + *at;
-        return (hash ^ hash >> 16) % (1U << 19) | length << 19;
+        return (hash ^ hash >> 16) % (1U << 18) | length << 18;
     }
 
     /// The end of the delimiter that begins at \a at.
@@ -60,51 +60,7 @@ public:
     }
 };
 
-class CPass : public FamilyPass
-{
-public:
-    CPass(const char16_t *line, char16_t *out, const WordTable &keywords, quint32 state)
-        : FamilyPass(line, out, keywords), m_directive((state & s_directiveBit) != 0),
-          m_delimiter(state >> s_delimiterShift)
-    {
-        m_mode = static_cast<Mode>(state & s_modeBits);
-        m_comment = static_cast<Comment>(state >> s_commentShift & 3);
-    }
-
-    /// Styles the line; the result is the state after it.
-    quint32 run()
-    {
-        if (m_mode == Mode::RawString)
-            takeRawStringRest();
-        else if (!resume() && !m_directive)
-            takeDirectiveStart();
-        while (*m_at != 0)
-            takeToken();
-        const quint32 directive = m_directive && (m_joined || m_mode != Mode::Code) ? s_directiveBit : 0;
-        return static_cast<quint32>(m_mode) | static_cast<quint32>(m_comment) << s_commentShift | directive |
-               (m_mode == Mode::RawString ? m_delimiter << s_delimiterShift : 0);
-    }
-
-private:
-    static constexpr quint32 s_directiveBit = 1U << s_firstFreeBit;
-    static constexpr quint32 s_delimiterShift = s_firstFreeBit + 2;
-
-    void takeToken();
-    void takeDirectiveStart();
-    void takeDirectiveName();
-    void takeHeaderName();
-    void takeNumber();
-    void takeWordOrLiteral();
-    void takeLiteral();
-    void takeSuffix();
-    void takeRawString();
-    void takeRawStringRest();
-
-    bool m_directive;
-    bool m_messageText = false; // the rest of the line is prose, in which apostrophes are no quotes
-    bool m_joined = false;      // the next line belongs to this one
-    quint32 m_delimiter;
-};
+} // namespace
 
 void CPass::takeToken()
 {
@@ -115,62 +71,35 @@ void CPass::takeToken()
         takeWordOrLiteral();
     else if (Characters::is(c, Characters::Digit) || (c == u'.' && Characters::is(m_at[1], Characters::Digit)))
         takeNumber();
-    else if (atComment())
-        takeComment(LineJoining::ByBackslash);
-    else if (c == u'"' || (c == u'\'' && !m_messageText))
+    else if (c == u'/')
+        takeSlash();
+    else if (c == u'"' || c == u'\'')
         takeLiteral();
-    else if (Characters::is(c, Characters::Operator) || (c == u'#' && m_directive))
+    else if (Characters::is(c, Characters::Operator) || (c == u'#' && m_part != Part::Code))
         takeOperators();
     else if (Characters::is(c, Characters::Punctuation))
         m_out.writeTo(++m_at, CodeStyle::Punctuation);
-    else if (c == u'\\') {
-        m_joined = isLineEnd(m_at + 1);
-        takeBackslash();
-    } else {
+    else if (c == u'\\')
+        takeJoin();
+    else
         takeStray();
-    }
 }
 
-/// Takes the blanks and comments at the beginning of the line, and a directive behind them.
-void CPass::takeDirectiveStart()
+/// Takes a backslash, which joins the next line to this one when it is the last.
+void CPass::takeJoin()
 {
-    takeBlanks();
-    while (atComment()) {
-        takeComment(LineJoining::ByBackslash);
-        takeBlanks();
-    }
-    if (*m_at != u'#')
-        return;
-    m_directive = true;
-    takeDirectiveName();
+    m_joined = atJoin();
+    takeBackslash();
 }
 
-/// Takes "#" and the name after it, and what only this name can have behind it.
-void CPass::takeDirectiveName()
+/// Takes a comment or an operator.
+void CPass::takeSlash()
 {
-    m_at = Characters::skip(m_at + 1, Characters::Blank);
-    const char16_t *const begin = m_at;
-    m_at = Characters::skip(m_at, Characters::Word);
-    const u16string_view name = word(begin);
-    m_out.writeTo(m_at, CodeStyle::Control);
-    m_messageText = name == u"error" || name == u"warning";
-    if (name == u"include" || name == u"include_next" || name == u"import" || name == u"embed")
-        takeHeaderName();
-}
-
-/// Takes a header name in angle brackets; its words are no keywords.
-void CPass::takeHeaderName()
-{
-    takeBlanks();
-    if (*m_at != u'<')
-        return;
-    const char16_t *end = m_at;
-    while (*end != 0 && *end != u'>')
-        ++end;
-    if (*end == 0)
-        return;
-    m_at = end + 1;
-    m_out.writeTo(m_at, CodeStyle::Control);
+    if (atComment())
+        return takeComment(LineJoining::ByBackslash);
+    takeOperators();
+    if (m_at[-1] == u'/' && atJoin())
+        m_mode = Mode::JoinedSlash;
 }
 
 void CPass::takeNumber()
@@ -193,25 +122,32 @@ void CPass::takeWordOrLiteral()
 {
     const char16_t *const begin = m_at;
     m_at = Characters::skip(m_at, Characters::Word);
-    if (*m_at == u'"' || (*m_at == u'\'' && !m_messageText)) {
+    if (*m_at == u'"' || *m_at == u'\'') {
         const LiteralPrefix *const prefix = findPrefix(word(begin));
         if (prefix != nullptr && prefix->raw && *m_at == u'"')
             return takeRawString();
         if (prefix != nullptr && !prefix->raw)
             return takeLiteral();
+        if (*m_at == u'\'' && m_part == Part::Message) {
+            writeName(begin);
+            return takeProse();
+        }
     }
     writeName(begin);
+    if (m_part == Part::Directive)
+        takeHeaderTest(word(begin));
 }
 
-/// Takes a string or character at whose opening quote the pass is; a prefix in front of it
-/// is not styled yet.
+/// Takes a string or character at whose opening quote the pass is; a prefix in front of it is not styled yet.
+/// An apostrophe that is never closed begins no character, and as for compilers nothing else begins behind it.
 void CPass::takeLiteral()
 {
     const char16_t quote = *m_at;
     ++m_at;
-    takeQuoted(quote);
-    m_joined = m_joined || m_mode != Mode::Code;
-    if (m_mode == Mode::Code && m_at[-1] == quote)
+    const bool closed = skipQuoted(quote);
+    const bool literal = closed || quote == u'"' || m_mode != Mode::Code;
+    m_out.writeTo(m_at, literal ? CodeStyle::Literal : CodeStyle::Stray);
+    if (closed)
         takeSuffix();
 }
 
@@ -233,6 +169,7 @@ void CPass::takeRawString()
     const char16_t *const end = Delimiter::end(m_at + 1);
     if (*end != u'(')
         return takeLiteral();
+    static_assert(Delimiter::s_bits <= s_delimiterBits);
     m_delimiter = Delimiter::of(m_at + 1, end);
     m_at = end + 1;
     takeRawStringRest();
@@ -254,8 +191,6 @@ void CPass::takeRawStringRest()
     if (m_mode == Mode::Code)
         takeSuffix();
 }
-
-} // namespace
 
 CodeEditCParser::CodeEditCParser() : CodeEditStandardParser(sharedKeywords()) {}
 

@@ -15,11 +15,16 @@ void FamilyPass::takeComment(LineJoining joining)
     // "/**/" is empty, and "/***" and "////" draw lines.
     const bool documents = block ? third == u'!' || (third == u'*' && m_at[3] != u'/' && m_at[3] != u'*')
                                  : third == u'!' || (third == u'/' && m_at[3] != u'/');
-    m_comment = documents ? Comment::Documentation : Comment::Plain;
+    const bool goesOn = documents && !block && m_comment == Comment::DocumentationCode;
+    if (!goesOn)
+        m_comment = documents ? Comment::Documentation : Comment::Plain;
     if (block)
-        takeBlockComment(m_at + 2);
-    else
-        takeLineComment(joining);
+        return takeBlockComment(m_at + 2);
+    if (goesOn) {
+        m_at += 3;
+        m_out.writeTo(m_at, CodeStyle::Comment);
+    }
+    takeLineComment(joining);
 }
 
 /// Takes a block comment; its end is looked for from \a from on.
@@ -29,6 +34,7 @@ void FamilyPass::takeBlockComment(const char16_t *from)
     m_mode = *m_at == 0 ? Mode::BlockComment : Mode::Code;
     if (*m_at != 0) {
         m_at += 2;
+        m_comment = Comment::Plain;
         m_out.writeTo(m_at, CodeStyle::Comment);
     }
 }
@@ -44,7 +50,7 @@ void FamilyPass::takeLineComment(LineJoining joining)
     m_mode = joined ? Mode::LineComment : Mode::Code;
 }
 
-void FamilyPass::takeQuoted(char16_t quote)
+bool FamilyPass::skipQuoted(char16_t quote)
 {
     m_mode = Mode::Code;
     for (; *m_at != 0 && *m_at != quote; ++m_at) {
@@ -53,13 +59,14 @@ void FamilyPass::takeQuoted(char16_t quote)
         if (isLineEnd(m_at + 1)) {
             m_mode = quote == u'"' ? Mode::DoubleQuoted : Mode::SingleQuoted;
             m_at = skip(m_at + 1, Characters::Blank);
-            break;
+            return false;
         }
         ++m_at;
     }
-    if (*m_at == quote)
-        ++m_at;
-    m_out.writeTo(m_at, CodeStyle::Literal);
+    if (*m_at == 0)
+        return false;
+    ++m_at;
+    return true;
 }
 
 void FamilyPass::takeOperators()
@@ -71,20 +78,15 @@ void FamilyPass::takeOperators()
     m_out.writeTo(m_at, CodeStyle::Operator);
 }
 
-void FamilyPass::takeWord()
+bool FamilyPass::writeName(const char16_t *begin)
 {
-    const char16_t *const begin = m_at;
-    m_at = skip(m_at, Characters::Word);
-    writeName(begin);
-}
-
-/// Styles the name from \a begin on, at whose end the pass is.
-void FamilyPass::writeName(const char16_t *begin)
-{
-    if (m_keywords.contains(word(begin)))
-        return m_out.writeTo(m_at, CodeStyle::Keyword);
+    if (m_keywords.contains(word(begin))) {
+        m_out.writeTo(m_at, CodeStyle::Keyword);
+        return true;
+    }
     const bool called = *skip(m_at, Characters::Blank) == u'(';
     m_out.writeTo(m_at, called ? CodeStyle::Function : CodeStyle::Text);
+    return false;
 }
 
 /// Takes a backslash outside of literals: it joins lines, or marks a part that was left out
@@ -109,22 +111,27 @@ void FamilyPass::takeStray()
     m_out.writeTo(m_at, CodeStyle::Stray);
 }
 
-bool FamilyPass::resume()
+void FamilyPass::resume()
 {
     switch (m_mode) {
     case Mode::BlockComment:
-        takeBlockComment(m_at);
-        return true;
+        return takeBlockComment(m_at);
     case Mode::LineComment:
-        takeLineComment(LineJoining::ByBackslash);
-        return true;
+        return takeLineComment(LineJoining::ByBackslash);
     case Mode::DoubleQuoted:
-        takeQuoted(u'"');
-        return true;
+        return takeQuoted(u'"');
     case Mode::SingleQuoted:
-        takeQuoted(u'\'');
-        return true;
+        return takeQuoted(u'\'');
     default:
-        return false;
+        resumeDocumentation();
     }
+}
+
+void FamilyPass::resumeDocumentation()
+{
+    if (m_comment == Comment::Plain)
+        return;
+    const char16_t *const begin = skip(m_at, Characters::Blank);
+    if (begin[0] != u'/' || begin[1] != u'/')
+        m_comment = Comment::Plain;
 }

@@ -26,11 +26,13 @@ protected:
     {
         Code,
         BlockComment,
-        LineComment,  ///< joined to the line before by a backslash
-        DoubleQuoted, ///< likewise
-        SingleQuoted, ///< likewise
-        RawString,    ///< C++
-        Template,     ///< JavaScript
+        LineComment,    ///< joined to the line before by a backslash
+        DoubleQuoted,   ///< likewise
+        SingleQuoted,   ///< likewise
+        RawString,      ///< C++
+        Template,       ///< JavaScript
+        JoinedSlash,    ///< C: the line before ended in a slash and a backslash
+        JoinedAsterisk, ///< C: likewise in an asterisk, in a block comment
     };
     /// Whether a backslash at the end of a line comment makes the next line part of it.
     enum class LineJoining
@@ -60,19 +62,27 @@ protected:
     void takeBlockComment(const char16_t *from);
     /// Takes the rest of the line as a comment.
     void takeLineComment(LineJoining joining);
-    /// Takes the inside of a literal up to its closing \a quote or the end of the line; a backslash
-    /// at the end of the line joins the next one to it. The text in front belongs to the literal.
-    void takeQuoted(char16_t quote);
+    /// Skips the inside of a literal up to its closing \a quote or the end of the line, and tells
+    /// whether there is one; a backslash at the end of the line joins the next one to it.
+    bool skipQuoted(char16_t quote);
+    /// Takes the inside of a literal; the text in front belongs to it.
+    void takeQuoted(char16_t quote)
+    {
+        skipQuoted(quote);
+        m_out.writeTo(m_at, CodeStyle::Literal);
+    }
     /// Takes a run of operators. A slash begins a run: it may begin something else.
     void takeOperators();
-    /// Takes a word: a keyword, a name that is called, or another name.
-    void takeWord();
-    void writeName(const char16_t *begin);
+    /// Styles the name from \a begin on, at whose end the pass is: a keyword, a name that is called, or another
+    /// name. The result is whether it is a keyword.
+    bool writeName(const char16_t *begin);
     void takeBackslash();
     void takeStray();
 
-    /// Goes on with a comment or literal that the line before left open; false when there is none.
-    bool resume();
+    /// Goes on with a comment or literal that the line before left open.
+    void resume();
+    /// Forgets the code in the documentation of the lines before, unless this line goes on with it.
+    void resumeDocumentation();
 
     const char16_t *m_at;
     StyledLine m_out;

@@ -1,6 +1,7 @@
 #include "codeedit/javascript_parser.h"
 
 #include "codeedit/family_pass.h"
+#include "codeedit/regular_expression_ends.h"
 #include "codeedit/word_lists.h"
 
 #include <algorithm>
@@ -8,31 +9,84 @@
 namespace {
 
 using std::u16string_view;
+using Enclosed = CodeEditJavaScriptParser::Enclosed;
+using Bracket = CodeEditJavaScriptParser::Bracket;
 
-/// The words after which an expression begins, so that a slash begins a regular expression.
-constexpr u16string_view s_beforeExpression[] = {
-    u"return", u"typeof", u"instanceof", u"in", u"of",   u"new",   u"delete",
-    u"void",   u"throw",  u"case",       u"do", u"else", u"yield", u"await",
+/// What the last token leads to: whether a slash divides, and what a brace encloses.
+enum class Before : quint32
+{
+    Statement,
+    Expression, ///< an operand must come
+    Operator,   ///< an operand has ended
+    Member,     ///< behind a dot, where every word is a name
+    Body,       ///< of a function that is an operand, behind its parameters
+    ArrowBody,  ///< likewise, but nothing divides it
 };
 
-/// The words whose parentheses are followed by a statement.
-constexpr u16string_view s_beforeCondition[] = {u"if", u"while", u"for", u"with"};
-
-template <std::size_t Count> bool isOneOf(u16string_view word, const u16string_view (&words)[Count])
+/// What follows the words that do not stand for an operand.
+struct LeadingWord
 {
-    return std::ranges::find(words, word) != std::end(words);
+    u16string_view word;
+    Before before;
+    Enclosed parenthesis = Enclosed::Arguments; // what one directly behind it encloses
+};
+
+constexpr LeadingWord s_leadingWords[] = {
+    {u"return", Before::Expression},
+    {u"typeof", Before::Expression},
+    {u"instanceof", Before::Expression},
+    {u"in", Before::Expression},
+    {u"new", Before::Expression},
+    {u"delete", Before::Expression},
+    {u"void", Before::Expression},
+    {u"throw", Before::Expression},
+    {u"case", Before::Expression},
+    {u"default", Before::Expression},
+    {u"extends", Before::Expression},
+    {u"do", Before::Statement},
+    {u"else", Before::Statement},
+    {u"try", Before::Statement},
+    {u"finally", Before::Statement},
+    {u"export", Before::Statement},
+    {u"if", Before::Operator, Enclosed::Condition},
+    {u"while", Before::Operator, Enclosed::Condition},
+    {u"for", Before::Operator, Enclosed::Condition},
+    {u"with", Before::Operator, Enclosed::Condition},
+};
+
+/// Those of them that are no keywords.
+bool leadsToExpression(u16string_view name)
+{
+    return name == u"of" || name == u"yield" || name == u"await";
+}
+
+/// True when there is a "?" in the operators \a text that is not part of "??" or "?.".
+bool opensConditional(u16string_view text)
+{
+    const std::size_t mark = text.find(u'?');
+    return mark != u16string_view::npos &&
+           (mark + 1 == text.size() || (text[mark + 1] != u'?' && text[mark + 1] != u'.'));
+}
+
+bool isParenthesis(Bracket bracket)
+{
+    return bracket.enclosed >= Enclosed::Arguments;
 }
 
 class JavaScriptPass : public FamilyPass
 {
 public:
     JavaScriptPass(const char16_t *line, char16_t *out, const WordTable &keywords, quint32 state,
-                   CodeEditJavaScriptParser::Nesting &nesting)
-        : FamilyPass(line, out, keywords), m_nesting(nesting), m_operandBefore((state & s_operandBit) != 0),
-          m_conditionBefore((state & s_conditionBit) != 0), m_first((state & s_startedBit) == 0)
+                   std::vector<Bracket> &brackets)
+        : FamilyPass(line, out, keywords), m_brackets(brackets),
+          m_before(static_cast<Before>(state >> s_beforeShift & 7)),
+          m_parenthesis(static_cast<Enclosed>(state >> s_parenthesisShift & 7)), m_line(line),
+          m_first((state & s_startedBit) == 0)
     {
         m_mode = static_cast<Mode>(state & s_modeBits);
         m_comment = static_cast<Comment>(state >> s_commentShift & 3);
+        if (m_first)
+            follow(Before::Statement);
     }
 
     /// Styles the line; the result is the state after it, which is never 0.
@@ -47,50 +101,45 @@ public:
         while (*m_at != 0)
             takeToken();
         return static_cast<quint32>(m_mode) | static_cast<quint32>(m_comment) << s_commentShift |
-               (operandBefore() ? s_operandBit : 0) | (conditionBefore() ? s_conditionBit : 0) | s_startedBit;
+               static_cast<quint32>(m_before) << s_beforeShift |
+               static_cast<quint32>(m_parenthesis) << s_parenthesisShift | s_startedBit;
     }
 
 private:
-    static constexpr quint32 s_operandBit = 1U << s_firstFreeBit;
-    static constexpr quint32 s_conditionBit = s_operandBit << 1;
-    static constexpr quint32 s_startedBit = s_operandBit << 2;
+    static constexpr quint32 s_beforeShift = s_firstFreeBit;
+    static constexpr quint32 s_parenthesisShift = s_beforeShift + 3;
+    static constexpr quint32 s_startedBit = 1U << (s_parenthesisShift + 3);
 
     void takeToken();
     void takeName();
+    void followKeyword(u16string_view name);
     void takeNumber();
     void takeLiteral();
     void takeSlash();
-    [[nodiscard]] const char16_t *regularExpressionEnd() const;
+    [[nodiscard]] const char16_t *regularExpressionEnd();
     void takeOperator();
+    void followOperator(u16string_view text);
+    [[nodiscard]] Before behindColon();
     void takePunctuation();
+    void followClosingParenthesis();
+    [[nodiscard]] Enclosed enclosedByBrace() const;
     void takeClosingBrace();
     void takeTemplate();
     /// True when a slash here divides.
-    [[nodiscard]] bool operandBefore() const
+    [[nodiscard]] bool operandBefore() const { return m_before == Before::Operator || m_before == Before::Body; }
+    void open(Enclosed enclosed) { m_brackets.push_back({enclosed}); }
+    /// Remembers what the last token, which is no word, leads to.
+    void follow(Before before)
     {
-        return m_word.empty() ? m_operandBefore : m_isMember || !isOneOf(m_word, s_beforeExpression);
-    }
-    /// True when a parenthesis here opens a condition, behind which a statement begins.
-    [[nodiscard]] bool conditionBefore() const
-    {
-        return m_word.empty() ? m_conditionBefore : !m_isMember && isOneOf(m_word, s_beforeCondition);
-    }
-    /// Remembers that the last token was no word, and whether it ends an operand.
-    void follow(bool operand)
-    {
-        m_word = {};
-        m_operandBefore = operand;
-        m_conditionBefore = false;
-        m_afterDot = false;
+        m_before = before;
+        m_parenthesis = Enclosed::Arguments;
     }
 
-    CodeEditJavaScriptParser::Nesting &m_nesting;
-    u16string_view m_word;   // the last token, if it is a word of this line
-    bool m_isMember = false; // that word stands behind a dot: in "x.return / 2" it is a name
-    bool m_operandBefore;    // of a last token that is no word
-    bool m_conditionBefore;  // likewise
-    bool m_afterDot = false;
-    bool m_noRegularExpression = false; // an open one was found on this line
+    std::vector<Bracket> &m_brackets;
+    Before m_before;
+    Enclosed m_parenthesis; // what one would enclose if it came now
+    const char16_t *const m_line;
+    RegularExpressionEnds m_regularExpressionEnds;
     bool m_first;
 };
 
@@ -122,10 +171,27 @@ void JavaScriptPass::takeName()
     const char16_t *const begin = m_at;
     // The first character may be the "#" of a private name.
     m_at = Characters::skip(m_at + 1, Characters::Word);
-    writeName(begin);
-    m_isMember = m_afterDot;
-    m_word = word(begin);
-    m_afterDot = false;
+    const bool keyword = writeName(begin);
+    if (m_before == Before::Member)
+        m_before = Before::Operator;
+    else if (keyword)
+        followKeyword(word(begin));
+    else
+        m_before = leadsToExpression(word(begin)) ? Before::Expression : Before::Operator;
+}
+
+void JavaScriptPass::followKeyword(u16string_view name)
+{
+    if (name == u"function") {
+        const bool operand = m_before == Before::Expression || m_before == Before::ArrowBody;
+        m_parenthesis = operand ? Enclosed::Parameters : Enclosed::Arguments;
+        m_before = Before::Operator;
+        return;
+    }
+    const auto row = std::ranges::find(s_leadingWords, name, &LeadingWord::word);
+    const bool leading = row != std::end(s_leadingWords);
+    m_before = leading ? row->before : Before::Operator;
+    m_parenthesis = leading ? row->parenthesis : Enclosed::Arguments;
 }
 
 /// Takes a number with its separators and suffix. Only a decimal number has a point, and one: a
@@ -143,7 +209,7 @@ void JavaScriptPass::takeNumber()
             break;
     }
     m_out.writeTo(m_at, CodeStyle::Literal);
-    follow(true);
+    follow(Before::Operator);
 }
 
 void JavaScriptPass::takeLiteral()
@@ -153,28 +219,27 @@ void JavaScriptPass::takeLiteral()
     if (quote == u'`')
         return takeTemplate();
     takeQuoted(quote);
-    follow(true);
+    follow(Before::Operator);
 }
 
 void JavaScriptPass::takeSlash()
 {
     if (atComment())
         return takeComment(LineJoining::None);
-    if (operandBefore() || m_noRegularExpression)
-        return takeOperator();
-    const char16_t *const end = regularExpressionEnd();
-    m_noRegularExpression = end == nullptr; // do not look through the rest of the line again
+    const char16_t *const end = operandBefore() ? nullptr : regularExpressionEnd();
     if (end == nullptr)
         return takeOperator();
     m_at = end;
     m_out.writeTo(m_at, CodeStyle::Literal);
-    follow(true);
+    follow(Before::Operator);
 }
 
 /// The end of the regular expression, flags included, that begins here; null when the line has
 /// no end of one.
-const char16_t *JavaScriptPass::regularExpressionEnd() const
+const char16_t *JavaScriptPass::regularExpressionEnd()
 {
+    if (!m_regularExpressionEnds.mayHave(static_cast<std::size_t>(m_at - m_line)))
+        return nullptr;
     bool inClass = false;
     const char16_t *at = m_at + 1;
     for (; *at != 0 && (inClass || *at != u'/'); ++at) {
@@ -185,16 +250,49 @@ const char16_t *JavaScriptPass::regularExpressionEnd() const
         else if (*at == u']')
             inClass = false;
     }
-    return *at == 0 ? nullptr : Characters::skip(at + 1, Characters::Word);
+    if (*at != 0)
+        return Characters::skip(at + 1, Characters::Word);
+    m_regularExpressionEnds.find({m_line, static_cast<std::size_t>(at - m_line)});
+    return nullptr;
 }
 
 void JavaScriptPass::takeOperator()
 {
-    const bool increment = (m_at[0] == u'+' || m_at[0] == u'-') && m_at[1] == m_at[0];
-    const bool operand = increment && operandBefore(); // "i++ / 2" divides, "++ /x/" does not
+    const char16_t *const begin = m_at;
     takeOperators();
-    follow(operand);
-    m_afterDot = m_at[-1] == u'.';
+    followOperator(word(begin));
+}
+
+void JavaScriptPass::followOperator(u16string_view text)
+{
+    const char16_t last = text.back();
+    if (text == u"*") { // may stand between "function" and the parameters
+        m_before = Before::Expression;
+        return;
+    }
+    if ((text == u"++" || text == u"--") && operandBefore())
+        return follow(Before::Operator); // "i++ / 2" divides, "++ /x/" does not
+    Before before = Before::Expression;
+    if (last == u'.' && !text.ends_with(u".."))
+        before = Before::Member;
+    else if (text.ends_with(u"=>"))
+        before = Before::ArrowBody;
+    else if (text.front() == u':')
+        before = behindColon();
+    else if (opensConditional(text))
+        ++m_brackets.back().conditionals;
+    follow(before);
+}
+
+/// What a colon leads to: the other half of a conditional, a value, or the statement behind a label.
+Before JavaScriptPass::behindColon()
+{
+    Bracket &bracket = m_brackets.back();
+    if (bracket.conditionals > 0) {
+        --bracket.conditionals;
+        return Before::Expression;
+    }
+    return bracket.enclosed == Enclosed::Object ? Before::Expression : Before::Statement;
 }
 
 void JavaScriptPass::takePunctuation()
@@ -204,33 +302,58 @@ void JavaScriptPass::takePunctuation()
         return takeClosingBrace();
     ++m_at;
     m_out.writeTo(m_at, CodeStyle::Punctuation);
-    bool operand = c == u']';
+    if (c == u')')
+        return followClosingParenthesis();
+    Before before = Before::Expression;
     if (c == u'(') {
-        m_nesting.parentheses.push_back(conditionBefore());
-    } else if (c == u')') {
-        operand = m_nesting.parentheses.empty() || !m_nesting.parentheses.back();
-        if (!m_nesting.parentheses.empty())
-            m_nesting.parentheses.pop_back();
-    } else if (c == u'{' && !m_nesting.templates.empty()) {
-        ++m_nesting.templates.back();
+        open(m_parenthesis);
+    } else if (c == u'{') {
+        const Enclosed enclosed = enclosedByBrace();
+        open(enclosed);
+        before = enclosed == Enclosed::Object ? Before::Expression : Before::Statement;
+    } else if (c == u';') {
+        m_brackets.back().conditionals = 0;
+        before = Before::Statement;
+    } else if (c == u']') {
+        before = Before::Operator;
     }
-    follow(operand);
+    follow(before);
 }
 
-/// Takes a closing brace; that of a substitution leads back into its template.
+/// What a brace that opens here encloses.
+Enclosed JavaScriptPass::enclosedByBrace() const
+{
+    if (m_before == Before::Expression || m_before == Before::Member)
+        return Enclosed::Object;
+    return m_before == Before::Body ? Enclosed::FunctionExpression : Enclosed::Statements;
+}
+
+void JavaScriptPass::followClosingParenthesis()
+{
+    const Bracket bracket = m_brackets.back();
+    if (!isParenthesis(bracket))
+        return follow(Before::Operator);
+    m_brackets.pop_back();
+    if (bracket.enclosed == Enclosed::Condition)
+        follow(Before::Statement);
+    else
+        follow(bracket.enclosed == Enclosed::Parameters ? Before::Body : Before::Operator);
+}
+
+/// Takes a closing brace; that of a substitution leads back into its template. Parentheses that
+/// are still open were never closed.
 void JavaScriptPass::takeClosingBrace()
 {
     ++m_at;
     m_out.writeTo(m_at, CodeStyle::Punctuation);
-    follow(true);
-    if (m_nesting.templates.empty())
-        return;
-    if (m_nesting.templates.back() > 0) {
-        --m_nesting.templates.back();
-        return;
-    }
-    m_nesting.templates.pop_back();
-    takeTemplate();
+    while (isParenthesis(m_brackets.back()))
+        m_brackets.pop_back();
+    const Enclosed enclosed = m_brackets.back().enclosed;
+    if (m_brackets.size() > 1)
+        m_brackets.pop_back();
+    follow(enclosed == Enclosed::Statements ? Before::Statement : Before::Operator);
+    if (enclosed == Enclosed::Substitution)
+        takeTemplate();
 }
 
 /// Takes the characters of a template up to its end, to a substitution or to the end of the line.
@@ -242,13 +365,13 @@ void JavaScriptPass::takeTemplate()
     if (*m_at == 0)
         return m_out.writeTo(m_at, CodeStyle::Literal);
     m_mode = Mode::Code;
-    follow(*m_at == u'`');
+    follow(*m_at == u'`' ? Before::Operator : Before::Expression);
     if (*m_at == u'`')
         return m_out.writeTo(++m_at, CodeStyle::Literal);
     m_out.writeTo(m_at, CodeStyle::Literal);
     m_at += 2;
     m_out.writeTo(m_at, CodeStyle::Punctuation);
-    m_nesting.templates.push_back(0);
+    open(Enclosed::Substitution);
 }
 
 } // namespace
@@ -264,6 +387,6 @@ const WordTable &CodeEditJavaScriptParser::sharedKeywords()
 void CodeEditJavaScriptParser::styleLine(const char16_t *line, char16_t *out, quint32 &state)
 {
     if (state == 0)
-        m_nesting = {};
-    state = JavaScriptPass(line, out, keywords(), state, m_nesting).run();
+        m_brackets.assign(1, {Enclosed::Statements});
+    state = JavaScriptPass(line, out, keywords(), state, m_brackets).run();
 }

@@ -19,20 +19,30 @@ bool isPlain(std::string_view text)
     return bits < 0x80 && text.find('\0') == std::string_view::npos;
 }
 
-/// Takes one character off \a text, which is not empty.
+/// How many bytes the character that begins with the byte \a lead has; 0 when none does.
+std::size_t characterLength(unsigned char lead)
+{
+    if (lead < 0x80)
+        return 1;
+    return lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+}
+
+/// Takes one character off \a text, which is not empty; of bytes that are none, one.
 char32_t takeCharacter(std::string_view &text)
 {
+    static constexpr char32_t least[] = {0, 0, 0x80, 0x800, 0x10000}; // of a character, by its length
     const auto lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = lead < 0x80 ? 1 : lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (length > text.size() || (lead >= 0x80 && lead < 0xC2)) {
-        text.remove_prefix(1);
-        return s_replacement;
+    const std::size_t length = characterLength(lead);
+    char32_t character = length < 2 ? lead : lead & (0x7FU >> length);
+    bool valid = length > 0 && length <= text.size();
+    for (std::size_t index = 1; valid && index < length; ++index) {
+        const auto byte = static_cast<unsigned char>(text[index]);
+        valid = (byte & 0xC0) == 0x80;
+        character = character << 6 | (byte & 0x3FU);
     }
-    char32_t character = length == 1 ? lead : lead & (0x7FU >> length);
-    for (std::size_t index = 1; index < length; ++index)
-        character = character << 6 | (static_cast<unsigned char>(text[index]) & 0x3FU);
-    text.remove_prefix(length);
-    return character;
+    valid = valid && character >= least[length] && character < 0x110000;
+    text.remove_prefix(valid ? length : 1);
+    return valid ? character : s_replacement;
 }
 
 } // namespace

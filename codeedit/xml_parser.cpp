@@ -48,6 +48,7 @@ private:
     void takeSubset();
     void takeSubsetDeclaration();
     void takeSubsetComment();
+    void takeSubsetInstruction();
     void takeControlTo(u16string_view stops);
     void takeEntity();
     void take(std::size_t length, CodeStyle style, Mode next);
@@ -81,6 +82,7 @@ XmlPass::Taker XmlPass::takerOf(Mode mode)
         &XmlPass::takeQuoted<u'"', Mode::SubsetDeclaration>,
         &XmlPass::takeQuoted<u'\'', Mode::SubsetDeclaration>,
         &XmlPass::takeSubsetComment,
+        &XmlPass::takeSubsetInstruction,
     };
     return takers[static_cast<std::size_t>(mode)];
 }
@@ -254,7 +256,7 @@ void XmlPass::takeSubset()
         return take(4, CodeStyle::Comment, Mode::SubsetComment);
     }
     if (*m_at == u'<')
-        take(1, CodeStyle::Control, Mode::SubsetDeclaration);
+        take(1, CodeStyle::Control, m_at[1] == u'?' ? Mode::SubsetInstruction : Mode::SubsetDeclaration);
 }
 
 /// Takes one part of a declaration in the internal subset.
@@ -270,6 +272,11 @@ void XmlPass::takeSubsetDeclaration()
 void XmlPass::takeSubsetComment()
 {
     takeThrough(u"-->", CodeStyle::Comment, Mode::Subset);
+}
+
+void XmlPass::takeSubsetInstruction()
+{
+    takeThrough(u"?>", CodeStyle::Control, Mode::Subset);
 }
 
 /// Takes an entity or character reference; an "&" that begins none is text.

@@ -28,7 +28,8 @@ public:
         SubsetDeclaration, ///< a declaration in them
         DoubleQuotedInSubset,
         SingleQuotedInSubset,
-        SubsetComment, ///< a comment in them
+        SubsetComment,     ///< a comment in them
+        SubsetInstruction, ///< "<?" in them
     };
 
 private:

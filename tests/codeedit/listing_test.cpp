@@ -124,6 +124,10 @@ INSTANTIATE_TEST_SUITE_P(
             "characters that mean something to us are replaced, others kept", "basic",
             "\xEF\xB7\x90\0\xF0\x9F\x98\x80\xC2\xB7\xED\xA0\x80"s,
             "<span class=\"zkt-code-text\">\xEF\xBF\xBD\xEF\xBF\xBD\xF0\x9F\x98\x80&middot;\xEF\xBF\xBD</span>\n"},
+        ListingRow{"each byte that is part of no character is replaced, none swallows what follows", "basic",
+                   "\xC3(\xE2\x82(\xC0\x80\xF4\x90\x80\x80",
+                   "<span class=\"zkt-code-text\">\xEF\xBF\xBD(\xEF\xBF\xBD\xEF\xBF\xBD("
+                   "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD</span>\n"},
         ListingRow{
             "a line number of BASIC is left out", "basic", "10 PRINT\n 20  X\n30\t'  \n40 ' x\n50'y\n60",
             "<span class=\"zkt-code-keyword\">PRINT</span>\n<span class=\"zkt-code-text\"> X</span>\n\n"
