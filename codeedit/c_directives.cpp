@@ -99,7 +99,7 @@ void CPass::takeDirectiveStart()
     }
     m_part = Part::DirectiveName;
     const char16_t *const name = Characters::skip(m_at + 1, Characters::Blank);
-    if (!Characters::is(*name, Characters::Word)) {
+    if (!Characters::is(*name, Characters::WordStart)) {
         m_out.writeTo(++m_at, CodeStyle::Control);
         return;
     }
@@ -107,12 +107,14 @@ void CPass::takeDirectiveStart()
     takeDirectiveName();
 }
 
-/// Takes the name of a directive, with what is not styled yet in front of it.
+/// Takes the name of a directive, with what is not styled yet in front of it. A mark of lines has a number instead.
 void CPass::takeDirectiveName()
 {
     const char16_t *const begin = m_at;
-    m_at = Characters::skip(m_at, Characters::Word);
-    m_out.writeTo(m_at, CodeStyle::Control);
+    if (Characters::is(*m_at, Characters::WordStart)) {
+        m_at = Characters::skip(m_at, Characters::Word);
+        m_out.writeTo(m_at, CodeStyle::Control);
+    }
     const bool message = isOneOf(word(begin), s_messageDirectives);
     m_part = isOneOf(word(begin), s_headerDirectives) ? Part::HeaderName : message ? Part::Message : Part::Directive;
 }

@@ -12,7 +12,9 @@
 namespace {
 
 constexpr unsigned s_namedStyles = 17;
-constexpr int s_unlooked = 8; // characters that are written without a look at the room
+constexpr std::size_t s_escaped = 256;
+constexpr std::size_t s_longestCharacter = 4; // in bytes
+constexpr int s_unlooked = 8;                 // characters that are written without a look at the room
 constexpr std::string_view s_closingTag = "</span>";
 
 /// A short text in a fixed room, so that copying it takes no loop.
@@ -34,6 +36,23 @@ template <std::size_t Room> struct ShortText
     }
 };
 
+/// Copies \a character to \a to in UTF-8; the result is its end.
+char *copyCharacter(char *to, char32_t character)
+{
+    if (character < 0x80) {
+        *to++ = static_cast<char>(character);
+        return to;
+    }
+    int shift = character < 0x800 ? 6 : character < 0x10000 ? 12 : 18;
+    const unsigned lead = character < 0x800 ? 0xC0 : character < 0x10000 ? 0xE0 : 0xF0;
+    *to++ = static_cast<char>(lead | character >> shift);
+    while (shift > 0) {
+        shift -= 6;
+        *to++ = static_cast<char>(0x80 | (character >> shift & 0x3F));
+    }
+    return to;
+}
+
 /// What is written again and again, ready to be copied.
 struct Phrases
 {
@@ -45,8 +64,8 @@ struct Phrases
     std::array<Tag, s_namedStyles + 1> firstRun;
     std::array<Tag, s_namedStyles + 1> nextRun;
 
-    std::array<ShortText<8>, 128> escapes; // of each ASCII character
-    std::array<bool, 128> plain;           // whether it stands for itself; not for 0
+    std::array<ShortText<8>, s_escaped> escapes; // of the characters before all that are never escaped
+    std::array<bool, 128> plain;                 // whether an ASCII character stands for itself; not for 0
 };
 
 Phrases::Phrases()
@@ -60,9 +79,13 @@ Phrases::Phrases()
         nextRun[style].assign(std::string(s_closingTag).append(tag));
     }
     for (std::size_t c = 0; c < escapes.size(); ++c) {
-        const std::string escape = escapedText(std::string(1, static_cast<char>(c)));
+        std::array<char, s_longestCharacter> character{};
+        const auto length =
+            static_cast<std::size_t>(copyCharacter(character.data(), static_cast<char32_t>(c)) - character.data());
+        const std::string escape = escapedText({character.data(), length});
         escapes[c].assign(escape);
-        plain[c] = c != 0 && escape.size() == 1;
+        if (c < plain.size())
+            plain[c] = c != 0 && escape.size() == 1;
     }
 }
 
@@ -92,24 +115,12 @@ char32_t takeCharacter(const char16_t *&at)
     return 0xFFFD;
 }
 
-std::string utf8(char32_t character)
-{
-    int shift = character < 0x800 ? 6 : character < 0x10000 ? 12 : 18;
-    const unsigned lead = character < 0x800 ? 0xC0 : character < 0x10000 ? 0xE0 : 0xF0;
-    std::string text(1, static_cast<char>(lead | character >> shift));
-    while (shift > 0) {
-        shift -= 6;
-        text += static_cast<char>(0x80 | (character >> shift & 0x3F));
-    }
-    return text;
-}
-
 /// Copies the character at \a styled to \a to in its escaped form; the result is its end.
 char *copySpecial(char *to, const char16_t *&styled)
 {
-    if (*styled < 128)
+    if (*styled < s_escaped)
         return s_phrases.escapes[*styled++].copyTo(to);
-    return std::ranges::copy(escapedText(utf8(takeCharacter(styled))), to).out;
+    return copyCharacter(to, takeCharacter(styled));
 }
 
 } // namespace

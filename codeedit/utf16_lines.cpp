@@ -3,12 +3,23 @@
 #include "codeedit/styled_line.h"
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <string>
 
 namespace {
 
 constexpr char16_t s_replacement = u'\uFFFD';
 constexpr std::size_t s_pieceSize = 8192; // in bytes; a piece is longer when a line is
+
+/// True when each of the eight bytes at \a text is a character, and none is 0.
+bool areEightPlain(const char *text)
+{
+    std::uint64_t bytes = 0;
+    std::memcpy(&bytes, text, sizeof bytes);
+    constexpr std::uint64_t ones = ~std::uint64_t(0) / 255;
+    return ((bytes | (bytes - ones)) & ones << 7) == 0; // the first byte that is 0 borrows
+}
 
 /// True when each byte of \a text is a character, and none is 0.
 bool isPlain(std::string_view text)
@@ -17,6 +28,23 @@ bool isPlain(std::string_view text)
     for (const char c : text)
         bits |= static_cast<unsigned char>(c);
     return bits < 0x80 && text.find('\0') == std::string_view::npos;
+}
+
+/// Takes the characters of one byte each, besides 0, that \a text begins with, and copies them to \a to; the result
+/// is the end of the copies.
+char16_t *takePlain(std::string_view &text, char16_t *to)
+{
+    constexpr std::size_t block = 8; // looked at and copied at once
+    const char *at = text.data();
+    const char *const end = at + text.size();
+    while (end - at >= static_cast<std::ptrdiff_t>(block) && areEightPlain(at)) {
+        to = std::copy_n(at, block, to);
+        at += block;
+    }
+    while (at != end && static_cast<unsigned char>(*at - 1) < 0x7F)
+        *to++ = static_cast<char16_t>(*at++);
+    text.remove_prefix(static_cast<std::size_t>(at - text.data()));
+    return to;
 }
 
 /// How many bytes the character that begins with the byte \a lead has; 0 when none does.
@@ -88,12 +116,10 @@ void Utf16Lines::takePiece()
 std::size_t Utf16Lines::convert(std::string_view line)
 {
     char16_t *to = m_units.data();
-    while (!line.empty()) {
-        if (const auto byte = static_cast<unsigned char>(line.front()); byte != 0 && byte < 0x80) {
-            *to++ = byte;
-            line.remove_prefix(1);
-            continue;
-        }
+    for (;;) {
+        to = takePlain(line, to);
+        if (line.empty())
+            return static_cast<std::size_t>(to - m_units.data());
         const char32_t character = takeCharacter(line);
         if (character > 0xFFFF) {
             *to++ = static_cast<char16_t>(0xD7C0 + (character >> 10));
@@ -103,5 +129,4 @@ std::size_t Utf16Lines::convert(std::string_view line)
             *to++ = meansSomething ? s_replacement : static_cast<char16_t>(character);
         }
     }
-    return static_cast<std::size_t>(to - m_units.data());
 }

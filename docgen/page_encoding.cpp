@@ -3,6 +3,8 @@
 #include <QString>
 
 #include <algorithm>
+#include <array>
+#include <charconv>
 
 namespace {
 
@@ -41,6 +43,15 @@ char32_t takeCharacter(std::string_view &text)
     return character;
 }
 
+/// Appends the reference to \a character at once: pages in other scripts are full of them.
+void appendReference(QByteArray &bytes, char32_t character)
+{
+    std::array<char, 16> reference{'&', '#', 'x'};
+    char *end = std::to_chars(reference.data() + 3, reference.data() + 15, static_cast<quint32>(character), 16).ptr;
+    *end++ = ';';
+    bytes.append(reference.data(), end - reference.data());
+}
+
 } // namespace
 
 void appendLatin1(QByteArray &bytes, std::string_view text)
@@ -55,6 +66,6 @@ void appendLatin1(QByteArray &bytes, std::string_view text)
         if (character < 0x100)
             bytes.append(static_cast<char>(character));
         else
-            bytes.append("&#x").append(QByteArray::number(static_cast<uint>(character), 16)).append(';');
+            appendReference(bytes, character);
     }
 }

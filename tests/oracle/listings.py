@@ -73,10 +73,35 @@ def our_words(name):
     return set(re.findall(r'u"([^"]*)"', re.search(r"s_%s\[\] = \{(.*?)\n\};" % name, source, re.S)[1]))
 
 
+class Names:
+    """Tells the names of directives and of headers in angle brackets, which clang's raw tokens do not."""
+
+    def __init__(self):
+        self.at_line_start = True
+        self.expected = ""  # "name" behind the "#" of a directive, "header" where a header name may begin, ">" inside of one
+
+    def takes(self, kind, value, starts_line):
+        """Goes on by one token; true when it belongs to such a name."""
+        if kind == "unknown" and "\n" in value:
+            self.at_line_start, self.expected = True, ""
+        if kind in ("unknown", "comment"):
+            return False
+        directive = kind == "hash" and (starts_line or self.at_line_start)
+        self.at_line_start = False
+        before, self.expected = self.expected, "name" if directive else ""
+        if before == ">" or (before == "header" and kind == "less"):
+            self.expected = "" if kind == "greater" else ">"
+        elif before == "name" and value in ("include", "include_next", "import", "embed"):
+            self.expected = "header"
+        elif value.startswith(("__has_include", "__has_embed")) or (before == "has" and kind == "l_paren"):
+            self.expected = "header" if before == "has" else "has"
+        return before in ("name", ">")
+
+
 def clang_classes(path, text):
     """Classes by clang's raw tokens, which cover the file without a gap."""
     language = "c++" if path.suffix in (".cpp", ".hpp") else "c"
-    command = ["clang", "-cc1", "-dump-raw-tokens", "-x", language, "-std=" + ("c++20" if language == "c++" else "c17")]
+    command = ["clang", "-cc1", "-dump-raw-tokens", "-x", language, "-std=" + ("gnu++20" if language == "c++" else "gnu17")]
     dump = subprocess.run(command + [path], capture_output=True).stderr.decode("utf-8", "replace")
     data = text.encode("utf-8")
     line_starts = [0] + [match.end() for match in re.finditer(b"\n", data)]
@@ -88,19 +113,18 @@ def clang_classes(path, text):
         at = location.end()
     words = our_words("c")
     of_bytes = ["other"] * len(data)
-    after_hash = False
+    names = Names()
     for index, (kind, begin, starts_line) in enumerate(tokens):
         end = tokens[index + 1][1] if index + 1 < len(tokens) else len(data)
         begin += len(re.match(rb"(\\[ \t]*\n)*", data[begin:end])[0])  # clang counts lines joined before it to a token
         value = data[begin:end].decode("utf-8", "replace")
+        named = names.takes(kind, value, starts_line)
         if kind == "comment":
             of_bytes[begin:end] = ["comment"] * (end - begin)
         elif "literal" in kind or "constant" in kind:
             of_bytes[begin:end] = ["string"] * (end - begin)
-        elif kind == "raw_identifier" and value in words and not after_hash:
+        elif kind == "raw_identifier" and value in words and not named:
             of_bytes[begin:end] = ["keyword"] * (end - begin)
-        if kind != "unknown":
-            after_hash = kind == "hash" and starts_line
     classes = []
     at = 0
     for character in text:
