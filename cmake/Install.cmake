@@ -35,3 +35,4 @@ file(RELATIVE_PATH prefix_from_here ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMA
 configure_file(cmake/tavidoc.pc.in ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT core)
 
+include(cmake/Package.cmake)

@@ -1,0 +1,28 @@
+# The Debian packages that "packaging/make-package" makes, one for each component.
+set(CPACK_GENERATOR DEB)
+set(CPACK_COMPONENTS_ALL docs core)
+set(CPACK_DEB_COMPONENT_INSTALL ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_PACKAGE_CONTACT "The founders of tavidoc <founders@tavidoc.invalid>")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+    OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+set(CPACK_PRE_BUILD_SCRIPTS ${PROJECT_SOURCE_DIR}/packaging/finish.cmake)
+set(CPACK_TAVIDOC_PACKAGING_DIRECTORY ${PROJECT_SOURCE_DIR}/packaging)
+
+set(CPACK_DEBIAN_DOCS_PACKAGE_NAME tavidoc)
+set(CPACK_DEBIAN_DOCS_PACKAGE_SECTION text)
+set(CPACK_DEBIAN_DOCS_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_DOCS_DESCRIPTION "tavidoc turns documentation written in a small markup language, and the
+comments of C and C++ headers, into plain HTML pages. Listings are coloured
+by lexers of their languages, menu paths and keys are looked up in the
+definitions of the documented program. Errors are reported with file and
+line, and a CMake function makes documentation a part of a build.")
+
+set(CPACK_DEBIAN_CORE_PACKAGE_NAME libtavidoc-dev)
+set(CPACK_DEBIAN_CORE_PACKAGE_SECTION libdevel)
+set(CPACK_DEBIAN_CORE_PACKAGE_DEPENDS "tavidoc (= ${PROJECT_VERSION}), qt6-base-dev (>= 6.4), libpng-dev")
+set(CPACK_DEBIAN_CORE_DESCRIPTION "This is the library behind the program tavidoc. It makes documentation pages,
+reads the declarations of C and C++ headers, and colours listings. The package
+has its headers and the static library.")
+include(CPack)
