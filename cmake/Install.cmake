@@ -3,7 +3,8 @@
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-set(package_dir ${CMAKE_INSTALL_LIBDIR}/cmake/tavidoc)
+# Not in the library's directory: a project without languages, which only makes pages, is not told that of Debian.
+set(package_dir ${CMAKE_INSTALL_DATADIR}/cmake/tavidoc)
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/tavidoc)
 set(data_dir ${CMAKE_INSTALL_DATADIR}/tavidoc)
 
