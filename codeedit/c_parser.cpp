@@ -36,10 +36,12 @@ bool isDelimiterCharacter(char16_t c)
 }
 
 /// The delimiter of a raw string as the state word keeps it: its length, and a number that
-/// stands for its characters, together 23 bits.
+/// stands for its characters.
 class Delimiter
 {
 public:
+    static constexpr quint32 s_bits = 23;
+
     /// The delimiter of the characters from \a at up to \a end.
     static quint32 of(const char16_t *at, const char16_t *end)
     {

@@ -24,7 +24,7 @@ public:
 
     void preprocessorLine(const QString &text, int line, int count) override
     {
-        promise(count >= 1 && line + count <= m_lineCount + 2, "a directive lies in the header");
+        promise(count >= 0 && count <= m_lineCount, "no more lines are directives than there are");
         note("directive", text, line);
     }
     void fixmeComment(const QString &word, int line) override { note("fixme", word, line); }

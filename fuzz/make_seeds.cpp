@@ -1,0 +1,150 @@
+// Writes the seed corpus: each subject's inputs from the manual, the examples, the tests and the sources of this
+// project. An input is named after its bytes, so that equal ones are one.
+
+#include "fuzz/string_literals.h"
+
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <set>
+#include <string>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr std::size_t s_chunk = 2000; // bytes: small inputs are what a fuzzer works best with
+
+using Seeds = std::map<std::string, std::set<std::string>, std::less<>>; // inputs by subject
+
+std::string bytesOf(const fs::path &file)
+{
+    std::ifstream stream(file, std::ios::binary);
+    return {std::istreambuf_iterator<char>(stream), {}};
+}
+
+/// Cuts \a text at line ends into pieces of about a chunk.
+std::vector<std::string> chunks(std::string_view text)
+{
+    std::vector<std::string> pieces;
+    while (!text.empty()) {
+        std::size_t length = text.size();
+        if (length > s_chunk)
+            length = std::min(text.find('\n', s_chunk), text.size() - 1) + 1;
+        pieces.emplace_back(text.substr(0, length));
+        text.remove_prefix(length);
+    }
+    return pieces;
+}
+
+void addListing(Seeds &seeds, std::string_view suffix, std::string_view text)
+{
+    // The digit chooses the lexer; see the subject.
+    static const std::map<std::string_view, std::string_view> languages = {
+        {".c", "2"},   {".h", "2"},   {".cpp", "2"}, {".xml", "3"},
+        {".svg", "3"}, {".htm", "3"}, {".dg", "7"},  {".txt", "01456"}};
+    const auto found = languages.find(suffix);
+    if (found == languages.end())
+        return;
+    for (const char language : found->second)
+        seeds["listing"].insert(language + std::string(text));
+}
+
+void addPiece(Seeds &seeds, std::string_view suffix, const std::string &text)
+{
+    addListing(seeds, suffix, text);
+    if (suffix == ".dg") {
+        seeds["markup"].insert(text);
+        seeds["reader"].insert(text);
+    } else if (suffix == ".h" || suffix == ".c") {
+        seeds["header"].insert(text);
+        seeds["declarations"].insert(text);
+    } else if (suffix == ".xml") {
+        seeds["definitions"].insert(text);
+    }
+}
+
+/// The texts in a test are inputs of what it tests.
+void addLiterals(Seeds &seeds, const fs::path &test)
+{
+    static const std::map<std::string_view, std::vector<std::string_view>> subjects = {
+        {"docgen", {"markup", "reader"}},
+        {"apiref", {"header", "declarations"}},
+        {"sourcebrowser", {"declarations", "header"}},
+        {"driver", {"arguments", "markup"}},
+        {"codeedit", {}}};
+    const std::string folder = test.parent_path().filename();
+    const auto found = subjects.find(folder);
+    if (found == subjects.end())
+        return;
+    for (const std::string &text : stringLiterals(bytesOf(test))) {
+        for (const std::string_view subject : found->second)
+            seeds[std::string(subject)].insert(text);
+        if (folder == "codeedit")
+            addListing(seeds, ".txt", text);
+        if (text.starts_with("<"))
+            seeds["definitions"].insert(text);
+    }
+}
+
+void addFile(Seeds &seeds, const fs::path &file)
+{
+    const std::string suffix = file.extension();
+    if (suffix == ".png")
+        return;
+    const std::string text = bytesOf(file);
+    if (suffix == ".xml" || suffix == ".svg")
+        seeds["definitions"].insert(text);
+    for (const std::string &piece : chunks(text))
+        addPiece(seeds, suffix, piece);
+    seeds["arguments"].insert("-v\n" + file.filename().string() + "\n-o\n" + file.parent_path().filename().string());
+}
+
+Seeds collect(const fs::path &project)
+{
+    Seeds seeds;
+    for (const char *folder : {"docs/manual", "examples", "share", "driver", "docgen", "sourcebrowser", "apiref",
+                               "codeedit", "tests", "bench"}) {
+        for (const fs::directory_entry &entry : fs::recursive_directory_iterator(project / folder)) {
+            if (!entry.is_regular_file())
+                continue;
+            addFile(seeds, entry.path());
+            if (entry.path().extension() == ".cpp")
+                addLiterals(seeds, entry.path());
+        }
+    }
+    return seeds;
+}
+
+/// A name for \a bytes that other bytes do not have.
+std::string nameOf(std::string_view bytes)
+{
+    std::uint64_t hash = 0xCBF29CE484222325U;
+    for (const char c : bytes)
+        hash = (hash ^ static_cast<unsigned char>(c)) * 0x100000001B3U;
+    char name[17];
+    std::snprintf(name, sizeof name, "%016llx", static_cast<unsigned long long>(hash));
+    return name;
+}
+
+} // namespace
+
+int main(int count, char **values)
+{
+    if (count != 3) {
+        std::fputs("usage: make_seeds PROJECT DIRECTORY\n", stderr);
+        return 1;
+    }
+    for (const auto &[subject, inputs] : collect(values[1])) {
+        const fs::path directory = fs::path(values[2]) / subject;
+        fs::remove_all(directory);
+        fs::create_directories(directory);
+        for (const std::string &input : inputs)
+            std::ofstream(directory / nameOf(input), std::ios::binary) << input;
+        std::printf("%zu seeds for %s\n", inputs.size(), subject.c_str());
+    }
+    return 0;
+}
