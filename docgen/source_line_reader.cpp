@@ -14,6 +14,14 @@ QByteArray sourceOf(const Path &path)
     return text;
 }
 
+bool isAscii(std::string_view bytes)
+{
+    unsigned char bits = 0;
+    for (const char byte : bytes)
+        bits |= static_cast<unsigned char>(byte);
+    return bits < 0x80;
+}
+
 } // namespace
 
 SourceLineReader::SourceLineReader(const Path &path) : SourceLineReader(path, sourceOf(path)) {}
@@ -23,10 +31,18 @@ SourceLineReader::SourceLineReader(Path path, QByteArray text) : m_path(std::mov
 bool SourceLineReader::readLine(QString &line)
 {
     std::string_view bytes;
-    line = QString();
-    if (!readLine(bytes))
+    if (!readLine(bytes)) {
+        line = QString();
         return false;
-    line = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+    }
+    if (bytes.empty() || !isAscii(bytes)) {
+        line = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+        return true;
+    }
+    line.resize(static_cast<qsizetype>(bytes.size()));
+    char16_t *const units = reinterpret_cast<char16_t *>(line.data());
+    for (std::size_t index = 0; index < bytes.size(); ++index)
+        units[index] = static_cast<unsigned char>(bytes[index]);
     return true;
 }
 

@@ -19,12 +19,14 @@ void SourceBrowserCParser::begin(const Token &first)
     ++m_declarationNumber;
     std::vector<Token> tokens = std::move(m_pending.tokens);
     tokens.clear();
+    SourceBrowserPendingComment comment = std::move(m_pending.comment); // for its memory
     m_pending = {};
     m_pending.tokens = std::move(tokens);
     m_pending.line = first.line - 1;
     m_pending.column = first.column;
-    m_pending.comment = std::move(m_scanner->pendingComment());
+    std::swap(comment, m_scanner->pendingComment());
     m_scanner->pendingComment().clear();
+    m_pending.comment = std::move(comment);
 }
 
 /// Takes one more token of the declaration. False when the declaration has ended.

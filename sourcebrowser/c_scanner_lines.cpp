@@ -2,6 +2,7 @@
 #include "sourcebrowser/model.h"
 
 #include <algorithm>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
@@ -83,8 +84,7 @@ QString SourceBrowserCScanner::overview() const
 bool SourceBrowserCScanner::readPlainLine()
 {
     if (m_lineIsUsed)
-        m_kept.push_back(std::move(m_line));
-    m_line = QString();
+        m_kept.push_back(std::exchange(m_line, QString())); // of other lines the next one takes the memory
     m_column = 0;
     const bool delivered = m_lines.readLine(m_line);
     if (!delivered)

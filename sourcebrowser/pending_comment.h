@@ -3,27 +3,25 @@
 #include <QString>
 
 #include <array>
-#include <vector>
 
-/// A block comment that waits for the declaration after it. Lines are kept as they were read;
-/// the text is put together only when somebody asks. Lines are counted from 1.
+/// A block comment that waits for the declaration after it. Lines are counted from 1.
 class SourceBrowserPendingComment
 {
 public:
     /// Begins a comment whose text starts at \a column of \a line.
-    void begin(const QString &line, qsizetype column, int lineNumber);
-    void append(const QString &line) { m_lines.push_back(line); }
+    void begin(QStringView line, qsizetype column, int lineNumber);
+    void append(QStringView line);
     /// The comment's text ends before \a column of the line that came last.
     void end(qsizetype column, int lineNumber);
     /// The comment's text ends with the line that came last: the file ended.
-    void endAtLineEnd(int lineNumber) { end(m_lines.back().size(), lineNumber); }
+    void endAtLineEnd(int lineNumber) { m_lastLine = lineNumber; }
     void clear();
 
     [[nodiscard]] bool isPresent() const { return m_firstLine >= 0; }
     [[nodiscard]] int firstLine() const { return m_firstLine; } ///< -1 without a comment
     [[nodiscard]] int lastLine() const { return m_lastLine; }   ///< -1 without a comment
     /// The text between the delimiters, lines joined by "\n".
-    [[nodiscard]] QString text() const;
+    [[nodiscard]] QString text() const { return QString(m_text.constData(), m_text.size()); }
     /// The first two characters that are no white space; null where there is none.
     [[nodiscard]] std::array<QChar, 2> firstCharacters() const;
 
@@ -32,11 +30,8 @@ public:
     [[nodiscard]] bool reaches(int line) const { return isPresent() && line - m_lastLine < 2; }
 
 private:
-    [[nodiscard]] QStringView lineText(size_t index) const;
-
-    std::vector<QString> m_lines;
-    qsizetype m_firstColumn = 0;
-    qsizetype m_endColumn = 0;
+    QString m_text;            // its memory serves one comment after the other
+    qsizetype m_lineBegin = 0; // where the line that came last begins in m_text, if it were there whole
     int m_firstLine = -1;
     int m_lastLine = -1;
 };
