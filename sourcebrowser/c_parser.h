@@ -155,7 +155,7 @@ private:
     Token nextWithExtensions();
     void skipGroup(const Token &opener);
     void skipBraces(int depth);
-    bool endsLostBody(const Token &token) const;
+    [[nodiscard]] bool endsLostBody(const Token &token) const;
     void skipParenthesis();
     void skipUntil(int code);
     void noteCondition(const Token &token);
@@ -186,7 +186,6 @@ private:
     bool branchInDeclaration(const Token &token);
     bool isComparison(const Token &equals);
     bool isFollowedBy(int code);
-    bool templateParameters(const Token &keyword);
     bool initialiser(const Token &equals);
     bool constructorInitialisers();
     bool braceInDeclaration(const Token &brace);
@@ -200,8 +199,14 @@ private:
     void declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment, const Token *brace);
     void addMethod(SourceBrowserContainer &container, std::unique_ptr<SourceBrowserMethod> method);
     void matchDefinition(const SourceBrowserDeclarator &declarator, const SourceBrowserMethod &definition);
-    void nameComposed(const QString &name);
+    void nameComposed(SourceBrowserObject &composed, const QString &name);
     [[nodiscard]] QString className() const;
+
+    // Templates: c_parser_templates.cpp.
+    bool templateParameters(const Token &keyword);
+    bool skipAngles();
+    void skipConstraint();
+    void skipRequirements();
 
     // Containers: c_parser_containers.cpp.
     void namespaceStatement(const Token &first);
@@ -210,7 +215,7 @@ private:
     int enumerators(SourceBrowserEnum &enumeration);
     void afterBody(const Context &closed, const Token &brace);
     void continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed, const Token &brace);
-    bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
+    [[nodiscard]] bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
     [[nodiscard]] QString composedType(const Token &keyword, const QString &name) const;
     [[nodiscard]] bool opensClass() const;
     [[nodiscard]] QString headName(size_t from) const;

@@ -150,7 +150,7 @@ std::vector<SourceBrowserBaseClass> SourceBrowserCParser::baseClasses(size_t fro
 
 void SourceBrowserCParser::classBody()
 {
-    const size_t key = static_cast<size_t>(m_pending.key);
+    const auto key = static_cast<size_t>(m_pending.key);
     const Token keyword = m_pending.tokens[key];
     const bool isStructure = !keyword.is(Class) && (m_pending.isTypedef || m_context->body == Body::Structure);
     QString name = headName(key + 1);
@@ -245,7 +245,7 @@ bool SourceBrowserCParser::isComposedMacro(const SourceBrowserDeclarator &declar
 /// Reads an enumeration and goes on with the declarators after it.
 void SourceBrowserCParser::enumBody(const Token &brace)
 {
-    const size_t key = static_cast<size_t>(m_pending.key);
+    const auto key = static_cast<size_t>(m_pending.key);
     QString name = headName(key + 1);
     const bool isNamed = !name.isEmpty();
     auto object = std::make_unique<SourceBrowserEnum>(SourceBrowserObject::Unknown,

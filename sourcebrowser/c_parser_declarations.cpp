@@ -74,7 +74,7 @@ bool SourceBrowserCParser::collectPart(const Token &token)
             return initialiser(token);
         break;
     case ':':
-        if (m_pending.parentheses == 0 && m_pending.endsWith(')') && m_pending.key < 0)
+        if (m_pending.key < 0 && m_pending.isAfterArguments())
             return constructorInitialisers();
         if (m_pending.tokens.size() == 1 && m_context->body == Body::Class) { // a section of somebody's own
             endDeclaration();
@@ -151,35 +151,6 @@ bool SourceBrowserCParser::isFollowedBy(int code)
     const Token token = next();
     giveBack(token);
     return token.is(code) && !token.blankBefore;
-}
-
-/// Passes over "<...>" after "template".
-bool SourceBrowserCParser::templateParameters(const Token &keyword)
-{
-    Token token = nextWithExtensions();
-    if (!token.is('<')) {
-        giveBack(token);
-        return true; // an explicit instantiation
-    }
-    int nesting = 1;
-    while (nesting > 0) {
-        token = next();
-        if (token.is(EndOfInput) || token.is(';') || token.is('{') || token.is('}')) {
-            giveBack(token);
-            return true;
-        }
-        if (token.is('(') || token.is('['))
-            skipGroup(token);
-        else if (token.code >= ConditionalBegin)
-            noteCondition(token);
-        else if (token.is('<') && (isFollowedBy('<') || isFollowedBy('=')))
-            next();
-        else if ((token.is('<') || token.is('>')) && !isFollowedBy('='))
-            nesting += token.is('<') ? 1 : -1;
-    }
-    if (m_pending.tokens.empty())
-        m_pending.column = keyword.column;
-    return true;
 }
 
 /// Skips an initialiser up to the "," or ";" after it and keeps its first token.

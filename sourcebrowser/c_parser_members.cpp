@@ -17,13 +17,13 @@ void SourceBrowserCParser::finish()
             if (declarator.type.insertion >= 0)
                 declarator.type.insertion += static_cast<int>(newName.size() - removed);
         }
-        if (isComposedMacro(declarator)) {
+        if (isComposedMacro(declarator))
             continue;
-        } else if (declarator.kind == SourceBrowserDeclarator::Function) {
+        if (declarator.kind == SourceBrowserDeclarator::Function) {
             declareFunction(declarator, isFirst, nullptr);
         } else if (m_composed && isFirst && m_pending.isTypedef && declarator.isBarePlainName) {
             newName = declarator.name;
-            nameComposed(newName);
+            nameComposed(*m_composed, newName);
         } else if (declarator.kind == SourceBrowserDeclarator::Object) {
             declareObject(declarator, isFirst);
         }
@@ -32,14 +32,14 @@ void SourceBrowserCParser::finish()
     endDeclaration();
 }
 
-/// Gives the type that was just read the name of its typedef. A container of that name that is
+/// Gives \a composed, the type that was just read, the name of its typedef. A container of that name that is
 /// known takes over what the type holds.
-void SourceBrowserCParser::nameComposed(const QString &name)
+void SourceBrowserCParser::nameComposed(SourceBrowserObject &composed, const QString &name)
 {
     m_reader.addType(name);
-    auto *container = dynamic_cast<SourceBrowserContainer *>(m_composed);
+    auto *container = dynamic_cast<SourceBrowserContainer *>(&composed);
     if (!container)
-        return m_composed->setName(name);
+        return composed.setName(name);
     SourceBrowserContainer &named = m_objects->rename(*container, name, m_absorbed);
     m_composed = &named;
     if (&named == container)

@@ -1,6 +1,7 @@
 #include "sourcebrowser/c_scanner.h"
 
 #include <array>
+#include <string_view>
 
 using namespace SourceBrowserToken;
 
@@ -20,8 +21,8 @@ enum class Shape : unsigned char
 constexpr std::array<Shape, 128> makeShapes()
 {
     std::array<Shape, 128> shapes = {};
-    for (const char character : {' ', '\t', '\n', '\v', '\f', '\r'})
-        shapes[static_cast<unsigned char>(character)] = Shape::Blank;
+    for (const char16_t character : {u' ', u'\t', u'\n', u'\v', u'\f', u'\r'})
+        shapes[character] = Shape::Blank;
     for (unsigned char character = 'a'; character <= 'z'; ++character)
         shapes[character] = shapes[character - 'a' + 'A'] = Shape::Letter;
     shapes['_'] = Shape::Letter;
@@ -30,9 +31,8 @@ constexpr std::array<Shape, 128> makeShapes()
     shapes['\''] = shapes['"'] = Shape::Quote;
     shapes['/'] = Shape::Slash;
     // Deliberate: "|" is not here. Like "#", "$", "%", "@", the backslash and the back quote it makes no token.
-    for (const char character :
-         {'!', '&', '(', ')', '*', '+', ',', '-', '.', ':', ';', '<', '=', '>', '?', '[', ']', '^', '{', '}', '~'})
-        shapes[static_cast<unsigned char>(character)] = Shape::Punctuation;
+    for (const char16_t character : std::u16string_view(u"!&()*+,-.:;<=>?[]^{}~"))
+        shapes[character] = Shape::Punctuation;
     return shapes;
 }
 
@@ -50,6 +50,11 @@ bool isAlphanumeric(char16_t unit)
     return unit < 128 && unit != u'_' && (s_shapes[unit] == Shape::Letter || s_shapes[unit] == Shape::Digit);
 }
 
+bool isRawStringPrefix(QStringView word)
+{
+    return word == u"R" || word == u"LR" || word == u"uR" || word == u"UR" || word == u"u8R";
+}
+
 bool isWordUnit(char16_t unit)
 {
     return unit < 128 && (s_shapes[unit] == Shape::Letter || s_shapes[unit] == Shape::Digit || unit == u'$');
@@ -57,10 +62,11 @@ bool isWordUnit(char16_t unit)
 
 } // namespace
 
-SourceBrowserCScanner::SourceBrowserCScanner(SourceBrowserLineIterator &lines, const QString &file,
+SourceBrowserCScanner::SourceBrowserCScanner(SourceBrowserLineIterator &lines, QString file,
                                              SourceBrowserEventInterface *events, SourceBrowserModel *model,
-                                             SourceBrowserLineStatistics &statistics, const QStringList &fixmeWords)
-    : m_lines(lines), m_file(file), m_events(events), m_model(model), m_statistics(statistics), m_fixmeWords(fixmeWords)
+                                             SourceBrowserLineStatistics &statistics, QStringList fixmeWords)
+    : m_lines(lines), m_file(std::move(file)), m_events(events), m_model(model), m_statistics(statistics),
+      m_fixmeWords(std::move(fixmeWords))
 {
 }
 
@@ -167,11 +173,6 @@ SourceBrowserTokenRecord SourceBrowserCScanner::readWord()
         token.word = entry->word;
     }
     return token;
-}
-
-bool SourceBrowserCScanner::isRawStringPrefix(QStringView word) const
-{
-    return word == u"R" || word == u"LR" || word == u"uR" || word == u"UR" || word == u"u8R";
 }
 
 SourceBrowserTokenRecord SourceBrowserCScanner::readNumber()

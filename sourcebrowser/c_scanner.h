@@ -28,9 +28,8 @@ class SourceBrowserCScanner
 public:
     /// \a lines delivers the text. \a events and \a model may be null. \a file names the file in
     /// the macros.
-    SourceBrowserCScanner(SourceBrowserLineIterator &lines, const QString &file, SourceBrowserEventInterface *events,
-                          SourceBrowserModel *model, SourceBrowserLineStatistics &statistics,
-                          const QStringList &fixmeWords);
+    SourceBrowserCScanner(SourceBrowserLineIterator &lines, QString file, SourceBrowserEventInterface *events,
+                          SourceBrowserModel *model, SourceBrowserLineStatistics &statistics, QStringList fixmeWords);
 
     /// The code of the next token; pushed-back tokens come first.
     int nextToken();
@@ -65,7 +64,6 @@ private:
     SourceBrowserTokenRecord readRawString(qsizetype start);
     SourceBrowserTokenRecord readNumber();
     SourceBrowserTokenRecord readPunctuation();
-    [[nodiscard]] bool isRawStringPrefix(QStringView word) const;
     [[nodiscard]] SourceBrowserTokenRecord makeToken(int code, qsizetype start);
     [[nodiscard]] char16_t at(qsizetype column) const { return column < m_size ? m_units[column] : u'\n'; }
 
@@ -75,7 +73,7 @@ private:
     void readDirective();
     void appendContinuation(QString &directive);
     void finishDirectiveComment(QString &directive);
-    void noteConditional(QStringView directive);
+    void noteConditional(QStringView word);
     void captureMacro(const QString &directive, int line);
     void skipLineComment();
     void readBlockComment();

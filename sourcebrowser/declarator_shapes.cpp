@@ -153,11 +153,10 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readOperator
     shape.nameBegin = begin;
     ++at;
     if (code(at, end) == '(' && token(at).match == at + 1)
-        at += 2;
+        shape.nameEnd = at + 2;
     else
-        at = findTopLevel(at, end, '(');
-    shape.nameEnd = at;
-    return beginArguments(at, end, shape);
+        shape.nameEnd = findTopLevel(at, end, '(');
+    return beginArguments(skipAttributes(shape.nameEnd, end), end, shape);
 }
 
 /// Reads arrays, argument lists and closing parentheses after the name.

@@ -116,7 +116,7 @@ public:
         int bodyLast = -1;
     };
 
-    SourceBrowserObject(Phylum phylum = Unknown, const QString &name = {}) : m_name(name), m_phylum(phylum) {}
+    SourceBrowserObject(Phylum phylum = Unknown, QString name = {}) : m_name(std::move(name)), m_phylum(phylum) {}
     virtual ~SourceBrowserObject() = default;
     SourceBrowserObject(const SourceBrowserObject &) = delete;
     SourceBrowserObject &operator=(const SourceBrowserObject &) = delete;

@@ -65,6 +65,13 @@ bool SourceBrowserPendingDeclaration::isOperator() const
     return false;
 }
 
+bool SourceBrowserPendingDeclaration::isAfterArguments() const
+{
+    return groupEnd >= 0 && parentheses == 0 &&
+           (endsWith(')') || std::any_of(tokens.begin() + groupEnd, tokens.end(),
+                                         [](const Token &token) { return token.word == Word::Suffix; }));
+}
+
 bool SourceBrowserPendingDeclaration::isLanguageBlock() const
 {
     return endsWith(String) && (tokens.size() == 1 || tokens[tokens.size() - 2].is(Extern));

@@ -31,6 +31,8 @@ struct SourceBrowserPendingDeclaration
     [[nodiscard]] bool endsWith(int code) const { return !tokens.empty() && tokens.back().is(code); }
     /// Whether the name of an operator is being read, which may be any punctuation.
     [[nodiscard]] bool isOperator() const;
+    /// Whether an argument list and what may follow it have been read.
+    [[nodiscard]] bool isAfterArguments() const;
     /// Whether the tokens are `extern "C"`, or a string alone.
     [[nodiscard]] bool isLanguageBlock() const;
     /// Whether the tokens are macros that form a statement of their own, and \a token begins the

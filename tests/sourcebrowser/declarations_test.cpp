@@ -128,6 +128,9 @@ INSTANTIATE_TEST_SUITE_P(
             u"};",
             "h ; f = A<int, sizeof(int) != 0> f(int *) ; g = S<N << 1> g(T... t) ; h.h = h(void) ; h.b = int b : "
             "sizeof(int)"},
+        Row{u"template <class T> requires A<T>::x || (b > 1) && requires(T t) { t(); } auto f(T);"
+            u" template <class T> class c { c() noexcept requires A<T> : a{1} { } int operator()[[x]](int) const; };",
+            "c ; c.c = c(void) ; c.operator() = int operator()(int) ; f = auto f(T)"},
         Row{u"template <> struct hash<Foo> { int a; }; enum class E : char { A }; auto f() -> int;",
             "hash ; f = int f(void) ; hash.a = int a ; E = typedef enum { A } E"},
         Row{u"[[nodiscard]] int f [[x]] (); namespace n { inline namespace v1 { int a; } } using T = int; namespace b "
