@@ -5,6 +5,7 @@
 #include "codeedit/spans.h"
 #include "codeedit/utf16_lines.h"
 #include "docgen/text_escape.h"
+#include "driver/large_room.h"
 
 #include <map>
 #include <vector>
@@ -100,6 +101,17 @@ void replaceEllipses(std::string &html, std::size_t begin)
     html.append(source, at);
 }
 
+/// Makes room for the spans of a listing of \a size bytes, which make it four to twelve times as long.
+/// What is not filled takes no memory.
+void reserveRoom(std::string &html, std::size_t size)
+{
+    const std::size_t room = html.size() + std::min(16 * size, 4 * size + s_largestSpareRoom);
+    if (room <= html.capacity())
+        return;
+    html.reserve(room);
+    expectLargeRoom(html.data(), html.capacity());
+}
+
 } // namespace
 
 void appendListing(std::string &html, std::string_view text, std::string_view language)
@@ -108,8 +120,7 @@ void appendListing(std::string &html, std::string_view text, std::string_view la
     if (lexer == nullptr)
         return appendEscaped(html, text);
     const std::size_t begin = html.size();
-    // Spans make a listing four to twelve times as long. What is not filled takes no memory.
-    html.reserve(begin + std::min(16 * text.size(), 4 * text.size() + s_largestSpareRoom));
+    reserveRoom(html, text.size());
     appendStyled(html, text, *lexer, language == "basic");
     replaceEllipses(html, begin);
 }

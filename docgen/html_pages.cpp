@@ -3,6 +3,7 @@
 #include "docgen/page_encoding.h"
 #include "docgen/product.h"
 #include "docgen/text_escape.h"
+#include "driver/large_room.h"
 
 #include <initializer_list>
 
@@ -46,8 +47,9 @@ QByteArray framedPage(std::string_view style, std::string_view title, std::strin
     std::string head = beginning;
     append(head, {style, "\">", escapedText(title), afterTitle});
     QByteArray page;
-    page.reserve(static_cast<qsizetype>(head.size()) + static_cast<qsizetype>(body.size()) +
-                 static_cast<qsizetype>(ending.size()));
+    // References to characters are longer than what they stand for. Room that is not used takes no memory.
+    page.reserve(static_cast<qsizetype>(head.size() + body.size() + body.size() / 2 + ending.size()));
+    expectLargeRoom(page.constData(), body.size());
     for (const std::string_view part : {std::string_view(head), body, ending})
         appendLatin1(page, part);
     return page;

@@ -15,7 +15,8 @@ JavaScript and XML those of Pygments. Words are keywords by our own tables on bo
     comment   comment, fixme, attention, doc-keyword,   comments
               doc-argument, doc-code
     string    literal                                   strings, characters, numbers, regular expressions
-    keyword   keyword                                   words of our table, names of directives and tags aside
+    keyword   keyword                                   words of our table, but not in names of directives,
+                                                        headers and tags
     other     text, control, operator, function,        everything else; Pygments' "Preproc" (declarations,
               markup, attribute, register, the          instructions and character data of XML) and the
               nameless ones (brackets, "<" of tags)     marks of a substitution in a template among it
@@ -119,11 +120,13 @@ def clang_classes(path, text):
         begin += len(re.match(rb"(\\[ \t]*\n)*", data[begin:end])[0])  # clang counts lines joined before it to a token
         value = data[begin:end].decode("utf-8", "replace")
         named = names.takes(kind, value, starts_line)
+        if named:
+            continue
         if kind == "comment":
             of_bytes[begin:end] = ["comment"] * (end - begin)
         elif "literal" in kind or "constant" in kind:
             of_bytes[begin:end] = ["string"] * (end - begin)
-        elif kind == "raw_identifier" and value in words and not named:
+        elif kind == "raw_identifier" and value in words:
             of_bytes[begin:end] = ["keyword"] * (end - begin)
     classes = []
     at = 0
@@ -172,7 +175,7 @@ def check(program, path, shown):
         text = text.decode("utf-8")
     except UnicodeDecodeError:
         text = text.decode("latin-1")
-    text = text.replace("\r\n", "\n").replace("\r", "\n").removeprefix("\ufeff")
+    text = text.replace("\r\n", "\n").removeprefix("\ufeff")
     language = LANGUAGES.get(path.suffix, "c")
     ours, survives = our_classes(program, path, language, text)
     if not survives:

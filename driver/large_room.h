@@ -1,0 +1,8 @@
+#pragma once
+
+#include <cstddef>
+
+/// Tells the system that the \a size bytes at \a room, which was just allocated, will be filled. It then gives them in
+/// large pages, if it has such: first touching each small page takes longer than writing HTML into it. What is not
+/// touched still takes no memory. Small rooms are left alone.
+void expectLargeRoom(const void *room, std::size_t size);
