@@ -11,7 +11,15 @@
 
 namespace {
 
-constexpr std::size_t s_endlessDepth = 10'000; // a file open so many times at once will never end
+/// A file open so many times at once will never end.
+#ifdef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION // going there is slow where every step is watched
+constexpr std::size_t s_endlessDepth = 100;
+#else
+constexpr std::size_t s_endlessDepth = 10'000;
+#endif
+/// Neither will one that is open so many times and whose readings together are so large.
+constexpr std::size_t s_suspiciousDepth = 100;
+constexpr qsizetype s_endlessSize = qsizetype{64} * 1024 * 1024; // bytes
 
 /// The part of \a text after its first blank; empty without one.
 std::string_view afterFirstBlank(std::string_view text)
@@ -72,15 +80,22 @@ void SourceReader::enter(const Path &path)
         identity = {status.st_dev, status.st_ino};
     Readings &readings = m_readings[identity];
     const bool known = identity != FileIdentity() && !readings.enteredStacks.empty();
-    if (known &&
-        (std::ranges::find(readings.enteredStacks, m_conditions.stackIdentity()) != readings.enteredStacks.end() ||
-         readings.enteredStacks.size() + 1 >= s_endlessDepth))
+    if (known && isEndless(readings))
         throw HException(path.given().toUtf8() + " includes itself without end");
     SourceLineReader reader = known ? SourceLineReader(path, readings.text) : SourceLineReader(path);
     readings.text = reader.text();
     readings.enteredStacks.push_back(m_conditions.stackIdentity());
     m_open.push_back({std::move(reader), identity, m_document.map.addFile(path.given())});
     m_conditions.setSuppressed(false);
+}
+
+/// Whether one more reading of a file, beside those that are open, can be told never to end.
+bool SourceReader::isEndless(const Readings &readings) const
+{
+    const std::vector<int> &stacks = readings.enteredStacks;
+    const std::size_t depth = stacks.size() + 1;
+    return std::ranges::find(stacks, m_conditions.stackIdentity()) != stacks.end() || depth >= s_endlessDepth ||
+           (depth >= s_suspiciousDepth && static_cast<qsizetype>(depth) * readings.text.size() > s_endlessSize);
 }
 
 void SourceReader::leave()

@@ -72,6 +72,7 @@ private:
     };
 
     void enter(const Path &path);
+    [[nodiscard]] bool isEndless(const Readings &readings) const;
     void leave();
     void readLine(std::string_view line);
     void directive(std::string_view line);

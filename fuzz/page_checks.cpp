@@ -61,20 +61,23 @@ void checkPage(std::string_view page, bool isFramed, bool holdsRawHtml)
 
 void checkContents(std::string_view contents)
 {
-    promise(takeLine(contents) == "<contents>", "contents begin with their element");
-    int depth = 0;
-    bool isClosed = false;
+    int depth = 0; // of elements; names may run over lines
     while (!contents.empty()) {
-        const std::string_view line = takeLine(contents);
-        promise(!isClosed, "contents end with their element", line);
-        isClosed = line == "</contents>";
-        if (line == "</content>")
+        const std::size_t begin = contents.find('<');
+        const std::size_t end = contents.find('>', begin);
+        promise(contents.substr(0, begin).find_first_not_of('\n') == std::string_view::npos &&
+                    end != std::string_view::npos,
+                "contents are elements", contents);
+        const std::string_view tag = contents.substr(begin, end + 1 - begin);
+        promise(depth != 0 || tag == "<contents>", "contents stand in their element", contents);
+        if (tag.starts_with("</"))
             --depth;
-        else if (line.starts_with("<content ") && !line.ends_with("/>"))
+        else if (!tag.ends_with("/>"))
             ++depth;
-        promise(depth >= 0, "a contents entry is closed once", line);
+        promise(depth >= 0, "an entry is closed once", contents);
+        contents.remove_prefix(end + 1);
     }
-    promise(depth == 0 && isClosed, "every contents entry is closed");
+    promise(depth == 0, "every contents entry is closed");
 }
 
 void checkMessage(std::string_view message)
