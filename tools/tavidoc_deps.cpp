@@ -43,7 +43,8 @@ void makeLocaleUtf8()
 /// Ends the process after "--help" and "--version" and when the arguments are wrong.
 Request requestOf(const QCoreApplication &application)
 {
-    const QCommandLineOption target(u"t"_s, u"The target of the rule; without it, the source."_s, u"target"_s);
+    const QCommandLineOption target(
+        u"t"_s, u"The target of the rule; without it, the source with \".stamp\" behind it."_s, u"target"_s);
     const QCommandLineOption ruleFile(u"o"_s, u"Write the rule to this file."_s, u"file"_s);
     const QCommandLineOption failing(u"fail-on-error"_s, u"End with status 1 when the document has errors."_s);
     QCommandLineParser parser;
@@ -56,7 +57,7 @@ Request requestOf(const QCoreApplication &application)
     if (parser.positionalArguments().size() != 1)
         parser.showHelp(EXIT_FAILURE);
     const QString source = parser.positionalArguments().constFirst();
-    return {source, parser.isSet(target) ? parser.value(target) : source, parser.value(ruleFile),
+    return {source, parser.isSet(target) ? parser.value(target) : source + u".stamp"_s, parser.value(ruleFile),
             parser.isSet(failing)};
 }
 
@@ -77,12 +78,16 @@ QByteArray escapedName(const QString &name)
     return escaped;
 }
 
+/// The rule, and an empty one for each file, so that make goes on when the file is gone.
 QByteArray ruleText(const QString &target, const QStringList &files)
 {
     QByteArray rule = escapedName(target) + ':';
     for (const QString &file : files)
         rule += " \\\n  " + escapedName(file);
-    return rule + '\n';
+    rule += '\n';
+    for (const QString &file : files)
+        rule += escapedName(file) + ":\n";
+    return rule;
 }
 
 /// Where in \a text, "FILE:LINE: MESSAGE", the colon before LINE stands; npos without a place.
