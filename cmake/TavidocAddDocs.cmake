@@ -58,13 +58,24 @@ function(tavidoc_add_docs name)
         list(APPEND stamps "${stamp}")
     endforeach()
 
-    set(style_sheet "${docs_OUTPUT}/default.css")
-    add_custom_command(OUTPUT "${style_sheet}"
-        COMMAND "${CMAKE_COMMAND}" -E copy "${docs_STYLE}" "${style_sheet}"
-        DEPENDS "${docs_STYLE}"
-        COMMENT "Copying the style sheet of ${name}"
-        VERBATIM)
-    add_custom_target(${name} ALL DEPENDS ${stamps} "${style_sheet}" SOURCES ${docs_SOURCES} ${docs_HEADERS})
+    add_custom_target(${name} ALL DEPENDS ${stamps} SOURCES ${docs_SOURCES} ${docs_HEADERS})
+    _tavidoc_copy_style("${name}" "${docs_STYLE}" "${docs_OUTPUT}/default.css")
+endfunction()
+
+# Lets the target NAME copy a style sheet, or wait for the target that does: several may write to one directory.
+function(_tavidoc_copy_style name style copy)
+    get_property(owner GLOBAL PROPERTY "TAVIDOC_STYLE ${copy}")
+    if(NOT owner)
+        set(owner ${name}_style)
+        set_property(GLOBAL PROPERTY "TAVIDOC_STYLE ${copy}" ${owner})
+        add_custom_command(OUTPUT "${copy}"
+            COMMAND "${CMAKE_COMMAND}" -E copy "${style}" "${copy}"
+            DEPENDS "${style}"
+            COMMENT "Copying the style sheet of ${name}"
+            VERBATIM)
+        add_custom_target(${owner} DEPENDS "${copy}")
+    endif()
+    add_dependencies(${name} ${owner})
 endfunction()
 
 # Writes to the file LIST which definition files stand beside INPUT. Every build looks whether that is still so, because a

@@ -102,10 +102,12 @@ expect_once(descaling.dg)
 
 set(step "without FAIL_ON_ERROR it is told only")
 edit(CMakeLists.txt "FAIL_ON_ERROR" "STYLE own.css")
+file(APPEND ${source}/CMakeLists.txt "tavidoc_add_docs(more SOURCES more/notes.dg OUTPUT pages)\n") # to the same directory
+file(WRITE ${source}/more/notes.dg "\\split{notes}\n\\title Notes\n\nNone.\n")
 file(WRITE ${source}/own.css "p { color: red }\n")
 file(TOUCH ${source}/descaling.dg ${source}/timer.h) # Ninja does them in any case, since their commands have changed
 edit(kettle.dg "\\include safety.dg" "\\include safety.dg\n\\present nowhere.c")
-expect_build(passes descaling.dg kettle.dg timer.h)
+expect_build(passes descaling.dg kettle.dg notes.dg timer.h)
 expect_in_log("${source}/kettle.dg:11: error: \\present: the file cannot be opened\n")
 expect_build(passes)
 execute_process(COMMAND ${CMAKE_COMMAND} -E compare_files ${source}/own.css ${DIRECTORY}/build/pages/default.css
