@@ -47,8 +47,10 @@ QByteArray framedPage(std::string_view style, std::string_view title, std::strin
     std::string head = beginning;
     append(head, {style, "\">", escapedText(title), afterTitle});
     QByteArray page;
-    // References to characters are longer than what they stand for. Room that is not used takes no memory.
-    page.reserve(static_cast<qsizetype>(head.size() + body.size() + body.size() / 2 + ending.size()));
+    // References to characters are longer than what they stand for. In large pages room that is not used takes no
+    // memory.
+    const std::size_t spare = isLargeRoom(body.size()) ? body.size() / 2 : 0;
+    page.reserve(static_cast<qsizetype>(head.size() + body.size() + spare + ending.size()));
     expectLargeRoom(page.constData(), body.size());
     for (const std::string_view part : {std::string_view(head), body, ending})
         appendLatin1(page, part);

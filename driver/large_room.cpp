@@ -5,15 +5,9 @@
 
 #include <memory>
 
-namespace {
-
-constexpr std::size_t s_smallestRoom = 8'000'000; // in bytes: four large pages
-
-} // namespace
-
 void expectLargeRoom(const void *room, std::size_t size)
 {
-    if (size < s_smallestRoom)
+    if (!isLargeRoom(size))
         return;
     const auto pageSize = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
     void *begin = const_cast<void *>(room);
