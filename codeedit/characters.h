@@ -26,7 +26,7 @@ constexpr std::array<std::uint16_t, 128> classTable()
 {
     std::array<std::uint16_t, 128> table{};
     for (const char c : {' ', '\t', '\v', '\f', '\r'})
-        table[static_cast<std::size_t>(c)] = Blank;
+        table[static_cast<unsigned char>(c)] = Blank;
     for (std::size_t c = '0'; c <= '9'; ++c)
         table[c] = Digit;
     for (std::size_t c = 'A'; c <= 'Z'; ++c)
@@ -36,13 +36,13 @@ constexpr std::array<std::uint16_t, 128> classTable()
     table['_'] = Letter;
     table['$'] = Dollar;
     for (const char c : {'+', '-', '*', '/', '%', '=', '<', '>', '!', '&', '|', '^', '~', '?', ':', '.'})
-        table[static_cast<std::size_t>(c)] = Operator;
+        table[static_cast<unsigned char>(c)] = Operator;
     for (const char c : {'(', ')', '[', ']', '{', '}', ';', ','})
-        table[static_cast<std::size_t>(c)] = Punctuation;
+        table[static_cast<unsigned char>(c)] = Punctuation;
     for (const char c : {'\0', '\\', '@', '*'})
-        table[static_cast<std::size_t>(c)] |= Noted;
+        table[static_cast<unsigned char>(c)] |= Noted;
     for (const char c : {':', '-'})
-        table[static_cast<std::size_t>(c)] |= NameMark;
+        table[static_cast<unsigned char>(c)] |= NameMark;
     table['.'] |= Dot;
     return table;
 }

@@ -2,6 +2,8 @@
 
 #include "codeedit/characters.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace CommentWords {
@@ -40,11 +42,7 @@ CodeStyle styleOfWord(u16string_view word)
 
 bool takesArgument(u16string_view command)
 {
-    for (const u16string_view row : s_commandsWithArgument) {
-        if (row == command)
-            return true;
-    }
-    return false;
+    return std::ranges::find(s_commandsWithArgument, command) != std::end(s_commandsWithArgument);
 }
 
 /// The end of the letters and digits from \a at on.

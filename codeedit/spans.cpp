@@ -43,13 +43,11 @@ char *copyCharacter(char *to, char32_t character)
         *to++ = static_cast<char>(character);
         return to;
     }
-    int shift = character < 0x800 ? 6 : character < 0x10000 ? 12 : 18;
+    unsigned following = character < 0x800 ? 1 : character < 0x10000 ? 2 : 3;
     const unsigned lead = character < 0x800 ? 0xC0 : character < 0x10000 ? 0xE0 : 0xF0;
-    *to++ = static_cast<char>(lead | character >> shift);
-    while (shift > 0) {
-        shift -= 6;
-        *to++ = static_cast<char>(0x80 | (character >> shift & 0x3F));
-    }
+    *to++ = static_cast<char>(lead | character >> 6 * following);
+    while (following-- > 0)
+        *to++ = static_cast<char>(0x80 | (character >> 6 * following & 0x3F));
     return to;
 }
 

@@ -33,7 +33,9 @@ private:
         if (word.empty())
             return 0;
         const std::size_t middle = word[word.size() / 2];
-        const std::size_t hash = word.front() * 31U + middle * 131U + word.back() * 683U + word.size() * 2053U;
+        const std::size_t first = word.front();
+        const std::size_t last = word.back();
+        const std::size_t hash = first * 31 + middle * 131 + last * 683 + word.size() * 2053;
         return (hash ^ hash >> 7) % s_slotCount;
     }
 
