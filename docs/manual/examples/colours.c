@@ -1,4 +1,8 @@
-/*! Counts the words of \a text. NOTE: blanks only. */
+/*! Counts the words of \a text.
+    \code
+    count("two words") == 2
+    \endcode
+    NOTE: only blanks count. */
 #include <stddef.h>
 #define LIMIT 1'000u
 
