@@ -11,7 +11,9 @@
 #include <cstring>
 #include <new>
 
+#include <fcntl.h>
 #include <langinfo.h>
+#include <unistd.h>
 
 namespace {
 
@@ -21,6 +23,16 @@ void makeLocaleUtf8()
     std::setlocale(LC_ALL, "");
     if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0)
         ::setenv("LC_ALL", "C.UTF-8", 1);
+}
+
+/// A file that is opened while a standard one is closed takes its number, and messages would go into it.
+void openStandardFiles()
+{
+    int file = 0;
+    while (file >= 0 && file <= STDERR_FILENO)
+        file = ::open("/dev/null", O_RDWR);
+    if (file > STDERR_FILENO)
+        ::close(file);
 }
 
 /// A broken pipe and a file that grows too large are errors of writing, not the end.
@@ -42,6 +54,7 @@ int fail(const char *message)
 
 int main(int argc, char *argv[])
 {
+    openStandardFiles();
     makeLocaleUtf8();
     ignoreWriteSignals();
     qInstallMessageHandler(keepQuiet);

@@ -55,7 +55,7 @@ void checkOutcome(const Outcome &outcome, std::string_view input, bool isFramed)
     const auto holds = [input](std::string_view text) { return input.find(text) != std::string_view::npos; };
     // Running text is HTML as it stands.
     const bool holdsRawHtml = holds("span") || holds("&#x") || holds("\\copyin");
-    const bool holdsRawContents = holds("\\contents");
+    const bool holdsRawContents = holds("\\contents") || holds("\\rawcontent");
     for (const OutputRecord &record : outcome.records) {
         promise(record.fileName.startsWith("out/"_L1), "files stand in the output directory",
                 record.fileName.toStdString());
