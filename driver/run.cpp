@@ -1,11 +1,9 @@
 #include "driver/run.h"
 
 #include "docgen/doc_gen.h"
-#include "driver/output_files.h"
+#include "driver/output_file.h"
 
 #include <QDir>
-
-#include <vector>
 
 using namespace Qt::StringLiterals;
 
@@ -21,14 +19,10 @@ QString preparedDirectory(const QString &directory)
     return directory;
 }
 
-void sayProcessing(const QString &name)
+void sayProgress(const Settings &settings, const char *verb, const QString &name)
 {
-    printMessage("Processing " + name.toStdString() + "\n");
-}
-
-void sayOutputting(const QString &name)
-{
-    printMessage("Outputting " + name.toStdString() + "\n");
+    if (settings.verbose)
+        printMessage(verb + name.toStdString() + "\n");
 }
 
 OutputRecords recordsOf(const Path &input, const QString &outputDirectory)
@@ -39,16 +33,10 @@ OutputRecords recordsOf(const Path &input, const QString &outputDirectory)
     return records;
 }
 
-/// Contents records are made for callers of the library; the program writes pages only: the files
-/// whose names end in ".htm", in just these letters.
-std::vector<const OutputRecord *> pagesOf(const OutputRecords &records)
+/// True when \a fileName ends in ".htm", in just these letters.
+bool isPage(const QString &fileName)
 {
-    std::vector<const OutputRecord *> pages;
-    for (const OutputRecord &record : records) {
-        if (Path(record.fileName).suffix() == "htm"_L1)
-            pages.push_back(&record);
-    }
-    return pages;
+    return Path(fileName).suffix() == "htm"_L1;
 }
 
 } // namespace
@@ -58,12 +46,14 @@ void documentInputs(const Settings &settings)
     const QString outputDirectory = preparedDirectory(settings.outputDirectory);
     for (const QString &argument : settings.inputs) {
         const Path input(argument);
-        if (settings.verbose)
-            sayProcessing(input.text());
+        sayProgress(settings, "Processing ", input.text());
         const OutputRecords records = recordsOf(input, outputDirectory);
-        if (settings.verbose)
-            writeOutputFiles(pagesOf(records), sayOutputting);
-        else
-            writeOutputFiles(pagesOf(records));
+        for (const OutputRecord &record : records) {
+            // Contents records are made for callers of the library; the program writes pages only.
+            if (!isPage(record.fileName))
+                continue;
+            sayProgress(settings, "Outputting ", record.fileName);
+            writeOutputFile(record.fileName, record.text);
+        }
     }
 }

@@ -130,21 +130,6 @@ TEST_F(Program, APageThatCannotBeOpenedEndsTheRun)
     EXPECT_EQ(QDir(path(u"out"_s)).entryList(QDir::Files), QStringList{u"one.htm"_s});
 }
 
-TEST_F(Program, ManyPagesEndAtTheFirstThatCannotBeOpened)
-{
-    QByteArray source;
-    for (int number = 1; number < 1000; ++number)
-        source += u"\\split p%1\ntext %1\n\n"_s.arg(number).toLatin1();
-    write(u"guide.dg"_s, source);
-    ASSERT_TRUE(QDir(m_directory.path()).mkpath(u"out/p500.htm"_s));
-    ASSERT_TRUE(QDir(m_directory.path()).mkpath(u"out/p900.htm"_s));
-    const Result result = run({u"-o"_s, u"out"_s, u"guide.dg"_s});
-    EXPECT_EQ(result.error, "error: cannot open out/p500.htm\n");
-    for (int number = 1; number < 500; ++number)
-        ASSERT_TRUE(read(u"out/p%1.htm"_s.arg(number)).contains("text " + QByteArray::number(number) + "<")) << number;
-    EXPECT_FALSE(QFile::exists(path(u"out/p950.htm"_s)));
-}
-
 TEST_F(Program, APageThatCannotBeWrittenWholeIsRemoved)
 {
     write(u"a.dg"_s, "\\split{one}\n" + QByteArray(5000, 'x'));
