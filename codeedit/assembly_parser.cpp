@@ -141,7 +141,11 @@ CodeStyle AssemblyPass::styleOfWord(const char16_t *begin) const
 /// Takes a number with the mark of an immediate one, or a local label, which is a number before a colon.
 void AssemblyPass::takeNumber()
 {
-    m_at = Characters::skip(m_at + 1, s_wordCharacters);
+    const char16_t *const digits = Characters::is(*m_at, Characters::Digit) ? m_at : m_at + 1;
+    m_at = Characters::skip(digits, s_wordCharacters);
+    const bool exponent = (m_at[-1] | 0x20) == u'e' && (digits[1] | 0x20) != u'x' && (*m_at == u'+' || *m_at == u'-');
+    if (exponent && Characters::is(m_at[1], Characters::Digit))
+        m_at = Characters::skip(m_at + 1, s_wordCharacters);
     if (m_statementStart && *m_at == u':')
         return m_out.writeTo(++m_at, CodeStyle::Function);
     m_out.writeTo(m_at, CodeStyle::Literal);
@@ -193,10 +197,11 @@ void AssemblyPass::takeDirective()
     m_statementStart = false;
 }
 
-/// Takes a backslash with its word or stops: a macro's parameter, or a part that was left out.
+/// Takes a backslash with its word, stops or at sign: a macro's parameter or counter, or a part that was left out.
 void AssemblyPass::takeBackslash()
 {
-    m_at = Characters::skip(m_at + 1, s_wordCharacters);
+    ++m_at;
+    m_at = *m_at == u'@' ? m_at + 1 : Characters::skip(m_at, s_wordCharacters);
     m_out.writeTo(m_at, CodeStyle::Text);
     m_statementStart = false;
 }

@@ -24,6 +24,16 @@ JavaScript and XML those of Pygments. Words are keywords by our own tables on bo
 Good inputs: /usr/include/sqlite3.h; the sources of zstd (`apt-get source libzstd`);
 /usr/share/mime/packages/freedesktop.org.xml; the bundles of `npm pack lodash react-dom three`.
 Needs clang and python3-pygments.
+
+What it gave: sqlite3.h and 48 sources of zstd, 3,378,489 characters: no difference. 362 headers of C++, 4,642,555:
+20 differ, all in `operator""h` and its like, whose suffix has no underscore. lodash, react-dom and three, plain and
+minified, 3,034,181: none. freedesktop.org.xml, 1,978,218: 67 differ (99.9966 % agree), the default values in its DOCTYPE, which
+are literals for us and not looked into by Pygments. What else may differ, in code that is wrong or odd:
+
+- A string without its end is a literal up to the end of the line, for clang it is nothing.
+- `#error don't use 'x'`: behind the apostrophe we see prose, clang a character.
+- The mark of a comment with a backslash and a line end inside: its first half is an operator.
+- Raw strings and suffixes are those of C++ in C files too.
 """
 
 import argparse
