@@ -254,11 +254,16 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
     }
     if (begin > shape.nameBegin)
         declarator.qualifier = typeText(range(shape.nameBegin, begin - 1));
+    if (begin >= shape.nameEnd)
+        return; // nothing follows the last "::"
     if (!token(begin).is(Operator)) {
         const Index nameEnd = token(begin).is('~') ? begin + 2 : begin + 1; // without template arguments
-        declarator.name = typeText(range(begin, nameEnd));
+        declarator.name = typeText(range(begin, std::min(nameEnd, shape.nameEnd)));
         return;
     }
+    declarator.name = u"operator"_s;
+    if (begin + 1 >= shape.nameEnd)
+        return;
     const Token &symbol = token(begin + 1);
     const QString rest = symbol.isIdentifier() || symbol.code > 255 || symbol.is(Scope)
                              ? typeText(range(begin + 1, shape.nameEnd))
@@ -267,7 +272,6 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
         declarator.name = "operator "_L1 + rest;
         return;
     }
-    declarator.name = u"operator"_s;
     for (const Token &part : range(begin + 1, shape.nameEnd))
         declarator.name += part.text;
 }

@@ -1,0 +1,1 @@
+class APM Fo17SourceBrowstd::};
