@@ -40,6 +40,14 @@ def run(command):
     return Cost((end - begin) / 1e6, usage.ru_maxrss * 1024)
 
 
+def peak_bytes(command):
+    """The peak of resident memory of the command, even when it is less than that of this script."""
+    # A small program must start the measured one: the peak of a process counts from its parent's.
+    done = subprocess.run(["/usr/bin/time", "-f", "%M", *map(str, command)], text=True, errors="replace",
+                          stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=True)
+    return int(done.stderr.split()[-1]) * 1024
+
+
 def instructions(command, tool=CALLGRIND, directory=None, timeout=None):
     """The instructions that the command executes outside the kernel, run in the directory.
 
