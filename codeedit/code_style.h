@@ -14,7 +14,9 @@
  * The kind of a run of characters in a listing.
  *
  * The values are fixed: they are the indices of the names in the style sheet. There is no 12: deliberate, the gap
- * stays. Kinds from 29 on have no name and so no colour. \synopsis \sa \xref{code_style_h}{code_style.h}
+ * stays. Kinds from 29 on have no name and so no colour.
+ * \synopsis
+ * \sa \xref{code_style_h}{code_style.h}
  * \ingroup Types
  */
 enum class CodeStyle : std::uint16_t

@@ -15,7 +15,9 @@
  *
  * With a lexer of that name each run of characters of one kind becomes a span, every line closes its spans and ends
  * with a line feed; the line numbers of \tt{basic} are left out, and \tt{\\vdots}, \tt{\\hdots} and \tt{\\...} become
- * ellipses. Without one the text is escaped and nothing else. \synopsis \sa \xref{listing_h}{listing.h}
+ * ellipses. Without one the text is escaped and nothing else.
+ * \synopsis
+ * \sa \xref{listing_h}{listing.h}
  * \ingroup Functions
  */
 void appendListing(std::string &html, std::string_view text, std::string_view language);

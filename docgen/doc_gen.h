@@ -101,7 +101,9 @@ public:
     /*!
      * \h1 DocGen::\this
      * The definitions that are shared by all documents of the process, as XML. Loading fills them, file by file;
-     * nothing empties them. \synopsis \sa \xref{DocGen}
+     * nothing empties them.
+     * \synopsis
+     * \sa \xref{DocGen}
      * \ingroup DocGen
      */
     static XmlPP m_xpp;              ///< the documents themselves

@@ -44,8 +44,10 @@ public:
     /*!
      * \h1 SourceBrowserCParser::\this
      * Reads one file, whose lines come from \xref{../line_iterator/readLine.htm}{readLine}. What the model held from a
-     * file of that name is forgotten. A line comment that begins with one of \a{fixmeWords} is an event. \synopsis \sa
-     * \xref{SourceBrowserCParser}
+     * file of that name is forgotten. A line comment that begins with one of \a{fixmeWords} is an event.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
      */
     void parse(const QString &file, const QStringList &fixmeWords = {});
 

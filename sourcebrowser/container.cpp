@@ -23,13 +23,21 @@ const QString &SourceBrowserContainer::anonymousName()
     return name;
 }
 
+SourceBrowserContainer *SourceBrowserContainer::from(SourceBrowserObject *object)
+{
+    // Most objects are macros and functions, and a cast that fails is slow.
+    const Phylum phylum = object->phylum();
+    const bool mayBe = phylum == Class || phylum == Structure || phylum == Namespace;
+    return mayBe ? dynamic_cast<SourceBrowserContainer *>(object) : nullptr;
+}
+
 SourceBrowserContainer::~SourceBrowserContainer()
 {
     Members doomed = std::move(m_members);
     while (!doomed.empty()) {
         const std::unique_ptr<SourceBrowserObject> member = std::move(doomed.back());
         doomed.pop_back();
-        auto *container = dynamic_cast<SourceBrowserContainer *>(member.get());
+        SourceBrowserContainer *container = member ? from(member.get()) : nullptr;
         if (!container)
             continue;
         for (std::unique_ptr<SourceBrowserObject> &nested : container->m_members)

@@ -48,6 +48,8 @@ public:
     using SourceBrowserObject::SourceBrowserObject;
     /// The name of what has none: "(Anonymous)".
     static const QString &anonymousName();
+    /// \a object as a container; null when it is none.
+    [[nodiscard]] static SourceBrowserContainer *from(SourceBrowserObject *object);
     [[nodiscard]] bool isAnonymous() const { return name() == anonymousName(); }
     /// Frees what is nested without recursion.
     ~SourceBrowserContainer() override;

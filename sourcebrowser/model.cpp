@@ -26,7 +26,7 @@ void visitAll(const SourceBrowserContainer &root, const std::function<void(Sourc
         if (!member)
             continue;
         visit(member);
-        if (const auto *container = dynamic_cast<const SourceBrowserContainer *>(member))
+        if (const auto *container = SourceBrowserContainer::from(member))
             open.push_back({container, 0});
     }
 }
@@ -52,16 +52,21 @@ SourceBrowserModel::SourceBrowserModel() : m_root(SourceBrowserObject::Namespace
 
 void SourceBrowserModel::Collections::file(const SourceBrowserObject *object)
 {
-    if (dynamic_cast<const SourceBrowserContainer *>(object))
-        containers.push_back(object);
-    else if (dynamic_cast<const SourceBrowserMethod *>(object))
-        functions.push_back(object);
-    else if (dynamic_cast<const SourceBrowserVariable *>(object))
-        variables.push_back(object);
-    else if (dynamic_cast<const SourceBrowserEnum *>(object))
-        enumerations.push_back(object);
-    else
-        macros.push_back(object);
+    switch (object->phylum()) {
+    case SourceBrowserObject::Class:
+    case SourceBrowserObject::Structure:
+    case SourceBrowserObject::Namespace:
+        return containers.push_back(object);
+    case SourceBrowserObject::Method:
+        return functions.push_back(object);
+    case SourceBrowserObject::Variable:
+    case SourceBrowserObject::Typedef:
+        return variables.push_back(object);
+    case SourceBrowserObject::Unknown:
+        return enumerations.push_back(object);
+    case SourceBrowserObject::Macro:
+        return macros.push_back(object);
+    }
 }
 
 const SourceBrowserModel::Collections &SourceBrowserModel::collections() const
@@ -113,7 +118,7 @@ SourceBrowserObject &SourceBrowserModel::add(SourceBrowserContainer &parent,
 {
     noteChange();
     SourceBrowserObject &added = parent.add(std::move(member));
-    if (auto *container = dynamic_cast<SourceBrowserContainer *>(&added))
+    if (auto *container = SourceBrowserContainer::from(&added))
         m_containers.insert(container->qualifiedName(), container);
     return added;
 }

@@ -79,8 +79,10 @@ public:
     /*!
      * \h1 SourceBrowserModel::\this
      * The declaration of that name, bare or qualified with \tt{.} or \tt{::}; the first one declared when there are
-     * several, and one with that qualified name before one with that bare name. Null without one. \synopsis \sa
-     * \xref{SourceBrowserModel}
+     * several, and one with that qualified name before one with that bare name. Null without one.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
      */
     [[nodiscard]] const SourceBrowserObject *find(QStringView name) const;
 

@@ -124,7 +124,9 @@ public:
     /*!
      * \h1 SourceBrowserObject::\this
      * The declaration as C text without a semicolon. \a{flags} are those of \xref{TextFlag}; only functions look at
-     * them. What has no text of its own renders as its name. \synopsis \sa \xref{SourceBrowserObject}
+     * them. What has no text of its own renders as its name.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
      */
     [[nodiscard]] virtual QString description(unsigned flags) const;
