@@ -82,10 +82,7 @@ ReferencePages::ReferencePages(const Path &header, const Surroundings &surroundi
 void ReferencePages::make(const QStringList &exclusions)
 {
     const std::vector<SourceBrowserOverviewComment> overview = parse();
-    for (const SourceBrowserModel::Collection *collection :
-         {&m_model.containers(), &m_model.functions(), &m_model.variables(), &m_model.enumerations(),
-          &m_model.macros()})
-        select(*collection, exclusions);
+    select(exclusions);
     for (const Documented &declaration : m_documented)
         makePage(declaration);
     m_current = nullptr;
@@ -105,11 +102,12 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
     return parser.overviewComments();
 }
 
-void ReferencePages::select(const SourceBrowserModel::Collection &collection, const QStringList &exclusions)
+void ReferencePages::select(const QStringList &exclusions)
 {
-    for (const SourceBrowserObject *object : collection) {
-        if (!object->documentation().startsWith(u'!') || exclusions.contains(object->name()))
-            continue;
+    const auto isDocumented = [&exclusions](const SourceBrowserObject &object) {
+        return object.documentation().startsWith(u'!') && !exclusions.contains(object.name());
+    };
+    for (const SourceBrowserObject *object : m_model.chosen(isDocumented)) {
         std::string name = object->name().toStdString();
         if (!hasInnerText(utf16View(object->documentation()))) {
             warn(object->documentationLine(), "the comment of " + name + " has no text");

@@ -64,7 +64,7 @@ private:
     [[nodiscard]] std::string currentSynopsis() const override;
 
     std::vector<SourceBrowserOverviewComment> parse();
-    void select(const SourceBrowserModel::Collection &collection, const QStringList &exclusions);
+    void select(const QStringList &exclusions);
     void makePage(const Documented &declaration);
     std::string translate(std::string_view markup, SourceMap &map);
     void makeHeaderPage(const std::vector<SourceBrowserOverviewComment> &overview);

@@ -69,16 +69,36 @@ void SourceBrowserModel::Collections::file(const SourceBrowserObject *object)
     }
 }
 
+/// Brings all into their order but the enumerations, which keep that of declaration.
+void SourceBrowserModel::Collections::sort()
+{
+    for (Collection *collection : {&containers, &functions, &variables, &macros})
+        std::stable_sort(collection->begin(), collection->end(), comesBefore);
+}
+
 const SourceBrowserModel::Collections &SourceBrowserModel::collections() const
 {
     if (!m_collections) {
         m_collections = std::make_unique<Collections>();
         visitAll(m_root, [this](SourceBrowserObject *object) { m_collections->file(object); });
-        for (Collection *collection :
-             {&m_collections->containers, &m_collections->functions, &m_collections->variables, &m_collections->macros})
-            std::stable_sort(collection->begin(), collection->end(), comesBefore);
+        m_collections->sort();
     }
     return *m_collections;
+}
+
+SourceBrowserModel::Collection
+SourceBrowserModel::chosen(const std::function<bool(const SourceBrowserObject &)> &isWanted) const
+{
+    Collections wanted;
+    visitAll(m_root, [&](const SourceBrowserObject *object) {
+        if (isWanted(*object))
+            wanted.file(object);
+    });
+    wanted.sort(); // few are faster sorted than all
+    Collection result = std::move(wanted.containers);
+    for (const Collection *next : {&wanted.functions, &wanted.variables, &wanted.enumerations, &wanted.macros})
+        result.insert(result.end(), next->begin(), next->end());
+    return result;
 }
 
 const SourceBrowserModel::Index &SourceBrowserModel::index() const

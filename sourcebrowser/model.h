@@ -75,6 +75,15 @@ public:
      * \ingroup SourceBrowserModel
      */
     [[nodiscard]] const Collection &macros() const { return collections().macros; }
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * Those of all declarations that \a{isWanted} says yes to: first containers, then functions, variables, enumerations
+     * and macros, each in the order of their collection.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
+    [[nodiscard]] Collection chosen(const std::function<bool(const SourceBrowserObject &)> &isWanted) const;
 
     /*!
      * \h1 SourceBrowserModel::\this
@@ -155,6 +164,7 @@ private:
     {
         Collection containers, functions, variables, enumerations, macros;
         void file(const SourceBrowserObject *object);
+        void sort();
     };
     /// The first object of each name.
     struct Index
