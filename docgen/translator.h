@@ -154,7 +154,6 @@ private:
     void headingRow();
     void groupRow();
     void endGroupRow();
-    void endRow();
     void matrixBar(bool startsRow);
     [[nodiscard]] bool barStartsRow() const;
 

@@ -98,17 +98,19 @@ void Translator::tableBar(bool startsRow)
 void Translator::headingRow()
 {
     m_cursor.moveTo(m_cursor.offset() + 1);
-    endRow();
+    if (m_row != Row::None)
+        write(m_row == Row::Heading ? s_headingRowEnd : s_dataRowEnd);
     m_blocks.append("<tr bgcolor=\"#cccccc\"><th>\n");
     m_row = Row::Heading;
-    m_blocks.setRowEnd(s_headingRowEnd);
+    m_blocks.setRowEnd(s_dataRowEnd); // deliberate: the last row ends so, be it a heading row
 }
 
 /// Opens a row whose one cell goes over the whole width and holds the rest of the line.
 void Translator::groupRow()
 {
     m_cursor.moveTo(m_cursor.offset() + 2);
-    endRow();
+    if (m_row != Row::None)
+        write(s_dataRowEnd); // deliberate: behind a heading row too
     m_blocks.append("<tr><td colspan=\"100%\"><b>");
     m_row = Row::Data;
     m_blocks.setRowEnd(s_dataRowEnd);
@@ -119,12 +121,6 @@ void Translator::groupRow()
 void Translator::endGroupRow()
 {
     m_blocks.append({});
-}
-
-void Translator::endRow()
-{
-    if (m_row != Row::None)
-        write(m_row == Row::Heading ? s_headingRowEnd : s_dataRowEnd);
 }
 
 /// Opens a cell of a matrix, in a row of its own when it \a startsRow.

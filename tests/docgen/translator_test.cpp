@@ -156,7 +156,10 @@ ROWS(Tables,
          s_table + "<tr bgcolor=\"#cccccc\"><th>\n a</th><th>b </th><th> c</th></tr>\n<tr><td> d</td></tr>\n<tr><td "
                    "colspan=\"100%\"><b>e <b>|f</b></b>\n</td></tr>\n<tr><td> g"
                    "</td></tr>\n<tr bgcolor=\"#cccccc\"><th>\n h</th></tr>\n<tr bgcolor=\"#cccccc\"><th>\n "
-                   "i\n</th></tr>\n</td></tr></table>"},
+                   "i\n</td></tr>\n</td></tr></table>"},
+     Row{"a group row ends a heading row like any other, deliberately", "\\table{*}\n|| a\n||-b\n\\endtable",
+         s_table + "<tr bgcolor=\"#cccccc\"><th>\n a</td></tr>\n<tr><td colspan=\"100%\"><b>b</b>\n\n</td></tr>\n"
+                   "</td></tr></table>"},
      Row{"text before the first bar is a row", "\\table{*} a | b\n| c\\endtable",
          s_table + "<tr bgcolor=\"#cccccc\"><td>\na </td><td> b</td></tr>\n<tr><td> c</td></tr>\n</td></tr></table>"},
      Row{"a table without rows", "\\table{*}\n\\endtable", s_table + "</td></tr></table>"},
