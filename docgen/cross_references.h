@@ -18,7 +18,7 @@ public:
     }
 
     /// Appends the link to \a target: a page title, a declaration, a page stem or an address
-    /// that begins with "http:" or "https:". Without a \a caption the link shows the title of
+    /// that begins with "http:". Without a \a caption the link shows the title of
     /// the page, or the target when the page has none. Target and caption are text.
     void appendLink(std::string &html, std::string_view target, std::optional<std::string_view> caption) const;
 

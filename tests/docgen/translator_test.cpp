@@ -208,9 +208,9 @@ ROWS(Links,
          "\\screen{d <a href=\"e.htm\">f</a>{g</p>",
          "error: docgen: doc.dg:2: \\xref: the argument is not closed\nerror: docgen: doc.dg:2: \\screen: the "
          "argument is not closed\n"},
-     Row{"to addresses", "\\xref{http://a/?b&c} \\ref{https://d}{e \\b{f}}",
-         "<p><a href=\"http://a/?b&amp;c\" target=\"_blank\">http://a/?b&amp;c</a> <a href=\"https://d\" "
-         "target=\"_blank\">e \\b{f}</a></p>"},
+     Row{"to addresses; of these http: alone, deliberately", "\\xref{http://a/?b&c} \\ref{https://d}{e \\b{f}}",
+         "<p><a href=\"http://a/?b&amp;c\" target=\"_blank\">http://a/?b&amp;c</a> <a href=\"https://d.htm\">e "
+         "\\b{f}</a></p>"},
      Row{"to pages and titles", "\\title The <P>\n\\xref{p} \\xref{The <P>} \\xref{p.htm} \\xref{q} \\titleref{p}{x}",
          "<p><a href=\"p.htm\">The &lt;P&gt;</a> <a href=\"p.htm\">The &lt;P&gt;</a> <a href=\"p.htm\">The "
          "&lt;P&gt;</a> <a href=\"q.htm\">q</a> <big><a href=\"p.htm\">x</a></big><br/></p>"});

@@ -29,7 +29,7 @@ QString manualFile(const QString &name)
 /// Whether a link of one of the \a pages leads to a page or to a file of the manual.
 bool leadsSomewhere(const QString &target, const QDir &pages)
 {
-    return target.startsWith(u"https:"_s) || pages.exists(target);
+    return target.startsWith(u"http:"_s) || pages.exists(target);
 }
 
 /// What a run over \a source makes: its records, and the messages in \a messages.
