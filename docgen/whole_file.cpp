@@ -42,15 +42,20 @@ bool writeAll(int file, const QByteArray &bytes)
 
 } // namespace
 
+bool writeAndClose(int file, const QByteArray &bytes)
+{
+    const bool isWritten = writeAll(file, bytes);
+    const bool isClosed = ::close(file) == 0 || errno == EINTR; // closed all the same
+    return isWritten && isClosed;
+}
+
 void writeWholeFile(const QString &fileName, const QByteArray &bytes)
 {
     const QByteArray target = QFile::encodeName(fileName);
     QByteArray temporary;
     const int file = openNewFile(target, temporary);
     if (file >= 0) {
-        const bool isWritten = writeAll(file, bytes);
-        const bool isClosed = ::close(file) == 0;
-        if (isWritten && isClosed && std::rename(temporary.constData(), target.constData()) == 0)
+        if (writeAndClose(file, bytes) && std::rename(temporary.constData(), target.constData()) == 0)
             return;
         ::unlink(temporary.constData());
     }

@@ -1,5 +1,6 @@
 #include "driver/output_file.h"
 
+#include "docgen/whole_file.h"
 #include "driver/hexception.h"
 
 #include <QFile>
@@ -28,27 +29,6 @@ int openInPlace(const char *path)
     return ::open(path, s_flags | O_TRUNC, s_permissions);
 }
 
-/// Writes all \a bytes; a full disk shows as a short count or as an error.
-bool writeAll(int file, const QByteArray &bytes)
-{
-    qsizetype done = 0;
-    while (done < bytes.size()) {
-        const ssize_t count = ::write(file, bytes.constData() + done, static_cast<std::size_t>(bytes.size() - done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count <= 0)
-            return false;
-        done += count;
-    }
-    return true;
-}
-
-/// Closes \a file; false when that shows that its bytes were not written.
-bool closeFile(int file)
-{
-    return ::close(file) == 0 || errno == EINTR;
-}
-
 } // namespace
 
 void writeOutputFile(const QString &name, const QByteArray &bytes)
@@ -57,8 +37,7 @@ void writeOutputFile(const QString &name, const QByteArray &bytes)
     const int file = path.contains('\0') ? -1 : openInPlace(path.constData());
     if (file < 0)
         throw HException("cannot open " + name.toUtf8());
-    const bool written = writeAll(file, bytes);
-    if (closeFile(file) && written)
+    if (writeAndClose(file, bytes))
         return;
     ::unlink(path.constData());
     throw HException("cannot write " + name.toUtf8());
