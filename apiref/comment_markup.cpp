@@ -5,15 +5,15 @@
 
 namespace {
 
-constexpr bool isBlankCharacter(char32_t c)
+// Comments come as UTF-16 from the declarations and are UTF-8 as markup.
+template <typename Char> constexpr bool isBlankCharacter(Char c)
 {
-    return c == U' ' || c == U'\t';
+    return c == Char(' ') || c == Char('\t');
 }
 
-// Comments come as UTF-16 from the declarations and are UTF-8 as markup.
 template <typename Char> std::size_t leadingBlanks(std::basic_string_view<Char> line)
 {
-    return static_cast<std::size_t>(std::ranges::find_if_not(line, isBlankCharacter) - line.begin());
+    return static_cast<std::size_t>(std::ranges::find_if_not(line, isBlankCharacter<Char>) - line.begin());
 }
 
 template <typename Char> bool isDecorated(std::basic_string_view<Char> line)

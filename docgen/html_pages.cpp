@@ -50,7 +50,8 @@ QByteArray framedPage(std::string_view style, std::string_view title, std::strin
     // References to characters are longer than what they stand for. In large pages room that is not used takes no
     // memory.
     const std::size_t spare = isLargeRoom(body.size()) ? body.size() / 2 : 0;
-    page.reserve(static_cast<qsizetype>(head.size() + body.size() + spare + ending.size()));
+    const std::size_t size = head.size() + body.size() + spare + ending.size();
+    page.reserve(static_cast<qsizetype>(size));
     expectLargeRoom(page.constData(), body.size());
     for (const std::string_view part : {std::string_view(head), body, ending})
         appendLatin1(page, part);

@@ -40,7 +40,7 @@ bool SourceLineReader::readLine(QString &line)
         return true;
     }
     line.resize(static_cast<qsizetype>(bytes.size()));
-    char16_t *const units = reinterpret_cast<char16_t *>(line.data());
+    auto *const units = reinterpret_cast<char16_t *>(line.data());
     for (std::size_t index = 0; index < bytes.size(); ++index)
         units[index] = static_cast<unsigned char>(bytes[index]);
     return true;

@@ -61,7 +61,7 @@ void SourceBrowserDeclaratorReader::reserve(QString &text, std::span<const Token
 
 void SourceBrowserDeclaratorReader::appendToType(QString &text, const Token &token)
 {
-    if (!text.isEmpty() && wantsBlank(text, token))
+    if (!text.isEmpty() && !token.text.isEmpty() && wantsBlank(text, token)) // a literal cut off by the end has no text
         text += u' ';
     text += token.text;
 }
@@ -111,7 +111,7 @@ void SourceBrowserDeclaratorReader::linkBrackets(std::vector<Token> &tokens)
         tokens[static_cast<size_t>(closer)].match = open.back();
         open.pop_back();
     };
-    const Index size = static_cast<Index>(tokens.size());
+    const auto size = static_cast<Index>(tokens.size());
     for (Index at = 0; at < size; ++at) {
         Token &token = tokens[static_cast<size_t>(at)];
         token.match = -1;
@@ -215,7 +215,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::skipAttribut
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wrappedArguments(Index open) const
 {
     const Index close = token(open).match;
-    const Index size = static_cast<Index>(m_tokens->size());
+    const auto size = static_cast<Index>(m_tokens->size());
     if (close >= size || open + 1 >= close || !token(open + 1).is('('))
         return -1;
     return token(open + 1).match == close - 1 ? open + 1 : -1;

@@ -32,7 +32,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::ve
     m_className = className;
     m_isTypedef = isTypedef;
     linkBrackets(tokens);
-    const Index end = static_cast<Index>(tokens.size());
+    const auto end = static_cast<Index>(tokens.size());
     m_lastStrong = -1;
     for (Index at = 0; at < end; at = afterGroup(at)) {
         const Token &here = token(at);

@@ -1,0 +1,1 @@
+"a\""b" L"c" R"x(" b; f(>>b" L"c" R"x(" b; f(>>t )xy
