@@ -1,0 +1,45 @@
+/* Declarators of every shape. tests/sourcebrowser/declare-again gives what is made of them back to the compiler. */
+#include <stddef.h>
+
+#define API extern __attribute__((visibility("default")))
+#define CALL
+#define NONNULL(...) __attribute__((nonnull(__VA_ARGS__)))
+
+struct point
+{
+    int x, y;
+};
+typedef struct point point;
+enum colour
+{
+    RED,
+    GREEN = 3,
+    BLUE = RED | 4
+};
+
+typedef unsigned long long word, *words, table[4][2];
+typedef int (*handler)(int, const char *);
+typedef int function(void);
+typedef char *(*(*factory)(int depth, ...))[3];
+typedef const struct point *const *volatile chain;
+typedef void (*handlers[2])(handler, function *);
+
+API int plain(void) NONNULL();
+API const char *CALL text_of(const enum colour colour, char text[], size_t size);
+point by_value(point first, struct point second);
+int old_names(int[], int[3], int[const 2][3], char *const *restrict names);
+void callbacks(int (*compare)(const void *, const void *), void (*)(void), handler handlers[2]);
+char *(*returns_array_pointer(int a, int (*use)(void *)))[4];
+void (*returns_function_pointer(int number, void (*next)(int)))(int);
+int(parenthesised)(int(value));
+static inline int defined(int a, int b)
+{
+    return a < b ? (a >> 1) : b;
+}
+__attribute__((noreturn)) void leave(int status, ...);
+unsigned volatile long int static_order(signed char a, long long unsigned b, double _Complex c);
+
+extern int number, *pointer, numbers[3], (*array_pointer)[5];
+extern int (*(*pointers_to_functions[3])(void))(int);
+extern const char *const names[], *volatile current;
+extern enum colour colours[BLUE + 1];
