@@ -1,7 +1,7 @@
 // Times of the library within one process: without start-up and without writing the pages.
 
 #include "docgen/doc_gen.h"
-#include "docgen/source_reader.h"
+#include "reading/source_reader.h"
 
 #include <benchmark/benchmark.h>
 
@@ -10,6 +10,8 @@
 
 #include <string>
 #include <string_view>
+
+using namespace tavidoc;
 
 namespace {
 

@@ -29,8 +29,8 @@ install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake ${PROJECT_BINARY_D
 # The library with its headers, which include each other by folder
 install(TARGETS tavidoc_core EXPORT tavidocCore ARCHIVE COMPONENT core)
 install(EXPORT tavidocCore NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT core)
-foreach(folder driver docgen sourcebrowser apiref codeedit)
-    install(DIRECTORY ${folder} DESTINATION ${header_dir} COMPONENT core FILES_MATCHING PATTERN "*.h")
+foreach(folder IN LISTS TAVIDOC_ROOMS)
+    install(DIRECTORY src/${folder} DESTINATION ${header_dir} COMPONENT core FILES_MATCHING PATTERN "*.h")
 endforeach()
 file(RELATIVE_PATH prefix_from_here ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/tavidoc.pc.in ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc @ONLY)

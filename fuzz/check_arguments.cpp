@@ -1,11 +1,13 @@
 // The command line and the parts of paths.
 
-#include "docgen/contents.h"
+#include "base/hexception.h"
+#include "base/path.h"
 #include "driver/command_line.h"
-#include "driver/hexception.h"
-#include "driver/path.h"
 #include "fuzz/promise.h"
 #include "fuzz/subjects.h"
+#include "pages/contents.h"
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

@@ -1,10 +1,12 @@
 // Headers to tokens, events, the model and its renderings.
 
-#include "docgen/source_line_reader.h"
-#include "docgen/source_text.h"
+#include "base/source_text.h"
 #include "fuzz/promise.h"
 #include "fuzz/subjects.h"
+#include "reading/source_line_reader.h"
 #include "sourcebrowser/c_parser.h"
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

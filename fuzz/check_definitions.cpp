@@ -1,12 +1,14 @@
 // Definitions of menus, keys, messages and properties.
 
-#include "docgen/action_names.h"
-#include "docgen/properties.h"
-#include "docgen/source_text.h"
-#include "docgen/xml_pp.h"
+#include "base/source_text.h"
+#include "definitions/action_names.h"
+#include "definitions/properties.h"
+#include "definitions/xml_pp.h"
 #include "fuzz/promise.h"
 #include "fuzz/scratch.h"
 #include "fuzz/subjects.h"
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

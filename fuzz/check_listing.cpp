@@ -1,10 +1,10 @@
 // Listings to styled lines and to spans.
 
+#include "base/source_text.h"
 #include "codeedit/lexer_factory.h"
 #include "codeedit/listing.h"
 #include "codeedit/styled_line.h"
 #include "codeedit/utf16_lines.h"
-#include "docgen/source_text.h"
 #include "fuzz/page_checks.h"
 #include "fuzz/process_state.h"
 #include "fuzz/promise.h"
@@ -12,6 +12,8 @@
 
 #include <utility>
 #include <vector>
+
+using namespace tavidoc;
 
 namespace {
 

@@ -1,12 +1,14 @@
 // Sources and headers to pages.
 
+#include "base/hexception.h"
 #include "docgen/doc_gen.h"
-#include "driver/hexception.h"
 #include "fuzz/page_checks.h"
 #include "fuzz/process_state.h"
 #include "fuzz/promise.h"
 #include "fuzz/scratch.h"
 #include "fuzz/subjects.h"
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

@@ -1,11 +1,13 @@
 // Markup sources up to the text that is translated.
 
-#include "docgen/source_reader.h"
-#include "docgen/source_text.h"
-#include "driver/hexception.h"
+#include "base/hexception.h"
+#include "base/source_text.h"
 #include "fuzz/promise.h"
 #include "fuzz/scratch.h"
 #include "fuzz/subjects.h"
+#include "reading/source_reader.h"
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

@@ -1,9 +1,9 @@
 // Writes the dictionary of each fuzz target from the tables that the library itself uses.
 
 #include "codeedit/word_lists.h"
-#include "docgen/conditions.h"
-#include "docgen/icon_table.h"
-#include "docgen/translator.h"
+#include "markup/translator.h"
+#include "pages/icon_table.h"
+#include "reading/conditions.h"
 #include "sourcebrowser/tokens.h"
 
 #include <QString>
@@ -11,6 +11,8 @@
 #include <cstdio>
 #include <fstream>
 #include <string>
+
+using namespace tavidoc;
 
 namespace {
 

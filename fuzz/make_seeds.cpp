@@ -71,11 +71,10 @@ void addPiece(Seeds &seeds, std::string_view suffix, const std::string &text)
 void addLiterals(Seeds &seeds, const fs::path &test)
 {
     static const std::map<std::string_view, std::vector<std::string_view>> subjects = {
-        {"docgen", {"markup", "reader"}},
-        {"apiref", {"header", "declarations"}},
-        {"sourcebrowser", {"declarations", "header"}},
-        {"driver", {"arguments", "markup"}},
-        {"codeedit", {}}};
+        {"markup", {"markup", "reader"}},           {"reading", {"reader", "markup"}},
+        {"definitions", {"definitions", "markup"}}, {"pages", {"markup"}},
+        {"apiref", {"header", "declarations"}},     {"sourcebrowser", {"declarations", "header"}},
+        {"driver", {"arguments", "markup"}},        {"codeedit", {}}};
     const std::string folder = test.parent_path().filename();
     const auto found = subjects.find(folder);
     if (found == subjects.end())
@@ -106,8 +105,7 @@ void addFile(Seeds &seeds, const fs::path &file)
 Seeds collect(const fs::path &project)
 {
     Seeds seeds;
-    for (const char *folder : {"docs/manual", "examples", "share", "driver", "docgen", "sourcebrowser", "apiref",
-                               "codeedit", "tests", "bench"}) {
+    for (const char *folder : {"docs/manual", "examples", "share", "src", "tests", "bench"}) {
         for (const fs::directory_entry &entry : fs::recursive_directory_iterator(project / folder)) {
             if (!entry.is_regular_file())
                 continue;

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "docgen/output_record.h"
+#include "pages/output_record.h"
 
 #include <string_view>
+
+using namespace tavidoc;
 
 /// What pages and contents files promise, whatever they were made from.
 

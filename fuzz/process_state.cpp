@@ -1,8 +1,10 @@
 #include "fuzz/process_state.h"
 
 #include "codeedit/listing.h"
-#include "docgen/shared_tables.h"
 #include "fuzz/promise.h"
+#include "markup/shared_tables.h"
+
+using namespace tavidoc;
 
 void settleProcessState()
 {

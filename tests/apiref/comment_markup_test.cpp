@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace tavidoc;
+
 TEST(CommentMarkup, RowsOfComments)
 {
     struct Row

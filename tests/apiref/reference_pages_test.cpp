@@ -1,6 +1,8 @@
-#include "tests/docgen/markup_run.h"
+#include "tests/support/markup_run.h"
 
 #include <gtest/gtest.h>
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

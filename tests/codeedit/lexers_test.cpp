@@ -1,10 +1,12 @@
 #include "codeedit/lexer_factory.h"
-#include "tests/codeedit/styled_text.h"
+#include "tests/support/styled_text.h"
 
 #include <gtest/gtest.h>
 
 #include <QFile>
 #include <QStringList>
+
+using namespace tavidoc;
 
 namespace {
 

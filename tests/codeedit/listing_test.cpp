@@ -4,7 +4,7 @@
 #include "codeedit/spans.h"
 #include "codeedit/styled_line.h"
 #include "codeedit/word_lists.h"
-#include "tests/codeedit/styled_text.h"
+#include "tests/support/styled_text.h"
 
 #include <gtest/gtest.h>
 
@@ -13,6 +13,8 @@
 
 #include <algorithm>
 #include <random>
+
+using namespace tavidoc;
 
 namespace {
 

@@ -1,6 +1,6 @@
 // A million levels of whatever nests: no stack grows with them, neither on the way in nor on the way out.
 
-#include "tests/driver/script_run.h"
+#include "tests/support/script_run.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // The same input makes the same bytes, whatever the surroundings.
 
-#include "tests/driver/script_run.h"
+#include "tests/support/script_run.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // What the program does when the system fails it.
 
-#include "tests/driver/script_run.h"
+#include "tests/support/script_run.h"
 
 #include <gtest/gtest.h>
 

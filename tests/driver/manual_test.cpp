@@ -1,5 +1,5 @@
 #include "docgen/doc_gen.h"
-#include "docgen/translator.h"
+#include "markup/translator.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +8,8 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

@@ -1,4 +1,4 @@
-#include "docgen/translator.h"
+#include "markup/translator.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -8,6 +8,8 @@
 #include <QSet>
 
 #include <gtest/gtest.h>
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+using namespace tavidoc;
+
 using namespace Qt::StringLiterals;
 
 namespace {

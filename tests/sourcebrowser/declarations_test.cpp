@@ -1,8 +1,10 @@
-#include "tests/sourcebrowser/header_text.h"
+#include "tests/support/header_text.h"
 
 #include <gtest/gtest.h>
 
 #include <ostream>
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

@@ -1,6 +1,8 @@
-#include "tests/sourcebrowser/header_text.h"
+#include "tests/support/header_text.h"
 
 #include <gtest/gtest.h>
+
+using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
 

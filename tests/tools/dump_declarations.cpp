@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cstdio>
 
+using namespace tavidoc;
+
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -2,6 +2,8 @@
 // a tree of contents.
 #include <docgen/doc_gen.h>
 
+using namespace tavidoc;
+
 int main(int argc, char *argv[])
 {
     OutputRecords records;

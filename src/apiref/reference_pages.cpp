@@ -1,0 +1,255 @@
+#include "apiref/reference_pages.h"
+
+#include "apiref/comment_markup.h"
+#include "apiref/doc_gen_c_parser.h"
+#include "base/source_text.h"
+#include "base/text_escape.h"
+#include "markup/member_groups.h"
+#include "markup/shared_tables.h"
+#include "markup/translator.h"
+#include "reading/source_line_reader.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How a declaration is shown where a reader looks for its type.
+constexpr unsigned s_shown =
+    SourceBrowserObject::ReturnType | SourceBrowserObject::TightParenthesis | SourceBrowserObject::StripUnderscores;
+
+/// The stem of the page of the declaration \a name: "/" cannot stand in a file name.
+std::string stemOf(std::string_view name)
+{
+    std::string stem;
+    for (const char c : name) {
+        if (c == '/')
+            stem += "slash";
+        else
+            stem += c;
+    }
+    return stem;
+}
+
+/// \a name with "." for every "::".
+std::string qualifiedByDots(std::string_view name)
+{
+    std::string result;
+    for (std::size_t at = 0; at < name.size(); ++at) {
+        const bool colons = name.substr(at, 2) == "::";
+        result += colons ? '.' : name[at];
+        at += colons ? 1 : 0;
+    }
+    return result;
+}
+
+std::u16string_view utf16View(const QString &text)
+{
+    return {reinterpret_cast<const char16_t *>(text.utf16()), static_cast<std::size_t>(text.size())};
+}
+
+/// The first sentence of \a html without tags, on one line: up to a full stop before white
+/// space, or all of it.
+std::string firstSentence(std::string_view html)
+{
+    std::string text;
+    while (!html.empty()) {
+        const char first = html.front();
+        const char next = html.size() > 1 ? html[1] : '\0';
+        const bool isTag = first == '<' && (next == '/' || isNameCharacter(next));
+        const std::size_t end = isTag ? html.find('>') : std::string_view::npos;
+        if (end == std::string_view::npos) {
+            if (isSpace(first) && text.ends_with('.'))
+                break;
+            text += first;
+        }
+        html.remove_prefix(end == std::string_view::npos ? 1 : end + 1);
+    }
+    return simplified(text);
+}
+
+} // namespace
+
+ReferencePages::ReferencePages(const Path &header, const Surroundings &surroundings)
+    : m_header(header), m_surroundings(surroundings),
+      m_pages(m_blocks, surroundings.records, surroundings.outputDirectory, surroundings.split),
+      m_icons(surroundings.outputDirectory)
+{
+    m_pages.setHeader(header.fileName());
+}
+
+void ReferencePages::make(const QStringList &exclusions)
+{
+    const std::vector<SourceBrowserOverviewComment> overview = parse();
+    select(exclusions);
+    for (const Documented &declaration : m_documented)
+        makePage(declaration);
+    m_current = nullptr;
+    m_pages.flush();
+    if (!m_surroundings.split)
+        return;
+    makeHeaderPage(overview);
+    makeContentsFile();
+}
+
+/// Fills the model. The result is the header's overview.
+std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
+{
+    SourceLineReader reader(m_header);
+    DocGenSourceBrowserCParser parser(m_model, reader);
+    parser.parse(m_header.given());
+    return parser.overviewComments();
+}
+
+void ReferencePages::select(const QStringList &exclusions)
+{
+    const auto isDocumented = [&exclusions](const SourceBrowserObject &object) {
+        return object.documentation().startsWith(u'!') && !exclusions.contains(object.name());
+    };
+    for (const SourceBrowserObject *object : m_model.chosen(isDocumented)) {
+        std::string name = object->name().toStdString();
+        if (!hasInnerText(utf16View(object->documentation()))) {
+            warn(object->documentationLine(), "the comment of " + name + " has no text");
+            continue;
+        }
+        std::string stem = stemOf(name);
+        m_stems.try_emplace(name, stem);
+        if (!object->scope().isEmpty())
+            m_stems.try_emplace(object->qualifiedName().toStdString(), stem);
+        m_documented.push_back({object, std::move(name), std::move(stem), object->documentationLine()});
+    }
+}
+
+void ReferencePages::makePage(const Documented &declaration)
+{
+    m_current = &declaration;
+    noteReplacedPage(declaration);
+    m_surroundings.contents.addLeaf(declaration.stem);
+    m_pages.open(declaration.stem);
+    m_pages.setTitle(declaration.name);
+    const std::string comment = declaration.object->documentation().toStdString();
+    const std::string markup = commentMarkup(comment, declaration.name);
+    SourceMap map;
+    map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
+    const std::string brief = translate(markup, map);
+    std::string description = brief.empty() ? firstSentence(m_blocks.firstParagraph()) : brief;
+    m_finished.insert_or_assign(declaration.stem, std::pair(declaration.line, std::move(description)));
+}
+
+/// Translates \a markup into the page text. The result is its `\brief` as HTML.
+std::string ReferencePages::translate(std::string_view markup, SourceMap &map)
+{
+    static const PageTitles noTitles;
+    Report report(markup, map, m_surroundings.sink);
+    const CrossReferences references(noTitles, noTitles, this);
+    Translator translator(markup, {m_blocks, m_pages, m_surroundings.contents, references, report,
+                                   m_surroundings.actions, m_surroundings.properties, m_icons, this,
+                                   m_surroundings.outputFormat, m_surroundings.baseHeadingLevel});
+    translator.translate();
+    return translator.brief();
+}
+
+/// Warns when the page of \a declaration takes the place of another.
+void ReferencePages::noteReplacedPage(const Documented &declaration)
+{
+    const auto before = m_finished.find(declaration.stem);
+    if (before == m_finished.end())
+        return;
+    SharedTables::docObjects.erase(declaration.stem); // the group that the replaced page named
+    std::string message = "the page of ";
+    message.append(declaration.name).append(" replaces the one documented in line ");
+    message.append(std::to_string(before->second.first));
+    warn(declaration.line, message);
+}
+
+void ReferencePages::makeHeaderPage(const std::vector<SourceBrowserOverviewComment> &overview)
+{
+    std::string markup;
+    SourceMap map;
+    const int file = map.addFile(m_header.given());
+    for (const SourceBrowserOverviewComment &comment : overview) {
+        map.beginStretch(markup.size(), file, comment.firstLine);
+        markup += overviewMarkup(comment.text.toStdString());
+    }
+    if (!markup.empty())
+        markup += '\n';
+    map.beginStretch(markup.size(), file, 1);
+    markup += "\\section API Summary\n";
+    translate(markup, map);
+    appendMultiHeadingTable(m_blocks.text(), summary());
+    const std::string title = "<" + m_header.fileName().toStdString() + ">";
+    const std::string stem = m_header.baseName().toStdString() + "_h";
+    m_surroundings.records.push_back(
+        {m_pages.filePath(stem + ".htm"), m_header.fileName(), framedPage({}, title, m_blocks.text())});
+    m_blocks.clear();
+}
+
+std::vector<IndexGroup> ReferencePages::summary() const
+{
+    std::vector<std::string> stems;
+    TextMap<std::string_view> names;
+    for (auto declaration = m_documented.rbegin(); declaration != m_documented.rend(); ++declaration) {
+        if (names.try_emplace(declaration->stem, declaration->name).second) // the later of equal pages counts
+            stems.push_back(declaration->stem);
+    }
+    std::ranges::reverse(stems);
+    std::vector<IndexGroup> groups;
+    for (const MemberGroups::Group &group : MemberGroups::arrange(stems)) {
+        IndexGroup &rows = groups.emplace_back();
+        rows.caption = escapedText(group.name);
+        for (const std::string &stem : group.pages)
+            rows.entries.push_back(
+                {escapedText(stem), escapedText(names.find(stem)->second), m_finished.find(stem)->second.second});
+    }
+    return groups;
+}
+
+void ReferencePages::makeContentsFile()
+{
+    const std::string stem = m_header.baseName().toStdString();
+    std::vector<std::string> lines = m_surroundings.contents.lines();
+    std::ranges::sort(lines);
+    std::string text = "<contents>\n<content url=\"" + escapedText(stem) + "_h.htm\">\n";
+    for (std::size_t index = 0; index < lines.size(); ++index)
+        text.append(index == 0 ? "" : "\n").append(lines[index]);
+    text += "\n</content>\n</contents>";
+    m_surroundings.records.push_back({m_pages.filePath(stem + ".xml"), QString(), QByteArray::fromStdString(text)});
+}
+
+void ReferencePages::warn(int line, std::string_view message) const
+{
+    std::string text = "warning: docgen: ";
+    text.append(m_header.given().toStdString()).append(":").append(std::to_string(line)).append(": ");
+    text.append(message).append("\n");
+    m_surroundings.sink(text);
+}
+
+std::optional<std::string> ReferencePages::pageOf(std::string_view name) const
+{
+    const auto found = m_stems.find(qualifiedByDots(name));
+    return found == m_stems.end() ? std::nullopt : std::optional(found->second);
+}
+
+std::optional<std::string> ReferencePages::rendering(std::string_view name) const
+{
+    const QString wanted = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+    const SourceBrowserObject *const object = m_model.find(wanted);
+    return object == nullptr ? std::nullopt : std::optional(object->description(s_shown).toStdString());
+}
+
+std::string ReferencePages::currentName() const
+{
+    return m_current == nullptr ? std::string() : m_current->name;
+}
+
+std::string ReferencePages::currentSynopsis() const
+{
+    if (m_current == nullptr)
+        return {};
+    return m_current->object->description(s_shown | SourceBrowserObject::ArgumentLines).toStdString() + ";";
+}
+
+} // namespace tavidoc

@@ -1,0 +1,91 @@
+#pragma once
+
+#include "base/path.h"
+#include "base/text_map.h"
+#include "definitions/action_names.h"
+#include "definitions/properties.h"
+#include "markup/cross_references.h"
+#include "markup/declarations.h"
+#include "markup/shared_tables.h"
+#include "pages/contents.h"
+#include "pages/html_blocks.h"
+#include "pages/html_pages.h"
+#include "pages/icon_table.h"
+#include "pages/output_record.h"
+#include "pages/pages.h"
+#include "reading/report.h"
+#include "sourcebrowser/c_scanner.h"
+#include "sourcebrowser/model.h"
+
+#include <QStringList>
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tavidoc {
+
+/// Makes the API reference of one header: a page for every documented declaration, a page for
+/// the header itself, and a contents file. A declaration is documented when its comment begins
+/// with "!" and its name is not excluded.
+class ReferencePages : private Declarations
+{
+public:
+    /// What the reference is made with. All are borrowed and must outlive it.
+    struct Surroundings
+    {
+        OutputRecords &records;
+        Contents &contents; ///< of the run; lines of earlier headers stay in it
+        const ActionNames &actions;
+        const Properties &properties;
+        const MessageSink &sink;
+        QString outputDirectory;
+        std::string outputFormat;
+        bool split; ///< the header gets its page and its contents file, and pages get their frame
+        int baseHeadingLevel;
+    };
+
+    ReferencePages(const Path &header, const Surroundings &surroundings);
+
+    /// Reads the header and appends the finished files. Declarations named in \a exclusions are
+    /// not documented. A header that cannot be read is empty.
+    void make(const QStringList &exclusions);
+
+private:
+    /// A declaration that gets a page.
+    struct Documented
+    {
+        const SourceBrowserObject *object;
+        std::string name;
+        std::string stem; // of the page
+        int line;         // on which the comment begins, counted from 1
+    };
+
+    [[nodiscard]] std::optional<std::string> pageOf(std::string_view name) const override;
+    [[nodiscard]] std::optional<std::string> rendering(std::string_view name) const override;
+    [[nodiscard]] std::string currentName() const override;
+    [[nodiscard]] std::string currentSynopsis() const override;
+
+    std::vector<SourceBrowserOverviewComment> parse();
+    void select(const QStringList &exclusions);
+    void makePage(const Documented &declaration);
+    std::string translate(std::string_view markup, SourceMap &map);
+    void makeHeaderPage(const std::vector<SourceBrowserOverviewComment> &overview);
+    void makeContentsFile();
+    void noteReplacedPage(const Documented &declaration);
+    [[nodiscard]] std::vector<IndexGroup> summary() const;
+    void warn(int line, std::string_view message) const;
+
+    Path m_header;
+    Surroundings m_surroundings;
+    SourceBrowserModel m_model;
+    HtmlBlocks m_blocks{SharedTables::paraStyle};
+    Pages m_pages;
+    IconTable m_icons;
+    std::vector<Documented> m_documented;            // in the order of their pages
+    const Documented *m_current = nullptr;           // whose page is being made
+    TextMap<std::string> m_stems;                    // by bare and by qualified name
+    TextMap<std::pair<int, std::string>> m_finished; // by stem: the line of the comment, the description
+};
+
+} // namespace tavidoc

@@ -1,0 +1,134 @@
+#include "codeedit/comment_words.h"
+
+#include "codeedit/characters.h"
+
+#include <algorithm>
+#include <iterator>
+#include <string_view>
+
+namespace tavidoc {
+
+namespace CommentWords {
+
+namespace {
+
+using std::u16string_view;
+
+struct NotedWord
+{
+    u16string_view word;
+    CodeStyle style;
+};
+
+constexpr NotedWord s_notedWords[] = {
+    {u"FIXME", CodeStyle::Fixme},         {u"TODO", CodeStyle::Fixme},        {u"BUG", CodeStyle::Fixme},
+    {u"XXX", CodeStyle::Fixme},           {u"HACK", CodeStyle::Fixme},        {u"NOTE", CodeStyle::Attention},
+    {u"WARNING", CodeStyle::Attention},   {u"CAUTION", CodeStyle::Attention}, {u"ATTENTION", CodeStyle::Attention},
+    {u"IMPORTANT", CodeStyle::Attention},
+};
+
+/// The commands whose next word is an argument.
+constexpr u16string_view s_commandsWithArgument[] = {
+    u"a", u"p", u"param",   u"tparam", u"ref",   u"e",      u"em",        u"b",
+    u"f", u"m", u"ingroup", u"region", u"group", u"throws", u"exception",
+};
+
+CodeStyle styleOfWord(u16string_view word)
+{
+    for (const NotedWord &row : s_notedWords) {
+        if (row.word == word)
+            return row.style;
+    }
+    return CodeStyle::Comment;
+}
+
+bool takesArgument(u16string_view command)
+{
+    return std::ranges::find(s_commandsWithArgument, command) != std::end(s_commandsWithArgument);
+}
+
+/// The end of the letters and digits from \a at on.
+const char16_t *wordEnd(const char16_t *at)
+{
+    return Characters::skip(at, Characters::Word);
+}
+
+u16string_view view(const char16_t *begin, const char16_t *end)
+{
+    return {begin, static_cast<std::size_t>(end - begin)};
+}
+
+/// Styles the argument of a documentation command: the word after the blanks at \a at, or what
+/// stands in braces there. The result is its end.
+const char16_t *styleArgument(StyledLine &out, const char16_t *at)
+{
+    const char16_t *begin = Characters::skip(at, Characters::Blank);
+    if (*begin == u'{')
+        ++begin;
+    const char16_t *const end = wordEnd(begin);
+    if (end == begin)
+        return at;
+    out.writeTo(begin, CodeStyle::Comment);
+    out.writeTo(end, CodeStyle::DocArgument);
+    return end;
+}
+
+/// Styles the command of the documentation whose introducing character is at \a at; doubled, it
+/// stands for itself. The result is where the comment goes on.
+const char16_t *styleCommand(StyledLine &out, const char16_t *at, Kind &kind)
+{
+    if (at[1] == at[0])
+        return at + 2;
+    const char16_t *const end = wordEnd(at + 1);
+    const u16string_view name = view(at + 1, end);
+    const bool endsCode = name == u"endcode" || name == u"endpre";
+    if (name.empty() || (kind == Kind::DocumentationCode && !endsCode))
+        return at + 1;
+    out.writeTo(at, kind == Kind::DocumentationCode ? CodeStyle::DocCode : CodeStyle::Comment);
+    out.writeTo(end, CodeStyle::DocKeyword);
+    kind = name == u"code" || name == u"pre" ? Kind::DocumentationCode : Kind::Documentation;
+    return takesArgument(name) ? styleArgument(out, end) : end;
+}
+
+/// Styles the word in capitals at \a at when it is one of those that stand out. The result is its end.
+const char16_t *styleNotedWord(StyledLine &out, const char16_t *at)
+{
+    const char16_t *const end = wordEnd(at);
+    const CodeStyle style = styleOfWord(view(at, end));
+    if (style != CodeStyle::Comment) {
+        out.writeTo(at, CodeStyle::Comment);
+        out.writeTo(end, style);
+    }
+    return end;
+}
+
+/// Styles what begins with the character at \a at, if it stands out. The result is where the
+/// comment goes on.
+const char16_t *styleNoted(StyledLine &out, const char16_t *at, Kind &kind)
+{
+    if (!Characters::is(*at, Characters::Upper))
+        return kind == Kind::Plain || *at == u'*' ? at + 1 : styleCommand(out, at, kind);
+    const bool plain = kind == Kind::DocumentationCode || !Characters::is(at[1], Characters::Upper);
+    return plain ? at + 1 : styleNotedWord(out, at);
+}
+
+} // namespace
+
+const char16_t *style(StyledLine &out, const char16_t *at, Ending ending, Kind &kind)
+{
+    const char16_t *const begin = at;
+    for (;;) {
+        while (!Characters::is(*at, Characters::Noted))
+            ++at;
+        if (*at == 0 || (ending == Ending::Mark && at[0] == u'*' && at[1] == u'/'))
+            break;
+        const bool inWord = at != begin && Characters::isWord(at[-1]);
+        at = inWord ? at + 1 : styleNoted(out, at, kind);
+    }
+    out.writeTo(at, kind == Kind::DocumentationCode ? CodeStyle::DocCode : CodeStyle::Comment);
+    return at;
+}
+
+} // namespace CommentWords
+
+} // namespace tavidoc

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "codeedit/parser.h"
+
+namespace tavidoc {
+
+/// The lexer of BASIC. Nothing goes on from line to line.
+class CodeEditCoreBASICParser : public CodeEditParser
+{
+public:
+    void styleLine(const char16_t *line, char16_t *out, quint32 &state) override;
+};
+
+} // namespace tavidoc

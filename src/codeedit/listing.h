@@ -1,0 +1,27 @@
+#pragma once
+
+/*!!
+ * \h1 listing.h
+ *
+ * A listing as HTML, in one call.
+ */
+
+#include <string>
+#include <string_view>
+
+namespace tavidoc {
+
+/*!
+ * \h1 \this
+ * Appends the listing \a{text} (UTF-8) in \a{language} to \a{html}.
+ *
+ * With a lexer of that name each run of characters of one kind becomes a span, every line closes its spans and ends
+ * with a line feed; the line numbers of \tt{basic} are left out, and \tt{\\vdots}, \tt{\\hdots} and \tt{\\...} become
+ * ellipses. Without one the text is escaped and nothing else.
+ * \synopsis
+ * \sa \xref{listing_h}{listing.h}
+ * \ingroup Functions
+ */
+void appendListing(std::string &html, std::string_view text, std::string_view language);
+
+} // namespace tavidoc

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "definitions/xml_pp.h"
+
+#include <vector>
+
+namespace tavidoc {
+
+class ActionNames;
+class Path;
+class Properties;
+
+/// Loads the definition files beside \a input into \a document and takes their contents in.
+/// Files that are not there count for nothing; the errors are those of malformed files, in
+/// the order of loading.
+[[nodiscard]] std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, ActionNames &actions,
+                                                    Properties &properties);
+
+} // namespace tavidoc

@@ -1,0 +1,94 @@
+#include "docgen/doc_gen.h"
+
+#include "apiref/reference_pages.h"
+#include "definitions/scheme_files.h"
+#include "markup/shared_tables.h"
+#include "markup/translator.h"
+#include "reading/source_reader.h"
+
+#include <utility>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+
+XmlPP DocGen::m_xpp;
+ActionNames DocGen::m_messageMap;
+Properties DocGen::m_properties;
+
+DocGen::DocGen() = default;
+
+DocGen::~DocGen() = default;
+
+void DocGen::setMessageSink(MessageSink sink)
+{
+    m_sink = std::move(sink);
+}
+
+void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
+                 OutputRecords &records, const QString &outputFormat, const QStringList &exclusions)
+{
+    m_outputFormat = outputFormat;
+    SharedTables::docObjects.clear();
+    SharedTables::docGroups.clear();
+    m_records = &records;
+    m_splitFlag = splitFlag;
+    m_outputDirectory = outputDirectory;
+    if (input.completeSuffix() == u"dg"_s)
+        documentMarkup(macros, input);
+    else if (input.completeSuffix() == u"h"_s)
+        documentHeader(input, exclusions);
+}
+
+/// Loads the definitions beside \a input and reports those that are malformed.
+void DocGen::loadDefinitions(const Path &input)
+{
+    for (const XmlError &error : loadSchemeFiles(input, m_xpp, m_messageMap, m_properties)) {
+        const QString line = u"error: docgen: %1:%2: %3\n"_s.arg(error.file, QString::number(error.line), error.reason);
+        m_sink(line.toStdString());
+    }
+}
+
+namespace {
+
+/// The contents file as text: the lines of the tree in their element.
+QByteArray contentsText(const Contents &contents)
+{
+    std::string text = "<contents>\n";
+    for (const std::string &line : contents.lines())
+        text.append(line).append("\n");
+    return QByteArray::fromStdString(text + "</contents>");
+}
+
+} // namespace
+
+void DocGen::documentMarkup(MacroContext *macros, const Path &input)
+{
+    const std::string format = m_outputFormat.toStdString();
+    loadDefinitions(input);
+    SourceDocument document = SourceReader(macros, format).read(input);
+    Report report(document.text(), document.map, m_sink);
+    HtmlBlocks blocks(SharedTables::paraStyle);
+    Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
+    if (const auto title = document.titles.find(std::string_view()); title != document.titles.end())
+        pages.setDocumentTitle(title->second);
+    const CrossReferences references(document.titles, document.titleTargets, nullptr);
+    IconTable icons(m_outputDirectory);
+    Translator translator(document.text(), {blocks, pages, m_contents, references, report, m_messageMap, m_properties,
+                                            icons, nullptr, format, m_baseHeadingLevel});
+    translator.translate();
+    m_contents.closeAll();
+    pages.flush();
+    m_records->push_back(
+        {m_outputDirectory + u'/' + input.baseName() + u".xml"_s, QString(), contentsText(m_contents)});
+}
+
+void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
+{
+    loadDefinitions(input);
+    ReferencePages pages(input, {*m_records, m_contents, m_messageMap, m_properties, m_sink, m_outputDirectory,
+                                 m_outputFormat.toStdString(), m_splitFlag != 0, m_baseHeadingLevel});
+    pages.make(exclusions);
+}
+
+} // namespace tavidoc

@@ -1,0 +1,37 @@
+#include "markup/cross_references.h"
+
+#include "base/text_escape.h"
+#include "pages/contents.h"
+
+namespace tavidoc {
+
+void CrossReferences::appendLink(std::string &html, std::string_view target,
+                                 std::optional<std::string_view> caption) const
+{
+    const bool external = target.starts_with("http:"); // deliberate: "https:" begins the name of a page
+    const std::string stem = external ? std::string(target) : stemOf(target);
+    html += "<a href=\"";
+    appendEscaped(html, external ? stem : pageFile(stem));
+    html += external ? "\" target=\"_blank\">" : "\">";
+    appendEscaped(html, caption ? *caption : captionOf(stem, target));
+    html += "</a>";
+}
+
+std::string CrossReferences::stemOf(std::string_view target) const
+{
+    if (const auto title = m_titleTargets.find(target); title != m_titleTargets.end())
+        return title->second;
+    if (m_declarations == nullptr)
+        return std::string(target);
+    return m_declarations->pageOf(target).value_or(std::string(target));
+}
+
+std::string_view CrossReferences::captionOf(std::string_view stem, std::string_view target) const
+{
+    auto page = m_titles.find(stem);
+    if (page == m_titles.end() && stem.ends_with(".htm"))
+        page = m_titles.find(stem.substr(0, stem.size() - 4));
+    return page == m_titles.end() || page->first.empty() ? target : std::string_view(page->second);
+}
+
+} // namespace tavidoc

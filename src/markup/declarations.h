@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace tavidoc {
+
+/// The declarations of the header that is being documented, as the translator asks for them.
+class Declarations
+{
+public:
+    virtual ~Declarations() = default;
+
+    /// The stem of the page of the declaration \a name, bare or qualified with "." or "::".
+    /// Nothing when the header has no such page.
+    [[nodiscard]] virtual std::optional<std::string> pageOf(std::string_view name) const = 0;
+    /// The declaration \a name as C text, without a ";". Nothing when the header lacks it.
+    [[nodiscard]] virtual std::optional<std::string> rendering(std::string_view name) const = 0;
+    /// The name of the declaration whose page is being made; empty on the header's own page.
+    [[nodiscard]] virtual std::string currentName() const = 0;
+    /// The prototype of the declaration whose page is being made, with its ";"; empty on the
+    /// header's own page.
+    [[nodiscard]] virtual std::string currentSynopsis() const = 0;
+};
+
+} // namespace tavidoc

@@ -1,0 +1,66 @@
+#include "markup/member_groups.h"
+
+#include "base/source_text.h"
+
+#include <algorithm>
+#include <map>
+#include <utility>
+
+namespace tavidoc {
+
+namespace MemberGroups {
+
+namespace {
+
+/// The group of \a page as it was filed; the unassigned one when it was not.
+std::string_view groupOf(std::string_view page)
+{
+    const auto object = SharedTables::docObjects.find(page);
+    return object == SharedTables::docObjects.end() ? s_unassigned : std::string_view(object->second.group);
+}
+
+} // namespace
+
+void file(std::string_view page, std::string_view group)
+{
+    // A name that comes again later is harmless: its pages are taken the first time.
+    if (SharedTables::docGroups.empty() || SharedTables::docGroups.back() != group)
+        SharedTables::docGroups.emplace_back(group);
+    SharedTables::docObjects.insert_or_assign(std::string(page),
+                                              DocumentedObject{std::string(page), std::string(group)});
+}
+
+void setOrder(std::string_view names)
+{
+    SharedTables::requiredOrder.clear();
+    for (std::size_t begin = 0; begin <= names.size();) {
+        const std::size_t end = std::min(names.find(',', begin), names.size());
+        const std::string_view name = trimmed(names.substr(begin, end - begin));
+        if (!name.empty())
+            SharedTables::requiredOrder.emplace_back(name);
+        begin = end + 1;
+    }
+}
+
+std::vector<Group> arrange(const std::vector<std::string> &pages)
+{
+    std::map<std::string_view, std::vector<std::string>> members;
+    for (const std::string &page : pages)
+        members[groupOf(page)].push_back(page);
+    std::vector<Group> groups;
+    const auto take = [&](std::string_view name) {
+        const auto found = members.find(name);
+        if (found == members.end())
+            return;
+        groups.push_back({std::string(name), std::move(found->second)});
+        members.erase(found);
+    };
+    std::ranges::for_each(SharedTables::requiredOrder, take);
+    std::ranges::for_each(SharedTables::docGroups, take);
+    take(s_unassigned);
+    return groups;
+}
+
+} // namespace MemberGroups
+
+} // namespace tavidoc

@@ -1,0 +1,309 @@
+#include "markup/translator.h"
+
+#include "base/text_escape.h"
+
+#include <array>
+
+namespace tavidoc {
+
+namespace {
+
+/// Characters at which the copying of running text stops.
+enum Special : std::uint8_t
+{
+    Backslash = 1,
+    LineEnd = 2,
+    Less = 4,
+    PerhapsMiddleDot = 8, // its first byte, and that of other characters
+    Bar = 16,
+};
+
+constexpr std::array<std::uint8_t, 256> specialTable()
+{
+    std::array<std::uint8_t, 256> table{};
+    table['\\'] = Backslash;
+    table['\n'] = LineEnd;
+    table['<'] = Less;
+    table[0xC2] = PerhapsMiddleDot;
+    table['|'] = Bar;
+    return table;
+}
+
+constexpr std::array<std::uint8_t, 256> s_special = specialTable();
+constexpr std::string_view s_middleDot = "\xC2\xB7";
+
+constexpr unsigned s_text = Backslash | LineEnd | Less | PerhapsMiddleDot;
+constexpr unsigned s_list = Backslash | LineEnd | PerhapsMiddleDot;
+constexpr unsigned s_grid = Backslash | Bar | PerhapsMiddleDot;
+
+/// What is special in each block mode.
+constexpr unsigned s_specialInMode[] = {s_text, s_text, s_list, s_list, s_list, 0, s_grid, s_grid};
+
+bool isGrid(BlockMode mode)
+{
+    return mode == BlockMode::Table || mode == BlockMode::Matrix;
+}
+
+} // namespace
+
+Translator::Translator(std::string_view text, const TranslatorSurroundings &surroundings)
+    : m_cursor(text), m_blocks(surroundings.blocks), m_pages(surroundings.pages), m_contents(surroundings.contents),
+      m_references(surroundings.references), m_report(surroundings.report), m_actions(surroundings.actions),
+      m_properties(surroundings.properties), m_icons(surroundings.icons), m_declarations(surroundings.declarations),
+      m_outputFormat(surroundings.outputFormat), m_baseHeadingLevel(surroundings.baseHeadingLevel)
+{
+}
+
+void Translator::translate()
+{
+    for (;;) {
+        copyText();
+        if (!m_cursor.atLimit())
+            translateSpecial();
+        else if (!m_frames.empty())
+            closeFrame();
+        else
+            break;
+    }
+    if (isGrid(m_blocks.mode()))
+        m_report.error(m_gridOffset, "this table or matrix is still open at the end of the document");
+    m_blocks.setMode(BlockMode::None);
+}
+
+/// Copies characters that mean nothing special, as a run.
+void Translator::copyText()
+{
+    if (m_blocks.mode() == BlockMode::None && !m_inSynopsis)
+        m_cursor.skipBlanksAndLineEnds();
+    else if (isGrid(m_blocks.mode()) && m_row == Row::None)
+        m_cursor.skipSpace();
+    const std::size_t begin = m_cursor.offset();
+    const std::size_t end = plainTextEnd();
+    if (end == begin)
+        return;
+    noteTextOnNoPage(begin);
+    beginText();
+    m_blocks.text().append(m_cursor.text(), begin, end - begin);
+    m_cursor.moveTo(end);
+}
+
+/// The end of the run of plain characters at the cursor.
+std::size_t Translator::plainTextEnd() const
+{
+    const unsigned special = specialCharacters();
+    const char *const text = m_cursor.text().data();
+    const std::size_t limit = m_cursor.limit();
+    std::size_t at = m_cursor.offset();
+    const auto classOf = [text](std::size_t offset) { return s_special[static_cast<unsigned char>(text[offset])]; };
+    for (; at < limit; ++at) {
+        while (at + 4 <= limit && ((classOf(at) | classOf(at + 1) | classOf(at + 2) | classOf(at + 3)) & special) == 0)
+            at += 4; // most characters are plain
+        if (at == limit)
+            break;
+        if ((classOf(at) & special) != 0 && !isPlainAfterAll(at, text[at]))
+            break;
+    }
+    return at;
+}
+
+unsigned Translator::specialCharacters() const
+{
+    if (m_inSynopsis)
+        return Backslash | PerhapsMiddleDot;
+    const unsigned special = s_specialInMode[static_cast<std::size_t>(m_blocks.mode())];
+    return m_frames.empty() ? special : special & ~unsigned{LineEnd | Bar};
+}
+
+/// Judges a character that may be special by what follows it.
+bool Translator::isPlainAfterAll(std::size_t offset, char c) const
+{
+    const std::string_view text = m_cursor.text();
+    if (c == '\n')
+        return !isBlankLine(text, offset + 1);
+    if (c == '<')
+        return offset + 1 >= m_cursor.limit() || text[offset + 1] != '>';
+    if (c == s_middleDot.front())
+        return text.substr(offset, s_middleDot.size()) != s_middleDot;
+    return false;
+}
+
+void Translator::translateSpecial()
+{
+    const std::size_t offset = m_cursor.offset();
+    const char c = m_cursor.peek();
+    if (c == '\\')
+        return backslash();
+    if (c == '\n')
+        return blankLine();
+    noteTextOnNoPage(offset);
+    if (c == '|')
+        return bar();
+    beginText();
+    write(c == '<' ? "&nbsp;" : "&#160;"); // deliberate: the middle dot is how a hard space is typed
+    m_cursor.moveTo(offset + 2);
+}
+
+/// Skips the line end at the cursor with all blank lines after it, and ends the block.
+void Translator::blankLine()
+{
+    const std::string_view text = m_cursor.text();
+    std::size_t at = m_cursor.offset() + 1;
+    while (isBlankLine(text, at))
+        at = text.find('\n', at) + 1;
+    m_cursor.moveTo(at);
+    m_blocks.setMode(BlockMode::None);
+}
+
+void Translator::backslash()
+{
+    m_commandOffset = m_cursor.offset();
+    m_commandName = m_cursor.takeCommandName();
+    if (const Command *const command = findCommand(m_commandName))
+        run(*command);
+    else if (m_commandName.empty() || !isNameCharacter(m_commandName.front()))
+        escape(m_commandName);
+    else
+        errorMarker("unknown command");
+    if (m_pages.state() == Pages::State::None && !m_blocks.text().empty())
+        noteTextOnNoPage(m_commandOffset);
+}
+
+/// Writes the punctuation character \a name, with the hyphen that may be part of the name. An
+/// empty name is a backslash that belongs to nothing.
+void Translator::escape(std::string_view name)
+{
+    beginText();
+    if (name.empty())
+        return write("&#x5c;");
+    const Command *const command = findCommand(name.substr(0, 1));
+    if (command != nullptr)
+        write(command->first);
+    else
+        writeEscaped(name.substr(0, 1));
+    write(name.substr(1));
+}
+
+void Translator::run(const Command &command)
+{
+    if (command.place != Place::Anywhere && !m_frames.empty())
+        return errorMarker("not allowed inside an argument or a synopsis");
+    if (command.place == Place::Document && m_declarations != nullptr)
+        return errorMarker("not allowed in the comment of a header");
+    (this->*command.handler)(command);
+}
+
+void Translator::openFrame(std::size_t end, std::size_t resume, std::string_view closing, void (Translator::*after)())
+{
+    m_frames.push_back({end, resume, closing, after});
+    m_cursor.setLimit(end);
+}
+
+void Translator::closeFrame()
+{
+    const Frame frame = m_frames.back();
+    m_frames.pop_back();
+    write(frame.closing);
+    m_cursor.moveTo(frame.resume);
+    m_cursor.setLimit(m_frames.empty() ? m_cursor.text().size() : m_frames.back().end);
+    if (frame.after != nullptr)
+        (this->*frame.after)();
+}
+
+/// Reports the first text that stands where no page is open. In the comments of a header the text
+/// goes to the caller.
+void Translator::noteTextOnNoPage(std::size_t offset)
+{
+    if (m_pages.state() != Pages::State::None || m_saidNoPage || m_declarations != nullptr)
+        return;
+    m_saidNoPage = true;
+    m_report.error(offset, "text before the first \\split is on no page");
+}
+
+/// Makes sure that text can be written: between blocks it opens a paragraph, before the first
+/// row of a table or matrix that row.
+void Translator::beginText()
+{
+    if (m_inSynopsis)
+        return;
+    m_blocks.setMode(BlockMode::Paragraph);
+    if (m_row == Row::None && m_blocks.mode() == BlockMode::Table)
+        tableBar(true);
+    else if (m_row == Row::None && m_blocks.mode() == BlockMode::Matrix)
+        matrixBar(true);
+}
+
+void Translator::write(std::string_view html)
+{
+    m_blocks.text() += html;
+}
+
+void Translator::writeEscaped(std::string_view text)
+{
+    appendEscaped(m_blocks.text(), text);
+}
+
+/// Writes an opening tag. The start of a block stays one behind it.
+void Translator::writeOpening(std::string_view tag)
+{
+    if (m_blocks.atBlockStart())
+        m_blocks.append(tag);
+    else
+        write(tag);
+}
+
+/// Leaves the marker for the command at hand in the page and reports \a message.
+void Translator::errorMarker(std::string_view message)
+{
+    beginText();
+    write("***ERROR*** \\");
+    error(message);
+    writeEscaped(m_commandName);
+}
+
+/// Warns of what the command at hand asks for.
+void Translator::warning(std::string_view message)
+{
+    m_report.warning(m_commandOffset, message);
+}
+
+/// Reports \a message about the command at hand.
+void Translator::error(std::string_view message)
+{
+    std::string text("\\");
+    text += m_commandName;
+    text += ": ";
+    text += message;
+    m_report.error(m_commandOffset, text);
+}
+
+void Translator::missingArgument()
+{
+    errorMarker(m_cursor.atBrace() ? "the argument is not closed" : "the argument is missing");
+}
+
+/// Takes the argument in braces; without one it is reported.
+std::optional<std::string_view> Translator::braced()
+{
+    const std::optional<std::string_view> argument = m_cursor.takeArgument();
+    if (!argument)
+        missingArgument();
+    return argument;
+}
+
+/// Takes the argument in braces, else the rest of the line.
+std::optional<std::string_view> Translator::lineOrBraced()
+{
+    return m_cursor.atBrace() ? braced() : m_cursor.takeLine();
+}
+
+/// Takes the argument in braces, else the rest of the line. An empty one is reported.
+std::optional<std::string_view> Translator::filledLine()
+{
+    const std::optional<std::string_view> text = lineOrBraced();
+    if (!text || !trimmed(*text).empty())
+        return text;
+    errorMarker("the argument is missing");
+    return std::nullopt;
+}
+
+} // namespace tavidoc

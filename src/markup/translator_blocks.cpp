@@ -1,0 +1,196 @@
+#include "markup/translator.h"
+
+#include "pages/html_pages.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+namespace {
+
+constexpr int s_levelBelowTop = 1; // a section is that much below the title of a split document
+
+} // namespace
+
+void Translator::item(const Command &)
+{
+    if (m_cursor.atBrace() && !m_cursor.argumentEnd())
+        return missingArgument();
+    if (m_blocks.mode() == BlockMode::BulletedList)
+        m_blocks.append("</li>\n<li>");
+    else if (m_blocks.mode() == BlockMode::DefinitionList)
+        m_blocks.append("</dt>\n<dd>");
+    else
+        m_blocks.setMode(BlockMode::BulletedList);
+    const std::optional<std::size_t> end = m_cursor.argumentEnd();
+    if (end && *end > m_cursor.offset() + 1) {
+        m_cursor.moveTo(m_cursor.offset() + 1);
+        writeOpening("<i>");
+        return openFrame(*end, *end + 1, "</i>:&nbsp;&nbsp;", &Translator::skipAfterLabel);
+    }
+    m_cursor.takeArgument();
+    m_cursor.skipBlanksAndLineEnds();
+}
+
+void Translator::skipAfterLabel()
+{
+    m_cursor.skipBlanksAndLineEnds();
+}
+
+void Translator::term(const Command &)
+{
+    if (m_blocks.mode() == BlockMode::DefinitionList)
+        m_blocks.append("</dd>\n<dt>");
+    else
+        m_blocks.setMode(BlockMode::DefinitionList);
+    m_cursor.skipBlanksAndLineEnds();
+}
+
+void Translator::step(const Command &)
+{
+    if (m_blocks.mode() == BlockMode::NumberedList)
+        m_blocks.append("</li>\n<li>");
+    else
+        m_blocks.setMode(BlockMode::NumberedList);
+    m_cursor.skipBlanksAndLineEnds();
+}
+
+void Translator::parameter(const Command &)
+{
+    const std::optional<std::size_t> end = m_cursor.argumentEnd();
+    if (!end)
+        return missingArgument();
+    m_blocks.setMode(BlockMode::None);
+    beginText();
+    writeOpening("<b>");
+    m_cursor.moveTo(m_cursor.offset() + 1);
+    openFrame(*end, *end + 1, "</b> &mdash;");
+}
+
+void Translator::returns(const Command &)
+{
+    m_blocks.setMode(BlockMode::None);
+    beginText();
+    write("<b>");
+    writeEscaped(m_declarations == nullptr ? m_pages.name() : m_declarations->currentName());
+    write("</b> returns &mdash;");
+}
+
+void Translator::referenceSection(const Command &command)
+{
+    m_blocks.setMode(BlockMode::None);
+    appendHeading(m_blocks.text(), 4, command.first);
+}
+
+void Translator::synopsis(const Command &command)
+{
+    referenceSection(command);
+    write("<pre>");
+    m_cursor.skipBlanks();
+    m_cursor.skipLineEnd();
+    const std::size_t begin = m_cursor.offset();
+    const std::size_t resume = synopsisEnd();
+    std::size_t end = resume;
+    while (end > begin && m_cursor.text()[end - 1] == '\n')
+        --end;
+    if (m_declarations != nullptr && trimmed(m_cursor.text().substr(begin, end - begin)).empty())
+        writeEscaped(m_declarations->currentSynopsis());
+    m_inSynopsis = true;
+    openFrame(end, resume, "</pre>", &Translator::endSynopsis);
+}
+
+void Translator::endSynopsis()
+{
+    m_inSynopsis = false;
+}
+
+/// Where the synopsis that begins at the cursor ends: at a blank line, at a line that begins
+/// with a command for which a synopsis is no place, or with the text.
+std::size_t Translator::synopsisEnd() const
+{
+    const std::string_view text = m_cursor.text();
+    MarkupCursor line(text);
+    line.moveTo(m_cursor.offset());
+    while (!line.atLimit() && !isBlankLine(text, line.offset())) {
+        const std::size_t begin = line.offset();
+        line.skipBlanks();
+        if (line.peek() == '\\') {
+            const Command *const command = findCommand(line.takeCommandName());
+            if (command != nullptr && command->place != Place::Anywhere)
+                return begin;
+        }
+        line.takeLine();
+        line.skipLineEnd();
+    }
+    return line.offset();
+}
+
+/// Writes a heading whose tag the table names, with the text of the line.
+void Translator::namedHeading(const Command &command)
+{
+    const auto text = filledLine();
+    if (!text)
+        return;
+    m_blocks.setMode(BlockMode::None);
+    const std::string tag(command.first);
+    write("<" + tag + ">");
+    writeEscaped(*text);
+    write("</" + tag + ">");
+}
+
+void Translator::section(const Command &command)
+{
+    if (const auto text = filledLine())
+        startSection(command.first.front() - '0', *text);
+}
+
+void Translator::overview(const Command &command)
+{
+    startSection(s_levelBelowTop, command.first);
+}
+
+/// Writes the heading of a section; \a levelBelowTop is 1 for a section, 2 for a subsection.
+void Translator::startSection(int levelBelowTop, std::string_view title)
+{
+    m_blocks.setMode(BlockMode::None);
+    // In a document that is split into pages the top level is that of the page titles.
+    const int top = m_pages.framed() ? 1 : m_baseHeadingLevel;
+    appendHeading(m_blocks.text(), top + levelBelowTop, title);
+}
+
+void Translator::copyLine(const Command &)
+{
+    const auto html = lineOrBraced();
+    if (!html)
+        return;
+    m_blocks.setMode(BlockMode::None);
+    write(*html);
+}
+
+void Translator::briefText(const Command &)
+{
+    const std::optional<std::size_t> brace = m_cursor.argumentEnd();
+    if (m_cursor.atBrace() && !brace)
+        return missingArgument();
+    const std::size_t end = brace ? *brace : m_cursor.lineEnd();
+    const std::size_t resume = brace ? end + 1 : end;
+    if (brace)
+        m_cursor.moveTo(m_cursor.offset() + 1);
+    m_cursor.skipBlanks();
+    if (m_cursor.offset() >= end) {
+        m_cursor.moveTo(resume);
+        return errorMarker("the argument is missing");
+    }
+    m_blocks.setMode(BlockMode::None);
+    beginText();
+    m_briefOffset = m_blocks.text().size();
+    openFrame(end, resume, {}, &Translator::endBrief);
+}
+
+void Translator::endBrief()
+{
+    m_brief = m_blocks.text().substr(m_briefOffset);
+    m_blocks.setMode(BlockMode::None);
+}
+
+} // namespace tavidoc

@@ -1,0 +1,155 @@
+#include "markup/translator.h"
+
+#include "base/text_escape.h"
+#include "markup/shared_tables.h"
+
+#include <charconv>
+
+namespace tavidoc {
+
+namespace {
+
+/// \a text as a decimal integer. Nothing when it is none or too large.
+std::optional<int> integer(std::string_view text)
+{
+    int number = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+    if (error != std::errc() || end != text.data() + text.size())
+        return std::nullopt;
+    return number;
+}
+
+bool hasExtension(std::string_view file)
+{
+    return file.substr(file.rfind('/') + 1).find('.') != std::string_view::npos;
+}
+
+} // namespace
+
+void Translator::misplaced(const Command &)
+{
+    errorMarker("nothing is open that it could close");
+}
+
+void Translator::symbol(const Command &command)
+{
+    beginText();
+    write(command.first);
+}
+
+/// Opens a style; its argument is translated by the same loop as any other text, and the style
+/// is closed when that loop reaches the matching brace.
+void Translator::style(const Command &command)
+{
+    const std::optional<std::size_t> end = m_cursor.argumentEnd();
+    if (!end)
+        return missingArgument();
+    beginText();
+    writeOpening(command.first);
+    m_cursor.moveTo(m_cursor.offset() + 1);
+    openFrame(*end, *end + 1, command.second);
+}
+
+void Translator::rawHtml(const Command &)
+{
+    if (const auto html = braced())
+        write(*html);
+}
+
+void Translator::wrapText(const Command &command)
+{
+    const auto text = braced();
+    if (!text)
+        return;
+    write(command.first);
+    writeEscaped(*text);
+    write(command.second);
+}
+
+void Translator::image(const Command &)
+{
+    const auto file = braced();
+    if (!file)
+        return;
+    beginText();
+    write("<img src=\"");
+    writeEscaped(*file);
+    write("\" />");
+}
+
+void Translator::screen(const Command &)
+{
+    const auto file = braced();
+    if (!file)
+        return;
+    const auto caption = m_cursor.takeArgument();
+    beginText();
+    write("<img class=\"screen\" src=\"");
+    writeEscaped(*file);
+    if (!hasExtension(*file))
+        write(".png");
+    if (caption) {
+        write("\" alt=\"");
+        writeEscaped(*caption);
+        write("\"/>");
+    } else {
+        write("\" />");
+    }
+    if (!caption && m_cursor.atBrace())
+        missingArgument();
+}
+
+void Translator::link(const Command &command)
+{
+    const auto target = braced();
+    if (!target)
+        return;
+    if (target->empty())
+        return errorMarker("the argument is missing");
+    const auto caption = m_cursor.takeArgument();
+    beginText();
+    writeOpening(command.first);
+    m_references.appendLink(m_blocks.text(), *target, caption);
+    write(command.second);
+    if (!caption && m_cursor.atBrace())
+        missingArgument();
+}
+
+void Translator::lineNumber(const Command &)
+{
+    const auto text = braced();
+    if (!text)
+        return;
+    const std::optional<int> number = integer(trimmed(*text));
+    if (!number)
+        return errorMarker("the argument is no line number");
+    m_report.renumber(m_commandOffset, *number);
+}
+
+void Translator::discardLine(const Command &)
+{
+    m_cursor.takeLine();
+}
+
+void Translator::paragraphStyle(const Command &)
+{
+    if (const auto style = lineOrBraced())
+        SharedTables::paraStyle = trimmed(*style);
+}
+
+/// True at the start of a block's text and after a full stop, exclamation mark or question
+/// mark with white space behind it.
+bool Translator::isSentenceStart()
+{
+    constexpr std::string_view sentenceEnds = ".!?";
+    const std::string_view text = m_blocks.text();
+    const std::size_t blockStart = m_blocks.blockStart();
+    std::size_t end = text.size();
+    while (end > blockStart && isSpace(text[end - 1]))
+        --end;
+    if (end <= blockStart)
+        return true;
+    return end < text.size() && sentenceEnds.find(text[end - 1]) != std::string_view::npos;
+}
+
+} // namespace tavidoc

@@ -1,0 +1,103 @@
+#include "markup/translator.h"
+
+#include "codeedit/listing.h"
+#include "markup/presented_file.h"
+
+#include <QByteArray>
+
+namespace tavidoc {
+
+namespace {
+
+/// Where the command that closes a literal block stands.
+struct ClosingCommand
+{
+    std::size_t begin; // the end of the listing
+    std::size_t end;   // where the text goes on
+};
+
+/// Finds the first `\endcode` or `\endpre` from \a offset on. A backslash before another one
+/// hides it. Without such a command both places are the end of the text.
+ClosingCommand findClosing(std::string_view text, std::size_t offset)
+{
+    MarkupCursor cursor(text);
+    for (std::size_t at = text.find('\\', offset); at != std::string_view::npos;
+         at = text.find('\\', cursor.offset())) {
+        cursor.moveTo(at);
+        const std::string_view name = cursor.takeCommandName();
+        if (name == "endcode" || name == "endpre")
+            return {at, cursor.offset()};
+    }
+    return {text.size(), text.size()};
+}
+
+} // namespace
+
+void Translator::listing(const Command &command)
+{
+    if (m_cursor.atBrace() && !m_cursor.argumentEnd())
+        return missingArgument();
+    std::string_view language = m_cursor.takeArgument().value_or(command.first);
+    if (language.empty())
+        language = command.first;
+    m_cursor.skipLineEnd();
+    const std::string_view text = m_cursor.text();
+    const std::size_t begin = m_cursor.offset();
+    const ClosingCommand closing = findClosing(text, begin);
+    if (closing.begin == text.size())
+        error("this listing is still open at the end of the document");
+    writeListing(text.substr(begin, closing.begin - begin), language);
+    m_cursor.moveTo(closing.end);
+}
+
+void Translator::writeListing(std::string_view text, std::string_view language)
+{
+    m_blocks.setMode(BlockMode::None);
+    m_blocks.setMode(BlockMode::Literal);
+    appendListing(m_blocks.text(), text, language);
+    m_blocks.setMode(BlockMode::None);
+}
+
+void Translator::present(const Command &)
+{
+    if (m_cursor.atBrace() && !m_cursor.argumentEnd())
+        return missingArgument();
+    const std::string_view language = m_cursor.takeArgument().value_or(std::string_view());
+    const std::string_view file = trimmedEnd(m_cursor.takeLine());
+    if (file.empty())
+        return errorMarker("the argument is missing");
+    const std::optional<PresentedFile> presented = presentedFile(file, language);
+    if (presented)
+        return writeListing({presented->text.constData(), static_cast<std::size_t>(presented->text.size())},
+                            presented->language);
+    error("the file cannot be opened");
+    writeListing(notFoundText(file), "plain");
+}
+
+void Translator::copyFile(const Command &)
+{
+    const auto file = filledLine();
+    if (!file)
+        return;
+    m_blocks.setMode(BlockMode::None);
+    if (const std::optional<QByteArray> text = copiedFile(trimmedEnd(*file)))
+        return write({text->constData(), static_cast<std::size_t>(text->size())});
+    error("the file cannot be opened");
+    writeEscaped(notFoundText(trimmedEnd(*file)));
+}
+
+void Translator::show(const Command &)
+{
+    const auto text = braced();
+    if (!text)
+        return;
+    if (m_blocks.mode() == BlockMode::Paragraph)
+        m_blocks.setMode(BlockMode::None);
+    const std::optional<std::string> rendering =
+        m_declarations == nullptr ? std::nullopt : m_declarations->rendering(*text);
+    write("<pre>");
+    writeEscaped(rendering ? std::string_view(*rendering) : *text);
+    write(";</pre>");
+}
+
+} // namespace tavidoc

@@ -1,0 +1,117 @@
+#include "markup/translator.h"
+
+namespace tavidoc {
+
+namespace {
+
+/// The verb \a capitalized as it stands inside a sentence.
+std::string inSentence(std::string_view capitalized)
+{
+    std::string verb(capitalized);
+    verb.front() = static_cast<char>(verb.front() - 'A' + 'a');
+    return verb;
+}
+
+} // namespace
+
+void Translator::menu(const Command &)
+{
+    const auto action = braced();
+    if (!action)
+        return;
+    const MenuPath menu = m_actions.menuPath(*action);
+    for (const std::string &message : menu.warnings)
+        warning(message);
+    beginText();
+    write("<b>");
+    if (menu.path.empty()) {
+        write("\\menu Can't find ");
+        writeEscaped(*action);
+    } else {
+        writeEscaped(menu.path);
+    }
+    write("</b>");
+}
+
+void Translator::key(const Command &)
+{
+    const auto action = braced();
+    if (!action)
+        return;
+    const std::string_view key = m_actions.lookup(std::string(*action) + ".key");
+    if (key.empty())
+        warning("Can't find " + std::string(*action) + " in key scheme");
+    beginText();
+    write("<b>");
+    writeEscaped(key);
+    write("</b>");
+}
+
+void Translator::tip(const Command &)
+{
+    const auto action = braced();
+    if (!action)
+        return;
+    const std::string_view tip = m_actions.lookup(std::string(*action) + ".tip");
+    beginText();
+    if (!tip.empty())
+        return writeEscaped(tip);
+    error("there is no tip for " + std::string(*action));
+    write("<b>***ERROR NO TIP*** ");
+    writeEscaped(*action);
+    write("</b>");
+}
+
+/// Tells the reader how to invoke an action; the verbs are those of the table.
+void Translator::choose(const Command &command)
+{
+    const auto action = braced();
+    if (!action)
+        return;
+    beginText();
+    const bool capital = isSentenceStart();
+    const std::string menuVerb = capital ? std::string(command.first) : inSentence(command.first);
+    const std::string keyVerb = capital ? std::string(command.second) : inSentence(command.second);
+    const ChoosePhrase phrase = m_actions.choosePhrase(*action, menuVerb, keyVerb);
+    for (const std::string &message : phrase.warnings)
+        warning(message);
+    if (!phrase.errorLine.empty())
+        m_report.print(phrase.errorLine);
+    write(phrase.html);
+}
+
+void Translator::property(const Command &)
+{
+    const auto name = braced();
+    if (!name)
+        return;
+    const std::string *const caption = m_properties.caption(*name);
+    if (caption == nullptr)
+        error("there is no property " + std::string(*name));
+    beginText();
+    write(caption == nullptr ? "<font color=\"red\">Unknown property " : "<b>");
+    writeEscaped(caption == nullptr ? *name : *caption);
+    write(caption == nullptr ? "</font>" : "</b>");
+}
+
+void Translator::propertyPage(const Command &)
+{
+    if (m_blocks.mode() == BlockMode::Paragraph)
+        m_blocks.setMode(BlockMode::None);
+    write(m_properties.tableHtml());
+}
+
+void Translator::icon(const Command &)
+{
+    const auto name = braced();
+    if (!name)
+        return;
+    if (m_icons.save(*name) == IconTable::Answer::Unknown)
+        return errorMarker("there is no icon of this name");
+    beginText();
+    write("<img src=\"images/");
+    writeEscaped(*name);
+    write(".png\" />");
+}
+
+} // namespace tavidoc

@@ -1,0 +1,88 @@
+#include "pages/html_pages.h"
+
+#include "base/large_room.h"
+#include "base/product.h"
+#include "base/text_escape.h"
+#include "pages/page_encoding.h"
+
+#include <initializer_list>
+
+namespace tavidoc {
+
+namespace {
+
+void append(std::string &html, std::initializer_list<std::string_view> pieces)
+{
+    for (const std::string_view piece : pieces)
+        html += piece;
+}
+
+/// What every page begins with, up to its style.
+std::string frameBeginning()
+{
+    std::string frame = "<html>\n<!--\n";
+    append(frame, {"// ", Product::title, "\n"});
+    for (const std::string_view holder : Product::copyrightHolders)
+        append(frame, {"// Copyright (c) ", holder, "\n"});
+    append(frame, {"// This page may be distributed together with the product that it documents.\n"
+                   "// It comes without warranty of any kind.\n"
+                   "-->\n<head>\n<link rel=\"stylesheet\" href=\"default.css\" />\n<title style=\""});
+    return frame;
+}
+
+} // namespace
+
+void appendHeading(std::string &html, int level, std::string_view title)
+{
+    const std::string tag = std::to_string(level + 1);
+    append(html, {"<h", tag, ">"});
+    appendEscaped(html, title);
+    append(html, {"</h", tag, ">"});
+}
+
+QByteArray framedPage(std::string_view style, std::string_view title, std::string_view body)
+{
+    static const std::string beginning = frameBeginning();
+    constexpr std::string_view afterTitle =
+        "</title>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\" />\n</head>\n<body>\n";
+    constexpr std::string_view ending = "</body>\n</html>\n";
+    std::string head = beginning;
+    append(head, {style, "\">", escapedText(title), afterTitle});
+    QByteArray page;
+    // References to characters are longer than what they stand for. In large pages room that is not used takes no
+    // memory.
+    const std::size_t spare = isLargeRoom(body.size()) ? body.size() / 2 : 0;
+    const std::size_t size = head.size() + body.size() + spare + ending.size();
+    page.reserve(static_cast<qsizetype>(size));
+    expectLargeRoom(page.constData(), body.size());
+    for (const std::string_view part : {std::string_view(head), body, ending})
+        appendLatin1(page, part);
+    return page;
+}
+
+QByteArray barePage(std::string_view body)
+{
+    QByteArray page;
+    page.reserve(static_cast<qsizetype>(body.size()));
+    appendLatin1(page, body);
+    return page;
+}
+
+void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> groups)
+{
+    html += "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"0\" border=\"0\" "
+            "fm_widths=\"1.1in,*\" style=\"MultiHeadingTable\">\n";
+    for (const IndexGroup &group : groups) {
+        append(html, {"<tr bgcolor=\"#cccccc\"><td valign=\"center\" colspan=\"2\" style=\"CellTitle\"><b>",
+                      group.caption, "</b></td></tr>\n"});
+        for (const IndexEntry &entry : group.entries) {
+            // The run of blanks between the cells belongs to the row.
+            append(html,
+                   {"<tr><td valign=\"center\"><a href=\"", entry.stem, ".htm\" style=\"Heading\">", entry.title,
+                    "</a></td>                            <td width=\"100%\">", entry.description, "</td></tr>\n"});
+        }
+    }
+    html += "</table>";
+}
+
+} // namespace tavidoc

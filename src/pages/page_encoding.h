@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <string_view>
+
+namespace tavidoc {
+
+/// Appends \a text, which is UTF-8, to \a bytes in ISO 8859-1. A character that this encoding
+/// lacks is written as a hexadecimal character reference ("&#x2026;").
+void appendLatin1(QByteArray &bytes, std::string_view text);
+
+} // namespace tavidoc

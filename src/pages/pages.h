@@ -1,0 +1,66 @@
+#pragma once
+
+#include "pages/html_blocks.h"
+#include "pages/output_record.h"
+
+#include <QString>
+
+#include <string>
+#include <string_view>
+
+namespace tavidoc {
+
+/// The page that is being built and the pages that are done.
+class Pages
+{
+public:
+    /// Whether the text that comes belongs to a page.
+    enum class State
+    {
+        None,      ///< no page is open
+        Open,      ///< a page is open
+        Discarded, ///< a page is open that will not be written
+    };
+
+    /// \a blocks and \a records are borrowed and must outlive the pages. With \a framed a page gets its frame.
+    Pages(HtmlBlocks &blocks, OutputRecords &records, QString outputDirectory, bool framed);
+
+    /// Flushes the page and opens the page \a stem, which must not be empty.
+    void open(std::string_view stem);
+    /// Flushes the page; what follows, up to the next page, will not be written.
+    void openDiscarded();
+    /// Closes the open block and hands the page over as a record, if it has a name and a text.
+    /// After that no page is open.
+    void flush();
+
+    [[nodiscard]] State state() const { return m_state; }
+    /// The stem of the open page; empty while none is.
+    [[nodiscard]] const std::string &name() const { return m_name; }
+    [[nodiscard]] const std::string &documentTitle() const { return m_documentTitle; }
+    void setDocumentTitle(std::string_view title) { m_documentTitle = title; }
+    [[nodiscard]] const std::string &title() const { return m_title; }
+    void setTitle(std::string_view title) { m_title = title; }
+    [[nodiscard]] bool framed() const { return m_framed; }
+    /// The header that the pages document; empty for none.
+    void setHeader(QString header);
+
+    /// The file "NAME" under the output directory.
+    [[nodiscard]] QString filePath(std::string_view name) const;
+
+    static constexpr std::string_view s_untitled = "Untitled";
+
+private:
+    [[nodiscard]] const std::string &frameTitle() const;
+
+    HtmlBlocks &m_blocks;
+    OutputRecords &m_records;
+    QString m_outputDirectory;
+    QString m_header;
+    bool m_framed;
+    State m_state = State::None;
+    std::string m_name;
+    std::string m_title;
+    std::string m_documentTitle{s_untitled};
+};
+
+} // namespace tavidoc

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "base/path.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <string_view>
+
+namespace tavidoc {
+
+/// Delivers the lines of one source file. The file is read whole and closed at once. A file
+/// that cannot be read, or is no regular file, reads as empty.
+class SourceLineReader
+{
+public:
+    explicit SourceLineReader(const Path &path);
+    /// Delivers the lines of \a text, which is UTF-8 with "\n" line ends, as those of \a path.
+    SourceLineReader(Path path, QByteArray text);
+
+    /// Stores the next line, without its end, in \a line. At the end of the file the result is
+    /// false and \a line is null.
+    bool readLine(QString &line);
+    /// The same as UTF-8. The view is valid as long as a copy of text() is.
+    bool readLine(std::string_view &line);
+
+    [[nodiscard]] const Path &path() const { return m_path; }
+    /// The whole text: UTF-8 with "\n" line ends.
+    [[nodiscard]] const QByteArray &text() const { return m_text; }
+    /// How many lines have been delivered.
+    [[nodiscard]] int lineNumber() const { return m_lineNumber; }
+    /// In columns. Nothing in reading depends on it.
+    [[nodiscard]] int tabWidth() const { return m_tabWidth; }
+
+private:
+    Path m_path;
+    QByteArray m_text;
+    qsizetype m_offset = 0;
+    int m_lineNumber = 0;
+    int m_tabWidth = 8;
+};
+
+} // namespace tavidoc

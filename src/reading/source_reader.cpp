@@ -1,0 +1,261 @@
+#include "reading/source_reader.h"
+
+#include "base/hexception.h"
+#include "base/source_text.h"
+
+#include <QFile>
+
+#include <algorithm>
+
+#include <sys/stat.h>
+
+namespace tavidoc {
+
+namespace {
+
+/// A file open so many times at once will never end.
+#ifdef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION // going there is slow where every step is watched
+constexpr std::size_t s_endlessDepth = 100;
+#else
+constexpr std::size_t s_endlessDepth = 10'000;
+#endif
+/// Neither will one that is open so many times and whose readings together are so large.
+constexpr std::size_t s_suspiciousDepth = 100;
+constexpr qsizetype s_endlessSize = qsizetype{64} * 1024 * 1024; // bytes
+
+/// The part of \a text after its first blank; empty without one.
+std::string_view afterFirstBlank(std::string_view text)
+{
+    const std::size_t blank = text.find(' ');
+    return blank == std::string_view::npos ? std::string_view() : text.substr(blank + 1);
+}
+
+std::string_view firstWord(std::string_view text)
+{
+    return text.substr(0, text.find(' '));
+}
+
+/// The argument of \a line, a command's line, when it stands in braces directly after the
+/// command's name \a command. Null without one.
+std::string_view bracedArgument(std::string_view line, std::string_view command)
+{
+    const std::size_t end = line.find('}', command.size());
+    if (line.substr(command.size(), 1) != "{" || end == std::string_view::npos)
+        return {};
+    return line.substr(command.size() + 1, end - command.size() - 1);
+}
+
+/// True when the command that \a line begins with is exactly \a name.
+bool isCommand(std::string_view line, std::string_view name)
+{
+    const auto isNameCharacter = [](char c) {
+        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
+    };
+    return line.starts_with(name) && (line.size() == name.size() || !isNameCharacter(line[name.size()]));
+}
+
+} // namespace
+
+SourceReader::SourceReader(MacroContext *macros, std::string_view outputFormat)
+    : m_macros(macros), m_conditions(outputFormat)
+{
+}
+
+SourceDocument SourceReader::read(const Path &path)
+{
+    enter(path);
+    while (!m_open.empty()) {
+        std::string_view line;
+        if (m_open.back().reader.readLine(line))
+            readLine(line);
+        else
+            leave();
+    }
+    return std::move(m_document);
+}
+
+void SourceReader::enter(const Path &path)
+{
+    struct stat status = {};
+    FileIdentity identity;
+    if (::stat(QFile::encodeName(path.given()).constData(), &status) == 0)
+        identity = {status.st_dev, status.st_ino};
+    Readings &readings = m_readings[identity];
+    const bool known = identity != FileIdentity() && !readings.enteredStacks.empty();
+    if (known && isEndless(readings))
+        throw HException(path.given().toUtf8() + " includes itself without end");
+    SourceLineReader reader = known ? SourceLineReader(path, readings.text) : SourceLineReader(path);
+    readings.text = reader.text();
+    readings.enteredStacks.push_back(m_conditions.stackIdentity());
+    m_open.push_back({std::move(reader), identity, m_document.map.addFile(path.given())});
+    m_conditions.setSuppressed(false);
+}
+
+/// Whether one more reading of a file, beside those that are open, can be told never to end.
+bool SourceReader::isEndless(const Readings &readings) const
+{
+    const std::vector<int> &stacks = readings.enteredStacks;
+    const std::size_t depth = stacks.size() + 1;
+    return std::ranges::find(stacks, m_conditions.stackIdentity()) != stacks.end() || depth >= s_endlessDepth ||
+           (depth >= s_suspiciousDepth && static_cast<qsizetype>(depth) * readings.text.size() > s_endlessSize);
+}
+
+void SourceReader::leave()
+{
+    const OpenSource left = std::move(m_open.back());
+    m_open.pop_back();
+    if (m_open.empty() && !m_document.isJoined) {
+        m_document.file = left.reader.text();
+        m_document.kept = {m_run.begin, static_cast<std::size_t>(m_run.end - m_run.begin)};
+        m_document.map.beginStretch(0, m_run.file, m_run.line);
+        return;
+    }
+    joinRun();
+    const auto readings = m_readings.find(left.identity);
+    readings->second.enteredStacks.pop_back();
+    if (readings->second.enteredStacks.empty())
+        m_readings.erase(readings);
+    if (m_open.empty())
+        return;
+    // An include is followed only while lines are kept, so they are kept again; its end reads
+    // as one empty line.
+    m_conditions.setSuppressed(false);
+    if (m_macros == nullptr)
+        return keepCopy({});
+    textLine({});
+}
+
+void SourceReader::readLine(std::string_view line)
+{
+    const std::string_view content = afterWhiteSpace(line);
+    const char first = content.empty() ? '\0' : content.front();
+    if (first == '%')
+        return;
+    if (first == '@' && content.substr(1, 1) != "(")
+        return directive(content);
+    if (!m_conditions.suppressed())
+        textLine(line);
+}
+
+void SourceReader::directive(std::string_view line)
+{
+    constexpr std::string_view definition = "@def";
+    const std::string words = simplified(line);
+    if (words.starts_with(definition))
+        return define(words);
+    m_conditions.apply(words);
+}
+
+void SourceReader::define(const std::string &line)
+{
+    const std::string_view definition = afterFirstBlank(line);
+    std::string value(afterFirstBlank(definition));
+    std::string_view next;
+    // The lines that continue a definition are taken as they are, whatever they begin with.
+    while (value.ends_with('\\') && m_open.back().reader.readLine(next)) {
+        value.pop_back();
+        value += next;
+    }
+    if (!m_conditions.suppressed())
+        m_definitions.insert_or_assign(std::string(firstWord(definition)), std::move(value));
+}
+
+void SourceReader::textLine(std::string_view line)
+{
+    if (m_macros == nullptr) {
+        if (!include(line))
+            keepInPlace(line);
+        return;
+    }
+    const char introducer = m_macros->introducer();
+    m_macros->setIntroducer('@');
+    const std::string expanded = m_macros->expand(line, m_definitions);
+    m_macros->setIntroducer(introducer);
+    if (!include(expanded))
+        keepCopy(expanded);
+}
+
+bool SourceReader::include(std::string_view line)
+{
+    constexpr std::string_view command = "\\include"; // also the beginning of a longer name
+    if (!afterWhiteSpace(line).starts_with(command))
+        return false;
+    const std::string words = simplified(line);
+    const std::string_view name = afterFirstBlank(words);
+    if (!firstWord(name).ends_with(".dg"))
+        return false;
+    enter(Path(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))));
+    return true;
+}
+
+void SourceReader::keepInPlace(std::string_view line)
+{
+    const char *const end = line.data() + line.size();
+    noteTitle(line);
+    if (m_run.begin != nullptr && m_run.end + 1 == line.data() && m_run.file == m_open.back().file) {
+        m_run.end = end;
+        return;
+    }
+    joinRun();
+    m_run = {line.data(), end, m_open.back().file, m_open.back().reader.lineNumber()};
+}
+
+void SourceReader::keepCopy(std::string_view line)
+{
+    joinRun();
+    noteTitle(line);
+    beginJoinedLine(m_open.back().file, std::max(1, m_open.back().reader.lineNumber()));
+    m_document.joined += line;
+}
+
+void SourceReader::joinRun()
+{
+    if (m_run.begin == nullptr)
+        return;
+    beginJoinedLine(m_run.file, m_run.line);
+    m_document.joined.append(m_run.begin, m_run.end);
+    m_run = {};
+}
+
+void SourceReader::beginJoinedLine(int file, int line)
+{
+    if (m_document.isJoined)
+        m_document.joined += '\n';
+    else if (!m_open.empty())
+        m_document.joined.reserve(static_cast<std::size_t>(m_open.front().reader.text().size()));
+    m_document.isJoined = true;
+    m_document.map.beginStretch(m_document.joined.size(), file, line);
+}
+
+void SourceReader::noteTitle(std::string_view line)
+{
+    constexpr std::string_view split = "\\split";
+    constexpr std::string_view title = "\\title";
+    if (!line.starts_with('\\'))
+        return;
+    if (line.starts_with(split)) {
+        const std::string_view braced = bracedArgument(line, split);
+        const std::string_view name = braced.data() == nullptr ? afterFirstBlank(line) : braced;
+        if (!name.empty())
+            m_splitName = name;
+        return;
+    }
+    if (!line.starts_with(title) || isCommand(line, "\\titleref"))
+        return;
+    std::string text;
+    if (line.substr(title.size(), 1) == "{") {
+        text = simplified(line.substr(title.size() + 1));
+        if (text.ends_with('}'))
+            text.pop_back();
+        text = simplified(text);
+    } else {
+        text = afterFirstBlank(simplified(line));
+    }
+    if (text.empty())
+        return;
+    if (!m_splitName.empty())
+        m_document.titleTargets.insert_or_assign(text, m_splitName);
+    m_document.titles.insert_or_assign(m_splitName, std::move(text));
+}
+
+} // namespace tavidoc

@@ -1,0 +1,100 @@
+#pragma once
+
+#include "reading/conditions.h"
+#include "reading/macro_context.h"
+#include "reading/source_line_reader.h"
+#include "reading/source_map.h"
+
+#include <QByteArray>
+
+#include <map>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace tavidoc {
+
+/// Page titles by split name; the empty name is that of the document.
+using PageTitles = std::map<std::string, std::string, std::less<>>;
+
+/// A markup document as it goes to the translator.
+struct SourceDocument
+{
+    /// The lines that were kept, joined by "\n". UTF-8.
+    [[nodiscard]] std::string_view text() const { return isJoined ? std::string_view(joined) : kept; }
+
+    QByteArray file;       ///< holds the text when it is one stretch of the input file,
+    std::string_view kept; ///< which is this view into it
+    std::string joined;    ///< holds the text otherwise
+    bool isJoined = false;
+    SourceMap map;
+    PageTitles titles;       ///< the later one counts for equal names
+    PageTitles titleTargets; ///< split name by title, for titles of pages; the later one counts
+};
+
+/// Reads a markup source with what it includes: drops comments, keeps or drops conditional
+/// blocks, collects definitions and page titles.
+class SourceReader
+{
+public:
+    /// \a macros may be null: then no line is expanded. It is borrowed.
+    SourceReader(MacroContext *macros, std::string_view outputFormat);
+
+    /// Reads \a path. A file that cannot be read is empty. Throws HException when an include
+    /// can be proved never to end.
+    [[nodiscard]] SourceDocument read(const Path &path);
+
+private:
+    /// Tells a file from all others: device and number on it. Zeros for one that cannot be read.
+    using FileIdentity = std::pair<quint64, quint64>;
+
+    /// A file while it is being read.
+    struct OpenSource
+    {
+        SourceLineReader reader;
+        FileIdentity identity;
+        int file; // its number in the map
+    };
+
+    /// All open readings of one file.
+    struct Readings
+    {
+        QByteArray text;                // shared by all of them
+        std::vector<int> enteredStacks; // the identity of the conditions each one began with
+    };
+
+    /// Lines that follow each other in their file and are not joined to the text yet.
+    struct Run
+    {
+        const char *begin = nullptr;
+        const char *end = nullptr; // of the last line, without its line end
+        int file = 0;
+        int line = 0; // the number of the first line, counted from 1
+    };
+
+    void enter(const Path &path);
+    [[nodiscard]] bool isEndless(const Readings &readings) const;
+    void leave();
+    void readLine(std::string_view line);
+    void directive(std::string_view line);
+    void define(const std::string &line);
+    void textLine(std::string_view line);
+    bool include(std::string_view line);
+    void keepInPlace(std::string_view line);
+    void keepCopy(std::string_view line);
+    void joinRun();
+    void beginJoinedLine(int file, int line);
+    void noteTitle(std::string_view line);
+
+    MacroContext *m_macros;
+    Conditions m_conditions;
+    MacroDefinitions m_definitions;
+    std::vector<OpenSource> m_open; // innermost last
+    std::map<FileIdentity, Readings> m_readings;
+    SourceDocument m_document;
+    Run m_run;
+    std::string m_splitName; // of the page that the next title belongs to
+};
+
+} // namespace tavidoc

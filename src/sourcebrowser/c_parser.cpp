@@ -1,0 +1,267 @@
+#include "sourcebrowser/c_parser.h"
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+using namespace SourceBrowserToken;
+
+namespace {
+
+constexpr int s_deepestContainer = 1000;
+
+QString withoutDirectory(const QString &file)
+{
+    return file.mid(file.lastIndexOf(u'/') + 1);
+}
+
+} // namespace
+
+SourceBrowserCParser::SourceBrowserCParser(SourceBrowserModel *model, SourceBrowserEventInterface *events)
+    : m_model(model), m_events(events)
+{
+}
+
+SourceBrowserCParser::~SourceBrowserCParser() = default;
+
+void SourceBrowserCParser::beginGroup(const QString &) {}
+void SourceBrowserCParser::addResult(const QString &, int, const QString &) {}
+void SourceBrowserCParser::endGroup() {}
+
+void SourceBrowserCParser::parse(const QString &file, const QStringList &fixmeWords)
+{
+    m_file = file;
+    if (m_model)
+        m_model->forget(file);
+    beginGroup("Parsing "_L1 + withoutDirectory(file));
+    reset();
+    m_scanner = std::make_unique<SourceBrowserCScanner>(*this, file, m_events, m_model, m_statistics, fixmeWords);
+    for (Token token = nextWithExtensions(); !token.is(EndOfInput); token = nextWithExtensions())
+        statement(token);
+    switchTo(&m_contexts.front());
+    m_overview = m_scanner->overview();
+    m_overviewComments = m_scanner->overviewComments();
+    m_scanner.reset();
+    m_objects->root().settle();
+    endGroup();
+    if (m_model)
+        m_model->setStatistics(file, m_statistics);
+    m_objects = nullptr;
+    m_ownModel.reset();
+}
+
+void SourceBrowserCParser::reset()
+{
+    m_ownModel = m_model ? nullptr : std::make_unique<SourceBrowserModel>();
+    m_objects = m_model ? m_model : m_ownModel.get();
+    m_statistics = {};
+    m_given.reset();
+    m_contexts.clear();
+    m_contexts.emplace_back();
+    m_context = &m_contexts.front();
+    m_context->container = &m_objects->root();
+    m_conditions.clear();
+    m_absorbed.clear();
+    m_reader.reset();
+    m_depth = 0;
+    m_bodyMayBeStray = false;
+}
+
+void SourceBrowserCParser::complain(int line, const QString &message)
+{
+    addResult(m_file, line, message);
+}
+
+SourceBrowserTokenRecord SourceBrowserCParser::next()
+{
+    if (m_given)
+        return *std::exchange(m_given, std::nullopt);
+    return m_scanner->read();
+}
+
+/// The next token that is no compiler extension. Several in a row vanish.
+SourceBrowserTokenRecord SourceBrowserCParser::nextWithExtensions()
+{
+    for (;;) {
+        Token token = next();
+        if (token.word == Word::Extension)
+            continue;
+        if (token.word != Word::ExtensionCall)
+            return token;
+        token = next();
+        if (token.is('(') || token.is('[') || token.is('{'))
+            skipGroup(token);
+        else
+            giveBack(token);
+    }
+}
+
+SourceBrowserCParser::Context *SourceBrowserCParser::open(Body body, SourceBrowserContainer *container)
+{
+    Context &context = m_contexts.emplace_back();
+    context.body = body;
+    context.parent = m_context;
+    context.container = container;
+    context.depth = m_context->depth + 1;
+    context.scope = container->qualifiedName();
+    context.column = m_pending.column;
+    m_context = &context;
+    return m_context;
+}
+
+/// Leaves the innermost context; its closing brace stands on \a line, counted from 0, or is
+/// missing when that is -1.
+void SourceBrowserCParser::closeContext(int line)
+{
+    const Context &closed = *m_context;
+    m_context = closed.parent;
+    if (closed.body == Body::Block)
+        return;
+    closed.container->settle();
+    if (line >= 0) {
+        SourceBrowserObject::Lines lines = closed.container->lines();
+        lines.last = line;
+        closed.container->setLines(lines);
+    }
+    if (closed.holdsRenamed)
+        rescope(*closed.container);
+    if (m_events)
+        m_events->endContainer();
+}
+
+/// Tells what \a container holds of its new name, when the outermost class around it is complete:
+/// telling it at every level would take the square of the depth.
+void SourceBrowserCParser::rescope(SourceBrowserContainer &container)
+{
+    if (isInClass())
+        m_context->holdsRenamed = true;
+    else
+        m_objects->rescope(container);
+}
+
+/// Reads one statement of the innermost context.
+void SourceBrowserCParser::statement(const Token &first)
+{
+    if (first.code >= ConditionalBegin) {
+        m_pending.tokens.clear();
+        noteCondition(first);
+        if (m_depth > 0)
+            skipBraces(m_depth);
+        return;
+    }
+    m_scanner->releaseLines();
+    closeLostContainers(first);
+    switch (first.code) {
+    case '}':
+        if (m_context->parent) {
+            const Context &closed = *m_context;
+            closeContext(first.line - 1);
+            if (closed.body == Body::Class || closed.body == Body::Structure)
+                afterBody(closed, first);
+        }
+        return;
+    case Using:
+        return skipUntil(';');
+    case Namespace:
+        return namespaceStatement(first);
+    default:
+        break;
+    }
+    if (m_context->body == Body::Structure && !structureToken(first))
+        return;
+    if (first.is(Public) || first.is(Protected) || first.is(Private))
+        return accessLabel(first);
+    if (first.is('{'))
+        return skipGroup(first);
+    const bool begins =
+        first.isIdentifier() || first.is(Scope) || first.is('~') || first.is('[') || first.code >= Class;
+    if (!begins || first.is(Ellipsis) || first.is(Number) || first.is(Skipped))
+        return;
+    if (first.isIdentifier() && bodyStatement(first))
+        return;
+    declaration(first);
+}
+
+/// Complains of what does not belong in a structure behind "typedef". False when \a first is
+/// skipped; what C++ allows there is complained of and read.
+bool SourceBrowserCParser::structureToken(const Token &first)
+{
+    switch (first.code) {
+    case Const:
+    case Volatile:
+    case Identifier:
+    case Union:
+    case Struct:
+    case Enum:
+        return true;
+    default:
+        break;
+    }
+    if (first.is(';') && m_afterBody)
+        return false;
+    complain(first.line, u"Bad struct declaration"_s);
+    return first.is('~') || first.is('[') ||
+           (first.code > 255 && !first.is(Number) && !first.is(Skipped) && !first.is(String));
+}
+
+/// What begins with an identifier and is no declaration. True when it was one.
+bool SourceBrowserCParser::bodyStatement(const Token &first)
+{
+    if (!isInClass())
+        return false;
+    if (first.text == u"Q_PROPERTY" || first.text == u"Q_ENUM" || first.text == u"Q_OVERRIDE") {
+        skipParenthesis();
+        return true;
+    }
+    if (first.text == u"Q_SIGNALS") {
+        accessLabel(first);
+        return true;
+    }
+    return false;
+}
+
+void SourceBrowserCParser::accessLabel(const Token &first)
+{
+    Token token = nextWithExtensions();
+    for (int words = 0; token.isIdentifier() && words < 2; ++words)
+        token = nextWithExtensions();
+    if (!token.is(':'))
+        giveBack(token);
+    if (!isInClass())
+        return;
+    m_context->access = first.is(Private)     ? SourceBrowserObject::Private
+                        : first.is(Protected) ? SourceBrowserObject::Protected
+                                              : SourceBrowserObject::Public;
+    if (m_events)
+        m_events->visibilityChange(m_context->access, first.line - 1);
+}
+
+/// A declaration of the file that begins where the class around it began, left of the class's
+/// members: the class's closing brace was lost.
+void SourceBrowserCParser::closeLostContainers(const Token &first)
+{
+    if (!isInClass())
+        return;
+    if (m_context->memberColumn < 0)
+        m_context->memberColumn = first.column;
+    if (first.is('}') || first.column > 0 || m_context->column > 0)
+        return;
+    const bool beginsDeclaration = first.isIdentifier() || first.code >= Class;
+    const bool fileLevelOnly = first.is(Typedef) || first.is(Extern) || first.is(Namespace);
+    if (m_context->mayBeStray ? beginsDeclaration && m_context->memberColumn > 0
+                              : fileLevelOnly && m_context->memberColumn > 0) {
+        while (isInClass())
+            closeContext(-1);
+    }
+}
+
+bool SourceBrowserCParser::isInClass() const
+{
+    return m_context->body == Body::Class || m_context->body == Body::Structure;
+}
+
+bool SourceBrowserCParser::isTooDeep() const
+{
+    return m_context->depth >= s_deepestContainer;
+}
+
+} // namespace tavidoc

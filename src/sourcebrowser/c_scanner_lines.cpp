@@ -1,0 +1,284 @@
+#include "sourcebrowser/c_scanner.h"
+#include "sourcebrowser/model.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+using namespace SourceBrowserToken;
+
+namespace {
+
+qsizetype firstNonBlank(QStringView line, qsizetype from = 0)
+{
+    while (from < line.size() && line[from].isSpace())
+        ++from;
+    return from;
+}
+
+bool isNameUnit(QChar unit)
+{
+    return unit.isLetterOrNumber() || unit == u'_';
+}
+
+/// The word after "#" and where it ends.
+QStringView directiveWord(QStringView directive)
+{
+    const qsizetype start = firstNonBlank(directive, 1);
+    qsizetype end = start;
+    while (end < directive.size() && isNameUnit(directive[end]))
+        ++end;
+    return directive.mid(start, end - start);
+}
+
+/// Whether a block comment that begins in \a directive is still open at its end.
+bool leavesCommentOpen(QStringView directive)
+{
+    if (!directive.contains(u'/'))
+        return false;
+    char16_t quote = 0;
+    for (qsizetype at = 0; at < directive.size(); ++at) {
+        const char16_t unit = directive[at].unicode();
+        const char16_t next = at + 1 < directive.size() ? directive[at + 1].unicode() : u'\0';
+        if (quote != 0) {
+            if (unit == u'\\')
+                ++at;
+            else if (unit == quote || unit == u'\n')
+                quote = 0;
+        } else if (unit == u'"' || (unit == u'\'' && (at == 0 || !directive[at - 1].isLetterOrNumber()))) {
+            quote = unit;
+        } else if (unit == u'/' && next == u'/') {
+            return false;
+        } else if (unit == u'/' && next == u'*') {
+            at = directive.indexOf("*/"_L1, at + 2);
+            if (at < 0)
+                return true;
+            ++at;
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+void SourceBrowserCScanner::releaseLines()
+{
+    m_kept.clear();
+}
+
+void SourceBrowserCScanner::keepLines(bool keep)
+{
+    m_keepLines = keep;
+    m_lineIsUsed |= keep;
+}
+
+QString SourceBrowserCScanner::overview() const
+{
+    QString text;
+    for (const SourceBrowserOverviewComment &comment : m_overview)
+        text += comment.text;
+    return text;
+}
+
+/// Goes on to the next line, whatever it holds, and counts it.
+bool SourceBrowserCScanner::readPlainLine()
+{
+    if (m_lineIsUsed)
+        m_kept.push_back(std::exchange(m_line, QString())); // of other lines the next one takes the memory
+    m_column = 0;
+    const bool delivered = m_lines.readLine(m_line);
+    if (!delivered)
+        m_line.clear();
+    m_units = reinterpret_cast<const char16_t *>(m_line.constData());
+    m_size = m_line.size();
+    m_lineIsUsed = false;
+    if (!delivered)
+        return false;
+    ++m_lineNumber;
+    ++m_statistics.total;
+    if (firstNonBlank(m_line) == m_size)
+        ++m_statistics.blank;
+    return true;
+}
+
+/// Goes on to the next line that may hold tokens, or to the end of a conditional directive.
+bool SourceBrowserCScanner::readNextLine()
+{
+    while (readPlainLine()) {
+        const qsizetype start = firstNonBlank(m_line);
+        if (start == m_size || m_units[start] != u'#')
+            return true;
+        readDirective();
+        if (m_conditional != 0)
+            return true;
+    }
+    return false;
+}
+
+void SourceBrowserCScanner::readDirective()
+{
+    const int line = m_lineNumber - 1;
+    m_conditionalLine = m_lineNumber;
+    QString directive = m_line.trimmed();
+    while (directive.endsWith(u'\\') && readPlainLine())
+        appendContinuation(directive);
+    finishDirectiveComment(directive);
+    m_column = m_size;
+    ++m_statistics.preprocessor;
+    if (m_events)
+        m_events->preprocessorLine(directive, line, m_statistics.preprocessor);
+    const QStringView word = directiveWord(directive);
+    if (word == u"define")
+        captureMacro(directive, line);
+    else
+        noteConditional(word);
+}
+
+void SourceBrowserCScanner::appendContinuation(QString &directive)
+{
+    ++m_statistics.preprocessor;
+    directive += "\n   "_L1 + m_line.trimmed();
+}
+
+/// A comment that a directive leaves open belongs to the directive with all its lines.
+void SourceBrowserCScanner::finishDirectiveComment(QString &directive)
+{
+    if (!leavesCommentOpen(directive))
+        return;
+    bool open = true;
+    while (open && readPlainLine()) {
+        appendContinuation(directive);
+        const qsizetype end = m_line.indexOf("*/"_L1);
+        open = end < 0 || leavesCommentOpen(QStringView(m_line).mid(end + 2));
+    }
+}
+
+void SourceBrowserCScanner::noteConditional(QStringView word)
+{
+    struct Row
+    {
+        QStringView word;
+        int code;
+    };
+    static constexpr Row rows[] = {
+        {u"if", ConditionalBegin},        {u"ifdef", ConditionalBegin}, {u"ifndef", ConditionalBegin},
+        {u"else", ConditionalBranch},     {u"elif", ConditionalBranch}, {u"elifdef", ConditionalBranch},
+        {u"elifndef", ConditionalBranch}, {u"endif", ConditionalEnd},
+    };
+    for (const Row &row : rows) {
+        if (row.word == word)
+            m_conditional = row.code;
+    }
+}
+
+void SourceBrowserCScanner::captureMacro(const QString &directive, int line)
+{
+    if (!m_model)
+        return;
+    const QStringView view = directive;
+    qsizetype start = view.indexOf("define"_L1) + 6;
+    start = firstNonBlank(view, start);
+    qsizetype end = start;
+    while (end < view.size() && isNameUnit(view[end]))
+        ++end;
+    if (end == start)
+        return;
+    auto macro = std::make_unique<SourceBrowserMacro>(view.mid(start, end - start).toString(), directive);
+    macro->setLines({line, m_lineNumber - 1, -1, -1});
+    macro->setDeclarationFile(m_file);
+    if (m_comment.reaches(line)) {
+        macro->setDocumentation(m_comment.text(), m_comment.firstLine());
+        m_comment.clear();
+    }
+    m_model->add(m_model->root(), std::move(macro));
+}
+
+void SourceBrowserCScanner::skipLineComment()
+{
+    ++m_statistics.comment;
+    if (!m_fixmeWords.isEmpty() && m_events) {
+        const QString text = QStringView(m_line).mid(m_column + 2).toString().simplified();
+        const auto end = std::find_if(text.begin(), text.end(), [](QChar unit) { return !unit.isLetterOrNumber(); });
+        const QString word = text.left(end - text.begin());
+        if (m_fixmeWords.contains(word))
+            m_events->fixmeComment(word, m_lineNumber - 1);
+    }
+    m_column = m_size;
+}
+
+void SourceBrowserCScanner::readBlockComment()
+{
+    m_column += 2;
+    m_comment.begin(m_line, m_column, m_lineNumber);
+    for (qsizetype slash = -1;;) {
+        slash = QStringView(m_line).indexOf(u'/', std::max(m_column, slash + 1));
+        if (slash > m_column && m_units[slash - 1] == u'*') {
+            m_comment.end(slash - 1, m_lineNumber);
+            m_column = slash + 1;
+            break;
+        }
+        if (slash >= 0)
+            continue;
+        if (!readPlainLine()) {
+            m_comment.endAtLineEnd(m_lineNumber);
+            break;
+        }
+        m_comment.append(m_line);
+    }
+    judgeComment();
+}
+
+void SourceBrowserCScanner::judgeComment()
+{
+    const int lineCount = m_comment.lastLine() - m_comment.firstLine() + 1;
+    const auto [first, second] = m_comment.firstCharacters();
+    if (first != u'!' || (second != u'!' && second != u'\\' && second != u'<')) {
+        m_statistics.comment += lineCount;
+        return;
+    }
+    const QString text = m_comment.text().simplified();
+    const auto isRegionMark = [&text](QLatin1StringView mark) {
+        return text.startsWith(mark) && (text.size() == mark.size() || text[mark.size()] == u' ');
+    };
+    if (text.startsWith("!!"_L1) || text.startsWith("! \\overview"_L1))
+        return addOverview();
+    if (isRegionMark("! \\region"_L1) || isRegionMark("! \\group"_L1))
+        return beginRegion(text.section(u' ', 2));
+    if (isRegionMark("! \\endregion"_L1) || isRegionMark("! \\endgroup"_L1))
+        return endRegion();
+    m_statistics.comment += lineCount;
+    if (text.startsWith("!<"_L1))
+        m_comment.clear(); // describes the thing before it, so it belongs to nothing that follows
+}
+
+void SourceBrowserCScanner::addOverview()
+{
+    const QString text = m_comment.text();
+    qsizetype start = 0;
+    while (start < text.size() && (text[start] == u'!' || text[start] == u' ' || text[start] == u'\t'))
+        ++start;
+    m_overview.push_back({text.mid(start), m_comment.firstLine()});
+    m_comment.clear();
+}
+
+void SourceBrowserCScanner::beginRegion(const QString &name)
+{
+    m_region = name;
+    m_comment.clear();
+    ++m_statistics.comment;
+    if (m_events)
+        m_events->preprocessorLine("#region "_L1 + name, m_lineNumber - 1, m_statistics.preprocessor);
+}
+
+void SourceBrowserCScanner::endRegion()
+{
+    m_region.clear();
+    m_comment.clear();
+    ++m_statistics.comment;
+    if (m_events)
+        m_events->preprocessorLine(u"#endregion"_s, m_lineNumber - 1, m_statistics.preprocessor);
+}
+
+} // namespace tavidoc

@@ -1,0 +1,406 @@
+#include "sourcebrowser/declarators.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+using namespace SourceBrowserToken;
+
+namespace {
+
+using Token = SourceBrowserTokenRecord;
+
+bool isPointer(const Token &token)
+{
+    return token.is('*') || token.is('&') || token.is('^');
+}
+
+bool isWord(const Token &token)
+{
+    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
+}
+
+} // namespace
+
+/// Whether the group at \a open holds a declarator, as in `int (*name)(int)`, and no arguments.
+bool SourceBrowserDeclaratorReader::isNestedDeclarator(Index open, Index end) const
+{
+    const Index close = token(open).match;
+    while (code(open + 1, end) == '(')
+        ++open;
+    if (close >= end || open + 1 >= close)
+        return false;
+    if (isPointer(token(open + 1)))
+        return true;
+    const int after = code(close + 1, end);
+    if (!isWord(token(open + 1)) && token(open + 1).word != Word::Storage)
+        return false;
+    Index at = token(open + 1).word == Word::Storage ? open + 2 : chainEnd(open + 1, close);
+    if (at < close && token(at - 1).is(Scope) && token(at).is('*'))
+        return true;
+    while (at < close && isWord(token(at)))
+        ++at;
+    if (at < close && token(at).is('*'))
+        return after == '(' || after == '[';
+    return (at == close || token(at).is(')')) && after == '(' && wrappedArguments(close + 1) < 0;
+}
+
+/// Reads pointers, the name and what follows it, from the first token after the type.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readShape(Index at, Index end, Shape &shape,
+                                                                              bool isArgument)
+{
+    int nesting = 0;
+    at = readPointers(at, end, shape, nesting);
+    if (shape.nameBegin < 0 && at < end && (isWord(token(at)) || token(at).is(Scope)))
+        at = readName(at, end, shape);
+    else if (code(at, end) == Operator)
+        at = readOperator(at, at, end, shape);
+    return readSuffixes(at, end, shape, nesting, isArgument);
+}
+
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readPointers(Index at, Index end, Shape &shape,
+                                                                                 int &nesting)
+{
+    while (at < end) {
+        const Token &here = token(at);
+        if (here.is('[') && code(at + 1, end) == '[') {
+            at = skipAttributes(at, end);
+        } else if (isPointer(here)) {
+            if (!shape.prefix.isEmpty() && shape.prefix.back().isLetterOrNumber())
+                shape.prefix += u' ';
+            shape.prefix += here.text;
+            ++at;
+        } else if (isQualifier(at)) {
+            if (!shape.prefix.isEmpty() && shape.prefix.back().isLetterOrNumber())
+                shape.prefix += u' ';
+            shape.prefix += here.text;
+            ++at;
+            if (at < end && !isPointer(token(at)) && !token(at).is(')') && !token(at).is('(') && !token(at).is('['))
+                shape.prefix += u' ';
+        } else if (here.is('(') && isNestedDeclarator(at, end)) {
+            shape.prefix += u'(';
+            ++nesting;
+            ++at;
+        } else if (here.is(Ellipsis)) {
+            shape.prefix += here.text;
+            ++at;
+        } else if (here.word == Word::Storage) {
+            ++at;
+        } else if (isWord(here) || here.is(Scope)) {
+            const Index stop = chainEnd(at, end);
+            const bool toMember = stop > at && token(stop - 1).is(Scope) && code(stop, end) == '*';
+            if (toMember)
+                shape.prefix += typeText(range(at, stop));
+            else if (stop == at || !isPointerAhead(stop, end))
+                return at;
+            at = stop; // otherwise a calling convention
+        } else {
+            return at;
+        }
+    }
+    return at;
+}
+
+bool SourceBrowserDeclaratorReader::isPointerAhead(Index at, Index end) const
+{
+    while (at < end && isWord(token(at)))
+        ++at;
+    return at < end && isPointer(token(at));
+}
+
+/// Reads a run of words after pointers. One is the name, the others are macros.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Index at, Index end, Shape &shape)
+{
+    Index previous = -1;
+    Index previousEnd = -1;
+    Index last = at;
+    Index stop = at;
+    bool previousIsOwn = false;
+    while (stop < end && (isWord(token(stop)) || token(stop).is(Scope))) {
+        if (stop > at && (!previousIsOwn || !looksLikeMacro(last))) {
+            previous = last;
+            previousEnd = stop;
+            previousIsOwn = !looksLikeMacro(last);
+        }
+        last = stop;
+        stop = chainEnd(stop, end);
+        if (stop == last)
+            break;
+    }
+    if (stop > at && token(stop - 1).is(Scope) && code(stop, end) == Operator)
+        return readOperator(last, stop, end, shape);
+    const bool beforeGroup = code(stop, end) == '(';
+    const Index inner = beforeGroup ? wrappedArguments(stop) : -1;
+    const bool lastIsMacro = previous >= 0 && previousIsOwn && looksLikeMacro(last);
+    shape.nameBegin = last;
+    shape.nameEnd = stop;
+    if (previous >= 0 && (inner >= 0 || lastIsMacro)) {
+        shape.nameBegin = previous;
+        shape.nameEnd = previousEnd;
+        if (beforeGroup)
+            stop = std::min(afterGroup(stop), end);
+        if (inner >= 0) {
+            shape.arguments = inner;
+            shape.isFunction = true;
+        }
+    }
+    return stop;
+}
+
+/// Reads an operator's name, whose qualification begins at \a begin, and the "(" after it.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readOperator(Index begin, Index at, Index end,
+                                                                                 Shape &shape)
+{
+    shape.nameBegin = begin;
+    ++at;
+    if (code(at, end) == '(' && token(at).match == at + 1)
+        shape.nameEnd = at + 2;
+    else
+        shape.nameEnd = findTopLevel(at, end, '(');
+    return beginArguments(skipAttributes(shape.nameEnd, end), end, shape);
+}
+
+/// Reads arrays, argument lists and closing parentheses after the name.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes(Index at, Index end, Shape &shape,
+                                                                                 int nesting, bool isArgument)
+{
+    bool isFresh = shape.arguments < 0; // nothing has followed the name yet
+    while (at < end) {
+        const Token &here = token(at);
+        const Index after = std::min(afterGroup(at), end);
+        if (here.is('[') && code(at + 1, end) == '[') {
+            at = after;
+        } else if (here.is('[')) {
+            shape.suffix += sourceText(range(at, after));
+            isFresh = false;
+            at = after;
+        } else if (here.is('(')) {
+            if (isFresh && shape.nameBegin >= 0 && !isArgument && !m_isTypedef) {
+                shape.arguments = at;
+                shape.isFunction = true;
+            } else {
+                shape.suffix += typeText(range(at, after));
+            }
+            isFresh = false;
+            at = after;
+        } else if (here.is(')') && nesting > 0) {
+            if (shape.prefix.endsWith(u'('))
+                shape.prefix.chop(1); // Parentheses around nothing but a name say nothing.
+            else {
+                shape.suffix += u')';
+                isFresh = false;
+            }
+            --nesting;
+            ++at;
+        } else if (isWord(here) && code(at + 1, end) == '(' && wrappedArguments(at + 1) >= 0 && shape.arguments < 0) {
+            const Index inner = wrappedArguments(at + 1);
+            shape.suffix += typeText(range(inner, afterGroup(inner)));
+            at = std::min(afterGroup(at + 1), end);
+        } else if (nesting > 0 && isWord(here)) {
+            ++at;
+        } else {
+            break;
+        }
+    }
+    shape.failed |= nesting > 0;
+    return at;
+}
+
+/// Puts the declarator together; \a at is where its shape ended.
+SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &specifiers, Shape &shape, Index at,
+                                                              Index end, bool isArgument)
+{
+    SourceBrowserDeclarator declarator;
+    if (shape.failed || (shape.nameBegin < 0 && !isArgument))
+        return declarator;
+    const Index stop = readTail(at, end, shape, declarator);
+    if (stop < end && !token(stop).is('=') && !shape.isFunction)
+        return declarator;
+    if (shape.isFunction && m_isTypedef) {
+        shape.suffix = typeText(range(shape.arguments, std::min(afterGroup(shape.arguments), end))) + shape.suffix;
+        shape.isFunction = false;
+    }
+    SourceBrowserType &type = declarator.type;
+    if (type.text.isEmpty())
+        type.text = specifiers;
+    if (!shape.prefix.isEmpty())
+        type.text += (type.text.isEmpty() || shape.prefix.startsWith(u'.') ? ""_L1 : " "_L1) + shape.prefix.trimmed();
+    if (!shape.suffix.isEmpty()) {
+        if (shape.prefix.isEmpty() || shape.prefix.endsWith(u' ') || shape.prefix.back().isLetter())
+            type.text += u' ';
+        type.insertion = static_cast<int>(type.text.size());
+        type.text += shape.suffix;
+    }
+    type.text = shared(type.text);
+    declarator.isBarePlainName = shape.prefix.isEmpty() && shape.suffix.isEmpty() && !shape.isFunction;
+    if (shape.nameBegin >= 0)
+        setName(shape, declarator);
+    if (shape.isFunction && !declarator.name.isEmpty()) {
+        declarator.kind = SourceBrowserDeclarator::Function;
+        declarator.arguments = readArguments(shape.arguments);
+    } else if (!declarator.name.isEmpty() && declarator.qualifier.isEmpty()) {
+        declarator.kind = SourceBrowserDeclarator::Object;
+    }
+    return declarator;
+}
+
+void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDeclarator &declarator) const
+{
+    Index begin = shape.nameBegin;
+    for (Index at = begin; at < shape.nameEnd; at = afterGroup(at)) {
+        if (token(at).is(Operator))
+            break;
+        if (token(at).is(Scope))
+            begin = at + 1;
+    }
+    if (begin > shape.nameBegin)
+        declarator.qualifier = typeText(range(shape.nameBegin, begin - 1));
+    if (begin >= shape.nameEnd)
+        return; // nothing follows the last "::"
+    if (!token(begin).is(Operator)) {
+        const Index nameEnd = token(begin).is('~') ? begin + 2 : begin + 1; // without template arguments
+        declarator.name = typeText(range(begin, std::min(nameEnd, shape.nameEnd)));
+        return;
+    }
+    declarator.name = u"operator"_s;
+    if (begin + 1 >= shape.nameEnd)
+        return;
+    const Token &symbol = token(begin + 1);
+    const QString rest = symbol.isIdentifier() || symbol.code > 255 || symbol.is(Scope)
+                             ? typeText(range(begin + 1, shape.nameEnd))
+                             : QString();
+    if (!rest.isEmpty() && !symbol.is(String) && !symbol.is(Skipped)) {
+        declarator.name = "operator "_L1 + rest;
+        return;
+    }
+    for (const Token &part : range(begin + 1, shape.nameEnd))
+        declarator.name += part.text;
+}
+
+/// Reads what follows the declarator: qualifiers and "= 0" of a function, the width of a bit
+/// field, macros. The result is where it stopped.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Index at, Index end, Shape &shape,
+                                                                             SourceBrowserDeclarator &declarator)
+{
+    if (!shape.isFunction && code(at, end) == ':') {
+        const Index stop = findTopLevel(at + 1, end, '=');
+        shape.suffix += " : "_L1 + sourceText(range(at + 1, stop));
+        return stop;
+    }
+    while (at < end) {
+        const Token &here = token(at);
+        if (here.is('=') && shape.isFunction && at + 1 < end) {
+            declarator.isPure = token(at + 1).text == u"0";
+            declarator.isDeleted = token(at + 1).text == u"delete";
+        }
+        if (here.is('='))
+            return at;
+        if (shape.isFunction && here.is('-') && code(at + 1, end) == '>') {
+            Index stop = at + 2;
+            while (stop < end && !token(stop).is('=') && token(stop).word != Word::Suffix)
+                stop = afterGroup(stop);
+            declarator.type.text = typeText(range(at + 2, std::min(stop, end)));
+            return end;
+        }
+        declarator.isConst |= here.is(Const) && shape.isFunction;
+        if (!shape.isFunction && !isWord(here) && !isQualifier(at) && !here.is('(') && !here.is('['))
+            return at;
+        at = std::min(afterGroup(at), end);
+    }
+    return at;
+}
+
+void SourceBrowserDeclaratorReader::reset()
+{
+    m_types.clear();
+    std::ranges::fill(m_texts, QString());
+}
+
+QString SourceBrowserDeclaratorReader::shared(const QString &text)
+{
+    if (text.isEmpty())
+        return text;
+    const qsizetype size = text.size();
+    const auto mix =
+        static_cast<size_t>(text[0].unicode() * 31 + text[size / 2].unicode() * 7 + text[size - 1].unicode());
+    QString &kept = m_texts[(mix + static_cast<size_t>(size) * 61) % m_texts.size()];
+    if (kept != text)
+        kept = text;
+    return kept;
+}
+
+std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(Index open)
+{
+    std::vector<SourceBrowserArgument> arguments;
+    const Index end = std::min<Index>(token(open).match, static_cast<Index>(m_tokens->size()));
+    Index begin = open + 1;
+    if (end - begin == 1 && token(begin).text == u"void")
+        return arguments;
+    while (begin < end) {
+        const Index stop = findTopLevel(begin, end, ',');
+        const Index equals = findTopLevel(begin, stop, '=');
+        SourceBrowserArgument argument;
+        if (stop - begin == 1 && token(begin).is(Ellipsis)) {
+            argument.type.text = u"..."_s;
+        } else {
+            SourceBrowserDeclarator declarator = readOne(begin, equals, true);
+            argument.type = std::move(declarator.type);
+            argument.name = shared(declarator.name);
+        }
+        if (equals < stop)
+            argument.defaultValue = sourceText(range(equals + 1, stop));
+        if (!argument.type.text.isEmpty())
+            arguments.push_back(std::move(argument));
+        begin = stop + 1;
+    }
+    return arguments;
+}
+
+/// Looks into a macro that makes the whole declaration: among its arguments a type, a name and a
+/// list in parentheses follow each other.
+SourceBrowserDeclarator SourceBrowserDeclaratorReader::readWrapped(Index begin, Index end)
+{
+    Index open = begin;
+    while (open < end && !token(open).is('('))
+        ++open;
+    const bool saysRemoved = open > begin && open < end && token(open - 1).text.endsWith("REMOVED"_L1);
+    if (open >= end || m_isUnwrapping || saysRemoved || token(open).match >= end)
+        return {};
+    const Index close = token(open).match;
+    Index typeBegin = -1;
+    Index nameBegin = -1;
+    for (Index at = open + 1; at < close;) {
+        const Index stop = findTopLevel(at, close, ',');
+        const bool isList = token(at).is('(') && token(at).match == stop - 1 && nameBegin >= 0 && typeBegin >= 0;
+        if (isList)
+            return unwrap(typeBegin, nameBegin, at);
+        typeBegin = nameBegin;
+        nameBegin = at;
+        at = stop + 1;
+    }
+    return {};
+}
+
+SourceBrowserDeclarator SourceBrowserDeclaratorReader::unwrap(Index type, Index name, Index list)
+{
+    const bool isPointerName = isPointer(token(name));
+    if (!token(name).is('(') && (list - name > 3 || !isWord(token(list - 2))))
+        return {};
+    std::vector<Token> tokens(m_tokens->begin() + type, m_tokens->begin() + name - 1);
+    Token parenthesis = token(list);
+    if (isPointerName)
+        tokens.push_back(parenthesis);
+    tokens.insert(tokens.end(), m_tokens->begin() + name, m_tokens->begin() + list - 1);
+    if (isPointerName) {
+        parenthesis.code = ')';
+        parenthesis.text = u")";
+        tokens.push_back(parenthesis);
+    }
+    tokens.insert(tokens.end(), m_tokens->begin() + list, m_tokens->begin() + afterGroup(list));
+    SourceBrowserDeclaratorReader reader;
+    reader.m_isUnwrapping = true;
+    return reader.read(tokens, {}, m_isTypedef).front();
+}
+
+} // namespace tavidoc

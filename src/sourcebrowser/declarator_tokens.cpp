@@ -1,0 +1,226 @@
+#include "sourcebrowser/declarators.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+using namespace SourceBrowserToken;
+
+namespace {
+
+bool isWordCharacter(QChar unit)
+{
+    return unit.isLetterOrNumber() || unit == u'_' || unit == u'$' || unit == u'"';
+}
+
+bool isArithmetic(QChar unit)
+{
+    return unit == u'+' || unit == u'-' || unit == u'/' || unit == u'%' || unit == u'|' || unit == u'?' ||
+           unit == u'=' || unit == u'!';
+}
+
+/// Whether the text ends with a "<" or "<<" that opens no template arguments: those have no blank before them.
+bool endsInComparison(QStringView text)
+{
+    const bool isLess = text.endsWith(u'<');
+    while (text.endsWith(u'<'))
+        text.chop(1);
+    return isLess && text.endsWith(u' ');
+}
+
+bool isPlain(const SourceBrowserTokenRecord &token)
+{
+    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
+}
+
+/// Whether a blank belongs between the end of \a text and \a token in the text of a type.
+bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
+{
+    const QChar last = text.back();
+    const QChar first = token.text.front();
+    if (isWordCharacter(first))
+        return isWordCharacter(last) || last == u',' || (last == u'>' && !text.endsWith("->"_L1)) || last == u')' ||
+               last == u']' || (token.blankBefore && (isArithmetic(last) || endsInComparison(text)));
+    if (first == u'*' || first == u'&' || first == u'^')
+        return last != u'*' && last != u'&' && last != u'(' && last != u':' && last != u'^';
+    if (first == u'(')
+        return isWordCharacter(last) && token.blankBefore;
+    if (first == u'.')
+        return last == u',' || (token.blankBefore && isWordCharacter(last));
+    return token.blankBefore && (isArithmetic(first) || ((first == u'<' || first == u'>') && token.match < 0));
+}
+
+} // namespace
+
+void SourceBrowserDeclaratorReader::reserve(QString &text, std::span<const Token> tokens)
+{
+    qsizetype size = 0;
+    for (const Token &token : tokens)
+        size += token.text.size() + 1;
+    text.reserve(size);
+}
+
+void SourceBrowserDeclaratorReader::appendToType(QString &text, const Token &token)
+{
+    if (!text.isEmpty() && !token.text.isEmpty() && wantsBlank(text, token)) // a literal cut off by the end has no text
+        text += u' ';
+    text += token.text;
+}
+
+QString SourceBrowserDeclaratorReader::sourceText(std::span<const Token> tokens)
+{
+    QString text;
+    for (const Token &token : tokens) {
+        if (token.blankBefore && !text.isEmpty())
+            text += u' ';
+        text += token.text;
+    }
+    return text;
+}
+
+QString SourceBrowserDeclaratorReader::typeText(std::span<const Token> tokens)
+{
+    QString text;
+    reserve(text, tokens);
+    for (const Token &token : tokens)
+        appendToType(text, token);
+    return text;
+}
+
+bool SourceBrowserDeclaratorReader::isAngle(std::span<const Token> tokens, size_t at)
+{
+    const Token &token = tokens[at];
+    const bool isOpening = token.is('<');
+    if (!isOpening && !token.is('>'))
+        return false;
+    if (at + 1 < tokens.size() && !tokens[at + 1].blankBefore &&
+        (tokens[at + 1].is('=') || (isOpening && tokens[at + 1].is('<'))))
+        return false;
+    return at == 0 || token.blankBefore || !tokens[at - 1].is(isOpening ? '<' : '-');
+}
+
+void SourceBrowserDeclaratorReader::linkBrackets(std::vector<Token> &tokens)
+{
+    std::vector<Index> open;
+    const auto closes = [&](int opener, Index closer) {
+        // An unmatched "<" between is a comparison.
+        while (!open.empty() && opener != '<' && tokens[static_cast<size_t>(open.back())].is('<'))
+            open.pop_back();
+        if (open.empty() || !tokens[static_cast<size_t>(open.back())].is(opener))
+            return;
+        tokens[static_cast<size_t>(open.back())].match = closer;
+        tokens[static_cast<size_t>(closer)].match = open.back();
+        open.pop_back();
+    };
+    const auto size = static_cast<Index>(tokens.size());
+    for (Index at = 0; at < size; ++at) {
+        Token &token = tokens[static_cast<size_t>(at)];
+        token.match = -1;
+        switch (token.code) {
+        case '(':
+        case '[':
+        case '{':
+            token.match = size;
+            open.push_back(at);
+            break;
+        case '<':
+            if (at > 0 && tokens[static_cast<size_t>(at - 1)].isIdentifier() &&
+                isAngle(tokens, static_cast<size_t>(at)))
+                open.push_back(at);
+            break;
+        case ')':
+            closes('(', at);
+            break;
+        case ']':
+            closes('[', at);
+            break;
+        case '}':
+            closes('{', at);
+            break;
+        case '>':
+            if (isAngle(tokens, static_cast<size_t>(at)))
+                closes('<', at);
+            break;
+        default:
+            break;
+        }
+    }
+}
+
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::afterGroup(Index at) const
+{
+    return token(at).match > at ? std::min<Index>(token(at).match, static_cast<Index>(m_tokens->size()) - 1) + 1
+                                : at + 1;
+}
+
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::findTopLevel(Index from, Index end, int code) const
+{
+    Index at = from;
+    while (at < end && (!token(at).is(code) || (at > from && token(at - 1).is(Operator)))) // "operator,"
+        at = afterGroup(at);
+    return std::min(at, end);
+}
+
+/// A qualifier, or a macro that by its name stands for one and is part of the type.
+bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
+{
+    const Token &here = token(at);
+    return here.is(Const) || here.is(Volatile) || here.word == Word::Qualifier ||
+           (here.word == Word::TypeOperator && here.text == u"_Atomic" && code(at + 1, size()) != '(') ||
+           (isPlain(here) && here.text.endsWith(u'T') && // which settles nearly all
+            (here.text.endsWith("_RESTRICT"_L1) || here.text.endsWith("_CONST"_L1) || here.text == u"CONST" ||
+             here.text == u"RESTRICT") &&
+            at + 1 < size() &&
+            (isPlain(token(at + 1)) || token(at + 1).word == Word::BasicType || token(at + 1).is('*') ||
+             token(at + 1).is(Struct)));
+}
+
+/// A word in capitals, or one of a compiler's own: likely a macro.
+bool SourceBrowserDeclaratorReader::looksLikeMacro(Index at) const
+{
+    const QStringView text = token(at).text;
+    if (text.startsWith("__"_L1))
+        return true;
+    if (text.size() < 2 || std::any_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); }))
+        return false;
+    return !m_types.contains(text.toString());
+}
+
+/// The end of a qualified name that begins at \a at: words joined by "::", with template
+/// arguments. When it ends with "::", something else than a word follows.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::chainEnd(Index at, Index end) const
+{
+    if (code(at, end) == Scope)
+        ++at;
+    while (at < end && token(at).isIdentifier()) {
+        ++at;
+        if (code(at, end) == '<' && token(at).match > at && token(at).match < end)
+            at = token(at).match + 1;
+        if (code(at, end) != Scope)
+            return skipAttributes(at, end);
+        ++at;
+        if (code(at, end) == Template)
+            ++at;
+    }
+    return at;
+}
+
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::skipAttributes(Index at, Index end) const
+{
+    while (code(at, end) == '[' && code(at + 1, end) == '[')
+        at = afterGroup(at);
+    return std::min(at, end);
+}
+
+/// When the group at \a open holds nothing but another group, that one's "("; else -1.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wrappedArguments(Index open) const
+{
+    const Index close = token(open).match;
+    const auto size = static_cast<Index>(m_tokens->size());
+    if (close >= size || open + 1 >= close || !token(open + 1).is('('))
+        return -1;
+    return token(open + 1).match == close - 1 ? open + 1 : -1;
+}
+
+} // namespace tavidoc

@@ -1,0 +1,33 @@
+#pragma once
+
+/*!!
+ * \h1 line_iterator.h
+ *
+ * Where the parser gets its lines from.
+ */
+
+#include <QString>
+
+namespace tavidoc {
+
+/*!
+ * \h1 \this
+ * Delivers the lines of a file.
+ * \sa \xref{line_iterator_h}{line_iterator.h}
+ * \ingroup \this
+ */
+class SourceBrowserLineIterator
+{
+public:
+    virtual ~SourceBrowserLineIterator() = default;
+    /*!
+     * \h1 SourceBrowserLineIterator::\this
+     * Stores the next line without its end in \a{line}; false at the end of the file.
+     * \synopsis
+     * \sa \xref{SourceBrowserLineIterator}
+     * \ingroup SourceBrowserLineIterator
+     */
+    virtual bool readLine(QString &line) = 0;
+};
+
+} // namespace tavidoc

@@ -1,0 +1,259 @@
+#include "sourcebrowser/model.h"
+
+#include <algorithm>
+#include <functional>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// Calls \a visit for every object under \a root in order of declaration: a container before its members.
+void visitAll(const SourceBrowserContainer &root, const std::function<void(SourceBrowserObject *)> &visit)
+{
+    struct Place
+    {
+        const SourceBrowserContainer *container;
+        size_t next;
+    };
+    std::vector<Place> open = {{&root, 0}};
+    while (!open.empty()) {
+        const SourceBrowserContainer::Members &members = open.back().container->members();
+        if (open.back().next == members.size()) {
+            open.pop_back();
+            continue;
+        }
+        SourceBrowserObject *member = members[open.back().next++].get();
+        if (!member)
+            continue;
+        visit(member);
+        if (const auto *container = SourceBrowserContainer::from(member))
+            open.push_back({container, 0});
+    }
+}
+
+void keepFirst(QHash<QString, const SourceBrowserObject *> &table, const QString &key,
+               const SourceBrowserObject *object)
+{
+    const SourceBrowserObject *&entry = table[key];
+    if (!entry)
+        entry = object;
+}
+
+bool comesBefore(const SourceBrowserObject *one, const SourceBrowserObject *other)
+{
+    if (one->scope() == other->scope())
+        return one->name() < other->name();
+    return one->qualifiedName() < other->qualifiedName();
+}
+
+} // namespace
+
+SourceBrowserModel::SourceBrowserModel() : m_root(SourceBrowserObject::Namespace) {}
+
+void SourceBrowserModel::Collections::file(const SourceBrowserObject *object)
+{
+    switch (object->phylum()) {
+    case SourceBrowserObject::Class:
+    case SourceBrowserObject::Structure:
+    case SourceBrowserObject::Namespace:
+        return containers.push_back(object);
+    case SourceBrowserObject::Method:
+        return functions.push_back(object);
+    case SourceBrowserObject::Variable:
+    case SourceBrowserObject::Typedef:
+        return variables.push_back(object);
+    case SourceBrowserObject::Unknown:
+        return enumerations.push_back(object);
+    case SourceBrowserObject::Macro:
+        return macros.push_back(object);
+    }
+}
+
+/// Brings all into their order but the enumerations, which keep that of declaration.
+void SourceBrowserModel::Collections::sort()
+{
+    for (Collection *collection : {&containers, &functions, &variables, &macros})
+        std::stable_sort(collection->begin(), collection->end(), comesBefore);
+}
+
+const SourceBrowserModel::Collections &SourceBrowserModel::collections() const
+{
+    if (!m_collections) {
+        m_collections = std::make_unique<Collections>();
+        visitAll(m_root, [this](SourceBrowserObject *object) { m_collections->file(object); });
+        m_collections->sort();
+    }
+    return *m_collections;
+}
+
+SourceBrowserModel::Collection
+SourceBrowserModel::chosen(const std::function<bool(const SourceBrowserObject &)> &isWanted) const
+{
+    Collections wanted;
+    visitAll(m_root, [&](const SourceBrowserObject *object) {
+        if (isWanted(*object))
+            wanted.file(object);
+    });
+    wanted.sort(); // few are faster sorted than all
+    Collection result = std::move(wanted.containers);
+    for (const Collection *next : {&wanted.functions, &wanted.variables, &wanted.enumerations, &wanted.macros})
+        result.insert(result.end(), next->begin(), next->end());
+    return result;
+}
+
+const SourceBrowserModel::Index &SourceBrowserModel::index() const
+{
+    if (!m_index) {
+        m_index = std::make_unique<Index>();
+        visitAll(m_root, [this](SourceBrowserObject *object) {
+            keepFirst(m_index->byName, object->name(), object);
+            keepFirst(m_index->byQualifiedName, object->qualifiedName(), object);
+        });
+    }
+    return *m_index;
+}
+
+void SourceBrowserModel::noteChange()
+{
+    m_collections.reset();
+    m_index.reset();
+}
+
+const SourceBrowserObject *SourceBrowserModel::find(QStringView name) const
+{
+    QString key = name.toString();
+    key.replace("::"_L1, "."_L1);
+    if (const SourceBrowserObject *object = index().byQualifiedName.value(key))
+        return object;
+    return index().byName.value(key);
+}
+
+SourceBrowserContainer *SourceBrowserModel::container(const QString &qualifiedName) const
+{
+    return m_containers.value(qualifiedName);
+}
+
+SourceBrowserObject &SourceBrowserModel::add(SourceBrowserContainer &parent,
+                                             std::unique_ptr<SourceBrowserObject> member)
+{
+    noteChange();
+    SourceBrowserObject &added = parent.add(std::move(member));
+    if (auto *container = SourceBrowserContainer::from(&added))
+        m_containers.insert(container->qualifiedName(), container);
+    return added;
+}
+
+std::unique_ptr<SourceBrowserObject> SourceBrowserModel::take(SourceBrowserContainer &parent,
+                                                              const SourceBrowserObject &member)
+{
+    noteChange();
+    if (const auto *container = dynamic_cast<const SourceBrowserContainer *>(&member))
+        forgetName(*container);
+    return parent.take(member);
+}
+
+/// Removes \a container from the dictionary, unless another one has its name there.
+void SourceBrowserModel::forgetName(const SourceBrowserContainer &container)
+{
+    const auto known = m_containers.constFind(container.qualifiedName());
+    if (known != m_containers.constEnd() && *known == &container)
+        m_containers.erase(known);
+}
+
+SourceBrowserContainer &SourceBrowserModel::rename(SourceBrowserContainer &container, const QString &name,
+                                                   std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed)
+{
+    noteChange();
+    forgetName(container);
+    container.setName(name);
+    SourceBrowserContainer *&known = m_containers[container.qualifiedName()];
+    if (known && known->container() == container.container())
+        absorb(*known, container, absorbed);
+    else
+        known = &container;
+    return *known;
+}
+
+/// Moves all that \a newer holds to \a known; containers of the same name become one at every level.
+void SourceBrowserModel::absorb(SourceBrowserContainer &known, SourceBrowserContainer &newer,
+                                std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed)
+{
+    absorbed.push_back(newer.container()->take(newer));
+    std::vector<std::pair<SourceBrowserContainer *, SourceBrowserContainer *>> open = {{&known, &newer}};
+    while (!open.empty()) {
+        const auto [to, from] = open.back();
+        open.pop_back();
+        to->update(*from);
+        const QString scope = to->qualifiedName();
+        for (std::unique_ptr<SourceBrowserObject> &member : from->takeMembers()) {
+            auto *nested = dynamic_cast<SourceBrowserContainer *>(member.get());
+            SourceBrowserContainer *same =
+                nested && !nested->isAnonymous() ? to->containedContainer(nested->name()) : nullptr;
+            if (same) {
+                forgetName(*nested);
+                open.emplace_back(same, nested);
+                absorbed.push_back(std::move(member));
+            } else {
+                if (nested)
+                    forgetName(*nested);
+                member->setScope(scope);
+                to->add(std::move(member));
+                if (nested) {
+                    m_containers.insert(nested->qualifiedName(), nested);
+                    rescope(*nested);
+                }
+            }
+        }
+    }
+}
+
+void SourceBrowserModel::rescope(SourceBrowserContainer &container)
+{
+    noteChange();
+    QString scope;
+    const SourceBrowserContainer *scopeOwner = nullptr;
+    visitAll(container, [&](SourceBrowserObject *member) {
+        if (member->container() != scopeOwner) {
+            scopeOwner = member->container();
+            scope = scopeOwner->qualifiedName();
+        }
+        auto *nested = dynamic_cast<SourceBrowserContainer *>(member);
+        if (nested)
+            forgetName(*nested);
+        member->setScope(scope);
+        if (nested)
+            m_containers.insert(nested->qualifiedName(), nested);
+    });
+}
+
+void SourceBrowserModel::forget(const QString &file)
+{
+    std::vector<SourceBrowserObject *> declaredHere;
+    visitAll(m_root, [&](SourceBrowserObject *object) {
+        if (object->declarationFile() == file)
+            declaredHere.push_back(object);
+    });
+    // Backwards, so that a container is looked at when its own members are gone.
+    for (auto object = declaredHere.rbegin(); object != declaredHere.rend(); ++object) {
+        SourceBrowserContainer &parent = *(*object)->container();
+        if (auto *container = dynamic_cast<SourceBrowserContainer *>(*object)) {
+            container->settle();
+            if (!container->members().empty())
+                continue;
+        }
+        take(parent, **object);
+    }
+    m_root.settle();
+    for (SourceBrowserContainer *container : std::as_const(m_containers))
+        container->settle();
+    m_statistics.remove(file);
+}
+
+void SourceBrowserModel::setStatistics(const QString &file, const SourceBrowserLineStatistics &statistics)
+{
+    m_statistics.insert(file, statistics);
+}
+
+} // namespace tavidoc

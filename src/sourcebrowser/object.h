@@ -1,0 +1,245 @@
+#pragma once
+
+/*!!
+ * \h1 object.h
+ *
+ * What every declaration of a header has: a kind, a name, a place, a comment. The kinds of their own are in
+ * \xref{../members/members_h.htm}{members.h} and \xref{../container/container_h.htm}{container.h};
+ * \xref{../model/model_h.htm}{model.h} keeps them.
+ */
+
+#include <QString>
+
+#include <memory>
+
+namespace tavidoc {
+
+class SourceBrowserContainer;
+
+/*!
+ * \h1 \this
+ * One declaration of a header: the base of everything that the model holds.
+ * All lines are counted from 0 and are -1 while unknown, except where noted.
+ * \sa \xref{object_h}{object.h}
+ * \ingroup \this
+ */
+class SourceBrowserObject
+{
+public:
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The kind of a declaration.
+     * \table{1.5in,*}
+     * || Value | Kind
+     * | \tt{Unknown} | an enumeration
+     * | \tt{Class} | a class
+     * | \tt{Method} | a method or a function
+     * | \tt{Variable} | a variable, at file level or in a container
+     * | \tt{Typedef} | a typedef
+     * | \tt{Structure} | a structure or a union
+     * | \tt{Namespace} | a namespace
+     * | \tt{Macro} | a macro
+     * \endtable
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    enum Phylum : qint32
+    {
+        Unknown = 0, ///< also an enumeration
+        Class = 1,
+        Method = 2, ///< also a function
+        Variable = 3,
+        Typedef = 4,
+        Structure = 5, ///< also a union
+        Namespace = 7,
+        Macro = 8,
+    };
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * From where a member may be used. \tt{NoAccess} is that of no declaration.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    enum Access : qint32
+    {
+        NoAccess = 0,
+        Public = 1,
+        Protected = 2,
+        Private = 4
+    };
+
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * What the text of a declaration shows; the values are bits and are combined.
+     * \table{1.8in,*}
+     * || Value | The text
+     * | \tt{ReturnType} | begins with the return type
+     * | \tt{TightParenthesis} | has no blank between the name and \tt{(}
+     * | \tt{ArgumentLines} | has one argument on each line
+     * | \tt{ReturnTypeLine} | has the return type on a line of its own; with \tt{ReturnType}
+     * | \tt{StripUnderscores} | leaves out \tt{__} where the name of an argument begins with it
+     * \endtable
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    enum TextFlag : unsigned
+    {
+        ReturnType = 1,        ///< begin with the return type
+        TightParenthesis = 2,  ///< no blank between the name and "("
+        ArgumentLines = 4,     ///< one argument per line
+        ReturnTypeLine = 8,    ///< the return type on a line of its own, with ReturnType
+        StripUnderscores = 16, ///< drop a leading "__" from argument names
+    };
+
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * Where a declaration stands. All lines are counted from 0 and are -1 while unknown.
+     *
+     * \synopsis
+     *
+     * \param{first} its first line.
+     *
+     * \param{last} its last line; of a container, that of the closing brace.
+     *
+     * \param{bodyFirst} the first line of a function's body.
+     *
+     * \param{bodyLast} the last line of that body.
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    struct Lines
+    {
+        int first = -1;
+        int last = -1; ///< of a container, the line of its closing brace
+        int bodyFirst = -1;
+        int bodyLast = -1;
+    };
+
+    SourceBrowserObject(Phylum phylum = Unknown, QString name = {}) : m_name(std::move(name)), m_phylum(phylum) {}
+    virtual ~SourceBrowserObject() = default;
+    SourceBrowserObject(const SourceBrowserObject &) = delete;
+    SourceBrowserObject &operator=(const SourceBrowserObject &) = delete;
+
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The declaration as C text without a semicolon. \a{flags} are those of \xref{TextFlag}; only functions look at
+     * them. What has no text of its own renders as its name.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] virtual QString description(unsigned flags) const;
+    [[nodiscard]] QString description() const { return description(ReturnType | TightParenthesis); }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * Whether \a{other} declares the same thing.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] virtual bool isEquivalent(const SourceBrowserObject &other) const;
+
+    [[nodiscard]] Phylum phylum() const { return m_phylum; }
+    [[nodiscard]] Access access() const { return m_access; }
+    [[nodiscard]] const QString &name() const { return m_name; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The qualified name of the enclosing container; empty at file level.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] const QString &scope() const { return m_scope; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * Scope and name joined by ".", or the name alone.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] QString qualifiedName() const;
+    [[nodiscard]] const Lines &lines() const { return m_lines; }
+    [[nodiscard]] const QString &declarationFile() const { return m_declarationFile; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The file in which the body stands.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] const QString &definitionFile() const { return texts().definitionFile; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The documentation comment without its delimiters, lines joined by \tt{\\n}.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] const QString &documentation() const { return texts().documentation; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The line on which the documentation comment begins, counted from 1.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] int documentationLine() const { return texts().documentationLine; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * A further text: of a macro, the whole directive.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] const QString &text() const { return texts().text; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The container that holds this object; null for what the model holds itself.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] SourceBrowserContainer *container() const { return m_container; }
+
+    void setPhylum(Phylum phylum) { m_phylum = phylum; }
+    void setAccess(Access access) { m_access = access; }
+    /// The object must not be in a container yet, or be renamed through it.
+    void setName(const QString &name) { m_name = name; }
+    void setScope(const QString &scope) { m_scope = scope; }
+    void setLines(const Lines &lines) { m_lines = lines; }
+    void setDeclarationFile(const QString &file) { m_declarationFile = file; }
+    void setDefinitionFile(const QString &file);
+    /// \a line is counted from 1.
+    void setDocumentation(const QString &text, int line);
+    void setText(const QString &text);
+
+private:
+    friend class SourceBrowserContainer;
+
+    /// What most objects do not have.
+    struct Texts
+    {
+        QString definitionFile;
+        QString documentation;
+        QString text;
+        int documentationLine = -1;
+    };
+
+    [[nodiscard]] const Texts &texts() const;
+    [[nodiscard]] Texts &texts();
+
+    QString m_name;
+    QString m_scope;
+    QString m_declarationFile;
+    std::unique_ptr<Texts> m_texts; ///< null while all of them are empty
+    SourceBrowserContainer *m_container = nullptr;
+    Lines m_lines;
+    Phylum m_phylum;
+    Access m_access = NoAccess;
+    int m_place = -1; ///< index among the members of the container
+};
+
+} // namespace tavidoc

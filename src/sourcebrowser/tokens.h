@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QStringView>
+
+#include <span>
+
+namespace tavidoc {
+
+/// What the scanner delivers. Punctuation has its own character code; the numbers of the others
+/// are known to callers and stay as they are.
+namespace SourceBrowserToken {
+
+enum Code : int
+{
+    EndOfInput = 0,
+    Class = 256,
+    Extern = 257,
+    Public = 258, ///< "signals" too: a signals section reads as a public one
+    Protected = 259,
+    Private = 260,
+    Const = 261,
+    Volatile = 262,
+    Register = 263,
+    Union = 264,
+    Static = 265,
+    Virtual = 266,
+    Enum = 267,
+    Typedef = 268,
+    Friend = 269,
+    Struct = 270,
+    Using = 271,
+    Operator = 272,
+    Template = 273,
+    Throw = 274,
+    Namespace = 275,
+    Ellipsis = 276,
+    Identifier = 277,
+    Scope = 278,
+    Number = 279, ///< a character literal too
+    String = 280,
+
+    // For the parser only; SourceBrowserCScanner::nextToken() never returns these.
+    Skipped = 281,     ///< a character that makes no token
+    ConditionalBegin,  ///< #if, #ifdef, #ifndef
+    ConditionalBranch, ///< #else, #elif and their kin
+    ConditionalEnd,    ///< #endif
+    Composed,          ///< a type that the parser has read, as one token
+};
+
+/// What an identifier means to the parser, beyond its code.
+enum class Word : unsigned char
+{
+    Plain,
+    Keyword,       ///< has a code of its own
+    Dropped,       ///< "inline" and the like: never a token
+    Extension,     ///< dropped by the parser
+    ExtensionCall, ///< dropped by the parser with the bracketed group that follows
+    BasicType,     ///< int, unsigned, ...
+    Qualifier,     ///< restrict and its spellings
+    Storage,       ///< constexpr, explicit, thread_local, ...
+    TypeOperator,  ///< typeof, decltype: a type with the group that follows
+    TypeName,      ///< typename
+    Suffix,        ///< noexcept, override, final: what may follow an argument list
+    Statement,     ///< return, static_assert, ...: what holds it declares nothing
+};
+
+struct WordEntry
+{
+    QStringView text;
+    int code = Identifier;
+    Word word = Word::Plain;
+};
+
+/// The table's entry for \a text; null for an identifier of the header's own.
+[[nodiscard]] const WordEntry *wordEntry(QStringView text);
+/// The whole table.
+[[nodiscard]] std::span<const WordEntry> wordEntries();
+
+} // namespace SourceBrowserToken
+
+/// One token with its place. The text lives as long as the scanner keeps the token's line.
+struct SourceBrowserTokenRecord
+{
+    QStringView text;
+    int code = SourceBrowserToken::EndOfInput;
+    int line = 0;   ///< counted from 1
+    int column = 0; ///< counted from 0, in UTF-16 units
+    int match = -1; ///< index of the bracket that belongs to this one; used by the parser
+    SourceBrowserToken::Word word = SourceBrowserToken::Word::Plain;
+    bool blankBefore = false; ///< white space, a line end or a comment stands before it
+
+    [[nodiscard]] bool is(int wanted) const { return code == wanted; }
+    [[nodiscard]] bool isIdentifier() const { return code == SourceBrowserToken::Identifier; }
+};
+
+} // namespace tavidoc

@@ -1,0 +1,220 @@
+// Writes what editors need to colour markup: a syntax file of Vim and a TextMate grammar. The words come from the
+// tables that the translator and the reader use, so the editors know what the program knows. usage: editor_files
+// DIRECTORY
+
+#include "base/hexception.h"
+#include "base/whole_file.h"
+#include "markup/translator.h"
+#include "reading/conditions.h"
+
+#include <QDir>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cstdio>
+#include <cstdlib>
+
+using namespace tavidoc;
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// How a kind of command looks.
+struct Kind
+{
+    const char *name;
+    const char *vimGroup;
+    const char *scope;
+    bool (*holds)(const Translator::Command &);
+    const char *tail = ""; ///< what else looks so, as an expression
+};
+
+bool isWord(const Translator::Command &command)
+{
+    return isNameCharacter(command.name.front());
+}
+
+bool isHeading(const Translator::Command &command)
+{
+    const std::string_view level = command.first;
+    return command.name == "title" ||
+           (command.place == Translator::Place::Block && (level.starts_with('h') || level == "1" || level == "2"));
+}
+
+bool isSymbol(const Translator::Command &command)
+{
+    return isWord(command) && command.second.empty() && (command.first.starts_with('&') || command.first == "<br/>");
+}
+
+/// The first kind that holds is that of a command.
+constexpr Kind s_kinds[] = {
+    {"Heading", "Title", "entity.name.section.tavidoc", isHeading, ".*"},
+    {"Symbol", "SpecialChar", "constant.character.tavidoc", isSymbol},
+    {"Page", "PreProc", "keyword.control.page.tavidoc",
+     [](const Translator::Command &command) { return command.place == Translator::Place::Document; }},
+    {"Block", "Statement", "keyword.control.block.tavidoc",
+     [](const Translator::Command &command) { return command.place == Translator::Place::Block; }},
+    {"Inline", "Function", "support.function.tavidoc", isWord},
+};
+
+/// A language of listings that editors have colours for.
+struct Listing
+{
+    const char *names; ///< with bars between them
+    const char *vimSyntax;
+    const char *scope;
+};
+
+constexpr Listing s_listings[] = {
+    {"c", "cpp", "source.cpp"},
+    {"xml", "xml", "text.xml"},
+    {"js|javascript", "javascript", "source.js"},
+};
+
+QStringList wordsOf(const Kind &kind)
+{
+    QStringList words;
+    for (const Translator::Command &command : Translator::commands()) {
+        const auto *const first = std::ranges::find_if(s_kinds, [&](const Kind &row) { return row.holds(command); });
+        if (first == &kind)
+            words.append(QString::fromUtf8(command.name.data(), qsizetype(command.name.size())));
+    }
+    words.sort();
+    return words;
+}
+
+QStringList directives()
+{
+    QStringList words;
+    for (const std::string_view word : Conditions::openers())
+        words.append(QString::fromUtf8(word.data(), qsizetype(word.size())));
+    words << u"@else"_s << u"@end"_s;
+    words.sort();
+    return words;
+}
+
+QString vimKind(const Kind &kind)
+{
+    return uR"(syntax match tavidoc%1 #\\\%(%2\)[0-9A-Za-z]\@!%3#
+highlight default link tavidoc%1 %4
+)"_s.arg(QLatin1StringView(kind.name), wordsOf(kind).join(u"\\|"_s), QLatin1StringView(kind.tail),
+         QLatin1StringView(kind.vimGroup));
+}
+
+/// A listing that begins with \a opening and is coloured by the cluster \a cluster.
+QString vimRegion(const QString &opening, const QString &cluster = {})
+{
+    const QString contains = cluster.isEmpty() ? QString() : u" contains=@"_s + cluster;
+    return uR"(syntax region tavidocListing matchgroup=tavidocBlock start=#\\%1# end=#\\end\%(code\|pre\)\># keepend%2
+)"_s.arg(opening, contains);
+}
+
+QString vimListings()
+{
+    QString text = vimRegion(uR"(\%(code\|pre\)\%({[^}]*}\)\=[0-9A-Za-z]\@!)"_s);
+    for (const Listing &listing : s_listings) {
+        const QLatin1StringView syntax(listing.vimSyntax);
+        const QString cluster = u"tavidoc_"_s + syntax;
+        const QString names = QString::fromLatin1(listing.names).replace(u'|', u"\\|"_s);
+        text += u"syntax include @%1 syntax/%2.vim\nunlet! b:current_syntax\n"_s.arg(cluster, syntax);
+        text += vimRegion(uR"(\%(code\|pre\){\%(%1\)})"_s.arg(names), cluster);
+        if (names == u"c"_s)
+            text += vimRegion(uR"(code[0-9A-Za-z{]\@!)"_s, cluster);
+    }
+    return text;
+}
+
+QString vimSyntax()
+{
+    QString text = uR"(" Vim syntax file of tavidoc's markup. Made from the program's table of commands.
+if exists('b:current_syntax')
+  finish
+endif
+
+" A later match wins over an earlier one that begins at the same place.
+syntax case match
+syntax match tavidocUnknown #\\[0-9A-Za-z]\+#
+syntax match tavidocEscape #\\\%(\.\.\.\|[!-/:-@[-`{-~]-\=\)#
+syntax match tavidocComment #^\s*%.*#
+syntax match tavidocDefinition #^\s*@def\>.*#
+syntax match tavidocDirective #^\s*\%(%1\)\s*$#
+)"_s.arg(directives().join(u"\\|"_s));
+    for (const Kind &kind : s_kinds)
+        text += vimKind(kind);
+    return text + vimListings() + uR"(syntax match tavidocRemark #\\\%(rem\|fixme\|review\)[0-9A-Za-z]\@!.*#
+highlight default link tavidocUnknown Error
+highlight default link tavidocEscape SpecialChar
+highlight default link tavidocComment Comment
+highlight default link tavidocRemark Todo
+highlight default link tavidocDefinition Define
+highlight default link tavidocDirective PreCondit
+highlight default link tavidocListing String
+syntax sync minlines=200
+let b:current_syntax = 'tavidoc'
+)"_s;
+}
+
+QJsonObject pattern(const QString &expression, const char *scope)
+{
+    return {{u"match"_s, expression}, {u"name"_s, QLatin1StringView(scope)}};
+}
+
+QJsonObject listingPattern(const QString &opening, const char *scope)
+{
+    QJsonObject listing = {{u"begin"_s, opening},
+                           {u"end"_s, uR"(\\end(?:code|pre)(?![0-9A-Za-z]))"_s},
+                           {u"name"_s, u"meta.embedded.block.tavidoc"_s},
+                           {u"beginCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_kinds[3].scope)}}},
+                           {u"endCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_kinds[3].scope)}}}};
+    if (scope != nullptr)
+        listing[u"patterns"_s] = QJsonArray{QJsonObject{{u"include"_s, QLatin1StringView(scope)}}};
+    return listing;
+}
+
+QByteArray textMateGrammar()
+{
+    QJsonArray patterns = {
+        pattern(uR"(^\s*%.*)"_s, "comment.line.percentage.tavidoc"),
+        pattern(uR"(^\s*@def\b.*)"_s, "keyword.control.directive.define.tavidoc"),
+        pattern(uR"(^\s*(?:%1)\s*$)"_s.arg(directives().join(u'|')), "keyword.control.directive.tavidoc"),
+        pattern(uR"(\\(?:rem|fixme|review)(?![0-9A-Za-z]).*)"_s, "comment.line.remark.tavidoc"),
+        listingPattern(uR"(\\code(?![0-9A-Za-z{]))"_s, "source.cpp"),
+    };
+    for (const Listing &listing : s_listings)
+        patterns.append(
+            listingPattern(uR"(\\(?:code|pre)\{(?:%1)\})"_s.arg(QLatin1StringView(listing.names)), listing.scope));
+    patterns.append(listingPattern(uR"(\\(?:code|pre)(?:\{[^}]*\})?(?![0-9A-Za-z]))"_s, nullptr));
+    for (const Kind &kind : s_kinds)
+        patterns.append(pattern(
+            uR"(\\(?:%1)(?![0-9A-Za-z])%2)"_s.arg(wordsOf(kind).join(u'|'), QLatin1StringView(kind.tail)), kind.scope));
+    patterns.append(pattern(uR"(\\(?:\.\.\.|[!-/:-@\[-`{-~]-?))"_s, "constant.character.escape.tavidoc"));
+    patterns.append(pattern(uR"(\\[0-9A-Za-z]+)"_s, "invalid.illegal.command.tavidoc"));
+    return QJsonDocument(QJsonObject{{u"name"_s, u"tavidoc"_s},
+                                     {u"scopeName"_s, u"text.tavidoc"_s},
+                                     {u"fileTypes"_s, QJsonArray{u"dg"_s}},
+                                     {u"patterns"_s, patterns}})
+        .toJson();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (argc != 2) {
+        std::fputs("usage: editor_files DIRECTORY\n", stderr);
+        return EXIT_FAILURE;
+    }
+    const QDir directory(QString::fromLocal8Bit(argv[1]));
+    try {
+        directory.mkpath(u"vim/syntax"_s);
+        directory.mkpath(u"vscode"_s);
+        writeWholeFile(directory.filePath(u"vim/syntax/tavidoc.vim"_s), vimSyntax().toUtf8());
+        writeWholeFile(directory.filePath(u"vscode/tavidoc.tmLanguage.json"_s), textMateGrammar());
+    } catch (const HException &exception) {
+        std::fprintf(stderr, "error: %s\n", exception.message().constData());
+        return EXIT_FAILURE;
+    }
+    return EXIT_SUCCESS;
+}

@@ -1,0 +1,71 @@
+#include "pages/html_blocks.h"
+#include "pages/html_pages.h"
+
+#include <gtest/gtest.h>
+
+using namespace tavidoc;
+
+TEST(HtmlPages, FrameAroundAPage)
+{
+    const std::string page = framedPage("s", "A &lt; \xC2\xB7", "b\xC3\xA9\xE2\x82\xAC").toStdString();
+    const std::size_t bannerEnd = page.find("-->\n");
+    ASSERT_TRUE(page.starts_with("<html>\n<!--\n//") && bannerEnd != std::string::npos);
+    const std::string banner = page.substr(12, bannerEnd - 12);
+    for (std::size_t at = 0; at < banner.size(); at = banner.find('\n', at) + 1)
+        EXPECT_EQ(banner.substr(at, 2), "//");
+    EXPECT_EQ(page.substr(bannerEnd),
+              "-->\n<head>\n<link rel=\"stylesheet\" href=\"default.css\" />\n<title style=\"s\">A &amp;lt; &middot;"
+              "</title>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\" />\n</head>\n"
+              "<body>\nb\xE9&#x20ac;</body>\n</html>\n");
+}
+
+TEST(HtmlPages, IndexOfPagesUnderCaptions)
+{
+    const IndexGroup groups[] = {{"One", {{"a", "A", "First."}, {"b", "B", ""}}}, {"Two", {}}};
+    std::string html;
+    appendMultiHeadingTable(html, groups);
+    const std::string blanks(28, ' ');
+    EXPECT_EQ(
+        html,
+        "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"0\" border=\"0\" "
+        "fm_widths=\"1.1in,*\" style=\"MultiHeadingTable\">\n"
+        "<tr bgcolor=\"#cccccc\"><td valign=\"center\" colspan=\"2\" style=\"CellTitle\"><b>One</b></td></tr>\n"
+        "<tr><td valign=\"center\"><a href=\"a.htm\" style=\"Heading\">A</a></td>" +
+            blanks + "<td width=\"100%\">First.</td></tr>\n" +
+            "<tr><td valign=\"center\"><a href=\"b.htm\" style=\"Heading\">B</a></td>" + blanks +
+            "<td width=\"100%\"></td></tr>\n"
+            "<tr bgcolor=\"#cccccc\"><td valign=\"center\" colspan=\"2\" style=\"CellTitle\"><b>Two</b></td></tr>\n"
+            "</table>");
+}
+
+TEST(HtmlBlocks, RequestsThatChangeNothingAndThoseThatDo)
+{
+    const char *const openings[] = {
+        "", "<p>", "<ul><li>", "<dl><dt>", "<ol><li>", "\n<pre class=\"zkt-code\">", "<table ", "<table "};
+    const char *const endings[] = {"",           "</p>",   "</li></ul>",         "</dd></dl>",
+                                   "</li></ol>", "</pre>", "</td></tr></table>", "</td></tr></table>"};
+    for (int from = 0; from < 8; ++from) {
+        for (int to = 0; to < 8; ++to) {
+            std::string tag = "p";
+            HtmlBlocks blocks(tag);
+            blocks.setMode(BlockMode{from});
+            const std::string before = blocks.text();
+            blocks.setMode(BlockMode{to});
+            const bool stays = from == to || (to == 1 && from > 0);
+            EXPECT_EQ(blocks.mode(), BlockMode{stays ? from : to}) << from << " " << to;
+            const std::string change = stays ? "" : std::string(endings[from]) + openings[to];
+            EXPECT_TRUE(blocks.text().starts_with(before + change)) << from << " " << to << ": " << blocks.text();
+            EXPECT_TRUE(!stays || blocks.text() == before);
+        }
+    }
+}
+
+TEST(HtmlBlocks, ALiteralBlockLosesItsEmptyEnd)
+{
+    std::string tag = "p";
+    HtmlBlocks blocks(tag);
+    blocks.setMode(BlockMode::Literal);
+    blocks.text() += "a \n&nbsp;<br/>\n\n<br/>&nbsp;";
+    blocks.setMode(BlockMode::None);
+    EXPECT_EQ(blocks.text(), "\n<pre class=\"zkt-code\">a </pre>");
+}
