@@ -143,7 +143,7 @@ void ReferencePages::makePage(const Documented &declaration)
 std::string ReferencePages::translate(std::string_view markup, SourceMap &map)
 {
     static const PageTitles noTitles;
-    Report report(markup, map, m_surroundings.sink);
+    Report report(markup, map, m_surroundings.sink, m_surroundings.missing);
     const CrossReferences references(noTitles, noTitles, this);
     Translator translator(markup, {m_blocks, m_pages, m_surroundings.contents, references, report,
                                    m_surroundings.actions, m_surroundings.properties, m_icons, this,

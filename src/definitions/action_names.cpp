@@ -98,6 +98,7 @@ void ActionNames::addMenu(const QDomElement &menu)
 /// Both kinds of scheme have one shape: items, with an element for each text.
 void ActionNames::addScheme(const QDomElement &scheme)
 {
+    (scheme.tagName() == u"keyscheme" ? m_hasKeys : m_hasMessages) = true;
     const std::string definition = "WENDRIX_NAME=" + std::string(Product::displayName);
     const QString itemTag = u"item"_s;
     for (QDomElement item = scheme.firstChildElement(itemTag); !item.isNull();

@@ -36,6 +36,11 @@ public:
     /// the first holds, of several texts the last.
     void add(const QDomElement &root);
 
+    /// Whether anything of a kind has been taken in.
+    [[nodiscard]] bool hasMenuItems() const { return !m_menuItems.empty(); }
+    [[nodiscard]] bool hasMessages() const { return m_hasMessages; }
+    [[nodiscard]] bool hasKeys() const { return m_hasKeys; }
+
     /// The text under \a key, an action's name, "." and "text", "tip" or "key"; empty when absent.
     [[nodiscard]] std::string_view lookup(std::string_view key) const;
 
@@ -54,6 +59,8 @@ private:
 
     TextMap<std::string> m_texts;
     TextMap<QDomElement> m_menuItems;
+    bool m_hasMessages = false;
+    bool m_hasKeys = false;
 };
 
 } // namespace tavidoc

@@ -17,6 +17,8 @@ public:
     /// Takes in the properties below \a root.
     void add(const QDomElement &root);
 
+    [[nodiscard]] bool isEmpty() const { return m_properties.empty(); }
+
     /// The caption of the property \a name, not escaped, of several the one added last; null
     /// when there is no such property.
     [[nodiscard]] const std::string *caption(std::string_view name) const;

@@ -4,19 +4,35 @@
 #include "definitions/action_names.h"
 #include "definitions/properties.h"
 
+#include <QFileInfo>
+
+#include <utility>
+
 namespace tavidoc {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// Each may hold any of the definitions; the names are for those who look after them.
+constexpr QLatin1StringView s_menus = "menus.xml"_L1;
+constexpr QLatin1StringView s_messages = "messages.xml"_L1;
+constexpr QLatin1StringView s_keys = "keys.xml"_L1;
+constexpr QLatin1StringView s_properties = "properties.xml"_L1;
+
+/// The directory of \a input with a slash at its end; empty for the working directory.
+QString directoryOf(const Path &input)
+{
+    return input.given().left(input.given().lastIndexOf(u'/') + 1);
+}
+
+} // namespace
+
 std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, ActionNames &actions, Properties &properties)
 {
-    // Each may hold any of the definitions; the names are for those who look after them.
-    static constexpr QLatin1StringView names[] = {"menus.xml"_L1, "messages.xml"_L1, "keys.xml"_L1,
-                                                  "properties.xml"_L1};
-    const qsizetype slash = input.given().lastIndexOf(u'/');
-    const QString directory = input.given().left(slash + 1);
+    const QString directory = directoryOf(input);
     std::vector<XmlError> errors;
-    for (const QLatin1StringView name : names) {
+    for (const QLatin1StringView name : {s_menus, s_messages, s_keys, s_properties}) {
         XmlPP::Loaded loaded = document.load(directory + name);
         if (loaded.error)
             errors.push_back(*std::move(loaded.error));
@@ -26,6 +42,20 @@ std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, Action
         properties.add(loaded.root);
     }
     return errors;
+}
+
+std::vector<std::string> missingSchemeFiles(const Path &input, const ActionNames &actions, const Properties &properties)
+{
+    const std::pair<QLatin1StringView, bool> files[] = {{s_menus, actions.hasMenuItems()},
+                                                        {s_messages, actions.hasMessages()},
+                                                        {s_keys, actions.hasKeys()},
+                                                        {s_properties, !properties.isEmpty()}};
+    std::vector<std::string> missing;
+    for (const auto &[name, isDefinedElsewhere] : files) {
+        if (!isDefinedElsewhere && !QFileInfo(directoryOf(input) + name).isFile())
+            missing.emplace_back(name.data(), static_cast<std::size_t>(name.size()));
+    }
+    return missing;
 }
 
 } // namespace tavidoc

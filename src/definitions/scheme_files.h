@@ -2,6 +2,7 @@
 
 #include "definitions/xml_pp.h"
 
+#include <string>
 #include <vector>
 
 namespace tavidoc {
@@ -15,5 +16,10 @@ class Properties;
 /// the order of loading.
 [[nodiscard]] std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, ActionNames &actions,
                                                     Properties &properties);
+
+/// The names of the definition files that are not beside \a input and in whose place no other
+/// file has given definitions of their kind.
+[[nodiscard]] std::vector<std::string> missingSchemeFiles(const Path &input, const ActionNames &actions,
+                                                          const Properties &properties);
 
 } // namespace tavidoc

@@ -25,6 +25,11 @@ void DocGen::setMessageSink(MessageSink sink)
     m_sink = std::move(sink);
 }
 
+void DocGen::setMissingFileSink(MessageSink sink)
+{
+    m_missing = MissingFiles{std::move(sink), {}};
+}
+
 void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
                  OutputRecords &records, const QString &outputFormat, const QStringList &exclusions)
 {
@@ -47,6 +52,8 @@ void DocGen::loadDefinitions(const Path &input)
         const QString line = u"error: docgen: %1:%2: %3\n"_s.arg(error.file, QString::number(error.line), error.reason);
         m_sink(line.toStdString());
     }
+    if (m_missing)
+        m_missing->definitions = missingSchemeFiles(input, m_messageMap, m_properties);
 }
 
 namespace {
@@ -67,7 +74,7 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     const std::string format = m_outputFormat.toStdString();
     loadDefinitions(input);
     SourceDocument document = SourceReader(macros, format).read(input);
-    Report report(document.text(), document.map, m_sink);
+    Report report(document.text(), document.map, m_sink, missingFiles());
     HtmlBlocks blocks(SharedTables::paraStyle);
     Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
     if (const auto title = document.titles.find(std::string_view()); title != document.titles.end())
@@ -77,6 +84,8 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     Translator translator(document.text(), {blocks, pages, m_contents, references, report, m_messageMap, m_properties,
                                             icons, nullptr, format, m_baseHeadingLevel});
     translator.translate();
+    for (const MissingInclude &include : document.missingIncludes)
+        report.missingInclude(include.offset, include.file);
     m_contents.closeAll();
     pages.flush();
     m_records->push_back(
@@ -86,8 +95,9 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
 void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
 {
     loadDefinitions(input);
-    ReferencePages pages(input, {*m_records, m_contents, m_messageMap, m_properties, m_sink, m_outputDirectory,
-                                 m_outputFormat.toStdString(), m_splitFlag != 0, m_baseHeadingLevel});
+    ReferencePages pages(input,
+                         {*m_records, m_contents, m_messageMap, m_properties, m_sink, missingFiles(), m_outputDirectory,
+                          m_outputFormat.toStdString(), m_splitFlag != 0, m_baseHeadingLevel});
     pages.make(exclusions);
 }
 

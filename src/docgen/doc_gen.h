@@ -30,6 +30,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
+
 namespace tavidoc {
 
 class MacroContext;
@@ -99,6 +101,17 @@ public:
      * \ingroup DocGen
      */
     void setMessageSink(MessageSink sink);
+    /*!
+     * \h1 DocGen::\this
+     * Where included files that cannot be read are reported, and definition files that are missing though a command looks
+     * something up in them: lines of the form of error messages. Nowhere at first, since both are allowed: what is
+     * not there is empty. A presented or copied file that is missing is an error in the markup, which goes to the
+     * \xref{setMessageSink}{message sink}.
+     * \synopsis
+     * \sa \xref{DocGen}
+     * \ingroup DocGen
+     */
+    void setMissingFileSink(MessageSink sink);
 
     /*!
      * \h1 DocGen::\this
@@ -114,6 +127,7 @@ public:
 
 private:
     void loadDefinitions(const Path &input);
+    [[nodiscard]] MissingFiles *missingFiles() { return m_missing ? &*m_missing : nullptr; }
     void documentMarkup(MacroContext *macros, const Path &input);
     void documentHeader(const Path &input, const QStringList &exclusions);
 
@@ -124,6 +138,7 @@ private:
     QString m_outputFormat = QStringLiteral("html");
     Contents m_contents; // of all runs of this object
     MessageSink m_sink = printMessage;
+    std::optional<MissingFiles> m_missing; // without a value nobody asks
 };
 
 } // namespace tavidoc

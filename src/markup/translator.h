@@ -10,6 +10,7 @@
 #include "pages/pages.h"
 #include "reading/report.h"
 
+#include <initializer_list>
 #include <optional>
 #include <span>
 #include <string>
@@ -109,6 +110,7 @@ private:
     void errorMarker(std::string_view message);
     void error(std::string_view message);
     void warning(std::string_view message);
+    void missingDefinitions(std::initializer_list<std::string_view> files);
     void missingArgument();
     std::optional<std::string_view> braced();
     std::optional<std::string_view> lineOrBraced();

@@ -14,6 +14,14 @@ std::string inSentence(std::string_view capitalized)
 
 } // namespace
 
+/// Reports those of \a files that are missing, if somebody asks for that: the command at hand has
+/// found nothing, and the definition would be in them.
+void Translator::missingDefinitions(std::initializer_list<std::string_view> files)
+{
+    for (const std::string_view file : files)
+        m_report.missingDefinition(m_commandOffset, m_commandName, file);
+}
+
 void Translator::menu(const Command &)
 {
     const auto action = braced();
@@ -25,6 +33,7 @@ void Translator::menu(const Command &)
     beginText();
     write("<b>");
     if (menu.path.empty()) {
+        missingDefinitions({"messages.xml", "menus.xml"});
         write("\\menu Can't find ");
         writeEscaped(*action);
     } else {
@@ -39,8 +48,10 @@ void Translator::key(const Command &)
     if (!action)
         return;
     const std::string_view key = m_actions.lookup(std::string(*action) + ".key");
-    if (key.empty())
+    if (key.empty()) {
         warning("Can't find " + std::string(*action) + " in key scheme");
+        missingDefinitions({"keys.xml"});
+    }
     beginText();
     write("<b>");
     writeEscaped(key);
@@ -57,6 +68,7 @@ void Translator::tip(const Command &)
     if (!tip.empty())
         return writeEscaped(tip);
     error("there is no tip for " + std::string(*action));
+    missingDefinitions({"messages.xml"});
     write("<b>***ERROR NO TIP*** ");
     writeEscaped(*action);
     write("</b>");
@@ -75,8 +87,10 @@ void Translator::choose(const Command &command)
     const ChoosePhrase phrase = m_actions.choosePhrase(*action, menuVerb, keyVerb);
     for (const std::string &message : phrase.warnings)
         warning(message);
-    if (!phrase.errorLine.empty())
+    if (!phrase.errorLine.empty()) {
         m_report.print(phrase.errorLine);
+        missingDefinitions({"messages.xml", "menus.xml", "keys.xml"});
+    }
     write(phrase.html);
 }
 
@@ -86,8 +100,10 @@ void Translator::property(const Command &)
     if (!name)
         return;
     const std::string *const caption = m_properties.caption(*name);
-    if (caption == nullptr)
+    if (caption == nullptr) {
         error("there is no property " + std::string(*name));
+        missingDefinitions({"properties.xml"});
+    }
     beginText();
     write(caption == nullptr ? "<font color=\"red\">Unknown property " : "<b>");
     writeEscaped(caption == nullptr ? *name : *caption);
@@ -98,6 +114,8 @@ void Translator::propertyPage(const Command &)
 {
     if (m_blocks.mode() == BlockMode::Paragraph)
         m_blocks.setMode(BlockMode::None);
+    if (m_properties.isEmpty())
+        missingDefinitions({"properties.xml"});
     write(m_properties.tableHtml());
 }
 

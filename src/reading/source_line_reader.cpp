@@ -9,13 +9,6 @@ namespace tavidoc {
 
 namespace {
 
-QByteArray sourceOf(const Path &path)
-{
-    QByteArray text = decodedSource(readRegularFile(path.given()).value_or(QByteArray()));
-    normalizeLineEnds(text);
-    return text;
-}
-
 bool isAscii(std::string_view bytes)
 {
     unsigned char bits = 0;
@@ -26,7 +19,15 @@ bool isAscii(std::string_view bytes)
 
 } // namespace
 
-SourceLineReader::SourceLineReader(const Path &path) : SourceLineReader(path, sourceOf(path)) {}
+SourceLineReader::SourceLineReader(const Path &path) : m_path(path)
+{
+    std::optional<QByteArray> bytes = readRegularFile(path.given());
+    m_wasRead = bytes.has_value();
+    if (!bytes)
+        return;
+    m_text = decodedSource(*std::move(bytes));
+    normalizeLineEnds(m_text);
+}
 
 SourceLineReader::SourceLineReader(Path path, QByteArray text) : m_path(std::move(path)), m_text(std::move(text)) {}
 

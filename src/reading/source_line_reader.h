@@ -27,6 +27,8 @@ public:
     [[nodiscard]] const Path &path() const { return m_path; }
     /// The whole text: UTF-8 with "\n" line ends.
     [[nodiscard]] const QByteArray &text() const { return m_text; }
+    /// False when the file could not be read.
+    [[nodiscard]] bool wasRead() const { return m_wasRead; }
     /// How many lines have been delivered.
     [[nodiscard]] int lineNumber() const { return m_lineNumber; }
     /// In columns. Nothing in reading depends on it.
@@ -37,6 +39,7 @@ private:
     QByteArray m_text;
     qsizetype m_offset = 0;
     int m_lineNumber = 0;
+    bool m_wasRead = true;
     int m_tabWidth = 8;
 };
 

@@ -117,6 +117,8 @@ void SourceReader::leave()
         m_readings.erase(readings);
     if (m_open.empty())
         return;
+    if (!left.reader.wasRead())
+        m_document.missingIncludes.push_back({nextLineOffset(), left.reader.path().given().toStdString()});
     // An include is followed only while lines are kept, so they are kept again; its end reads
     // as one empty line.
     m_conditions.setSuppressed(false);
@@ -215,6 +217,12 @@ void SourceReader::joinRun()
     beginJoinedLine(m_run.file, m_run.line);
     m_document.joined.append(m_run.begin, m_run.end);
     m_run = {};
+}
+
+/// Where in the text the line after those that have been joined will begin.
+std::size_t SourceReader::nextLineOffset() const
+{
+    return m_document.isJoined ? m_document.joined.size() + 1 : 0;
 }
 
 void SourceReader::beginJoinedLine(int file, int line)

@@ -18,6 +18,13 @@ namespace tavidoc {
 /// Page titles by split name; the empty name is that of the document.
 using PageTitles = std::map<std::string, std::string, std::less<>>;
 
+/// An include of a file that cannot be read. It reads as an empty line.
+struct MissingInclude
+{
+    std::size_t offset; ///< of that line in the text
+    std::string file;   ///< as it was asked for; UTF-8
+};
+
 /// A markup document as it goes to the translator.
 struct SourceDocument
 {
@@ -29,8 +36,9 @@ struct SourceDocument
     std::string joined;    ///< holds the text otherwise
     bool isJoined = false;
     SourceMap map;
-    PageTitles titles;       ///< the later one counts for equal names
-    PageTitles titleTargets; ///< split name by title, for titles of pages; the later one counts
+    std::vector<MissingInclude> missingIncludes; ///< in order
+    PageTitles titles;                           ///< the later one counts for equal names
+    PageTitles titleTargets;                     ///< split name by title, for titles of pages; the later one counts
 };
 
 /// Reads a markup source with what it includes: drops comments, keeps or drops conditional
@@ -84,6 +92,7 @@ private:
     void keepInPlace(std::string_view line);
     void keepCopy(std::string_view line);
     void joinRun();
+    [[nodiscard]] std::size_t nextLineOffset() const;
     void beginJoinedLine(int file, int line);
     void noteTitle(std::string_view line);
 

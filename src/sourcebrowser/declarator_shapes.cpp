@@ -400,8 +400,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::unwrap(Index type, Index 
     tokens.insert(tokens.end(), m_tokens->begin() + list, m_tokens->begin() + afterGroup(list));
     SourceBrowserDeclaratorReader reader;
     reader.m_isUnwrapping = true;
-    std::vector<SourceBrowserDeclarator> declarators = reader.read(tokens, {}, m_isTypedef);
-    return declarators.empty() ? SourceBrowserDeclarator() : std::move(declarators.front());
+    return reader.read(tokens, {}, m_isTypedef).front();
 }
 
 } // namespace tavidoc

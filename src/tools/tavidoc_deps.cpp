@@ -48,7 +48,8 @@ Request requestOf(const QCoreApplication &application)
     const QCommandLineOption target(
         u"t"_s, u"The target of the rule; without it, the source with \".stamp\" behind it."_s, u"target"_s);
     const QCommandLineOption ruleFile(u"o"_s, u"Write the rule to this file."_s, u"file"_s);
-    const QCommandLineOption failing(u"fail-on-error"_s, u"End with status 1 when the document has errors."_s);
+    const QCommandLineOption failing(u"fail-on-error"_s,
+                                     u"End with status 1 when the document has errors or a file is missing."_s);
     QCommandLineParser parser;
     parser.setApplicationDescription(u"Lists the files that a document is made from, as a rule for make."_s);
     parser.addHelpOption();
@@ -128,7 +129,7 @@ public:
             text.remove_prefix(placeEnd + 2);
         }
         place.append(": ").append(kind).append(": ").append(text);
-        std::fputs(place.c_str(), stderr);
+        std::fwrite(place.data(), 1, place.size(), stderr); // a name may hold a NUL
     }
 
     [[nodiscard]] bool hasErrors() const { return m_hasErrors; }
@@ -147,6 +148,15 @@ QString presentPath(QString name)
     return name;
 }
 
+/// Reports a \a source that cannot be read: there is nothing to make pages from, while tavidoc
+/// deliberately takes it for an empty one.
+void checkSource(const QString &source, CompilerMessages &messages)
+{
+    const QFileInfo file(source);
+    if (!file.isFile() || !file.isReadable())
+        messages.print("error: docgen: the file cannot be opened\n");
+}
+
 /// Translates \a source, tells \a messages, and gives the files that it was made from, by whole
 /// path, each once.
 QStringList filesOf(const QString &source, CompilerMessages &messages)
@@ -155,7 +165,9 @@ QStringList filesOf(const QString &source, CompilerMessages &messages)
     QStringList files;
     OutputRecords records;
     DocGen document;
-    document.setMessageSink([&messages](std::string_view line) { messages.print(line); });
+    const MessageSink sink = [&messages](std::string_view line) { messages.print(line); };
+    document.setMessageSink(sink);
+    document.setMissingFileSink(sink);
     filesRead = &files;
     document.run(nullptr, 1, Path(source), images.path(), records, {}, {});
     filesRead = nullptr;
@@ -168,6 +180,7 @@ QStringList filesOf(const QString &source, CompilerMessages &messages)
 int answer(const Request &request)
 {
     CompilerMessages messages(request.source);
+    checkSource(request.source, messages);
     const QByteArray rule = ruleText(request.target, filesOf(request.source, messages));
     if (request.ruleFile.isEmpty())
         std::fputs(rule.constData(), stdout);
