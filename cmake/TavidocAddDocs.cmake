@@ -6,6 +6,9 @@
 # includes, presents or copies, a definition file beside it, or the program has changed. Names in the markup start at the
 # directory of the CMakeLists.txt that calls. Errors and warnings read like those of a compiler; with FAIL_ON_ERROR an
 # error fails the build. The pages are written in any case: they show where the error is.
+#
+# The program goes by what follows the first dot of a file's name: a source ends in ".dg", a header in ".h", and there is
+# no other dot. Any other file would make no page, so it is an error here.
 cmake_policy(PUSH)
 cmake_policy(VERSION 3.25)
 
@@ -18,6 +21,8 @@ function(tavidoc_add_docs name)
     if(NOT docs_OUTPUT)
         message(FATAL_ERROR "tavidoc_add_docs(${name}): OUTPUT is missing")
     endif()
+    _tavidoc_check_suffixes("${name}" SOURCES ".dg" ${docs_SOURCES})
+    _tavidoc_check_suffixes("${name}" HEADERS ".h" ${docs_HEADERS})
     cmake_path(ABSOLUTE_PATH docs_OUTPUT BASE_DIRECTORY "${CMAKE_CURRENT_BINARY_DIR}" NORMALIZE)
     if(NOT docs_STYLE)
         get_property(docs_STYLE GLOBAL PROPERTY TAVIDOC_STYLE_SHEET)
@@ -60,6 +65,18 @@ function(tavidoc_add_docs name)
 
     add_custom_target(${name} ALL DEPENDS ${stamps} SOURCES ${docs_SOURCES} ${docs_HEADERS})
     _tavidoc_copy_style("${name}" "${docs_STYLE}" "${docs_OUTPUT}/default.css")
+endfunction()
+
+# Refuses files, given as the argument KEYWORD of the target NAME, whose names do not end in SUFFIX at their first dot.
+function(_tavidoc_check_suffixes name keyword suffix)
+    foreach(input IN LISTS ARGN)
+        string(REGEX REPLACE "^.*/" "" file "${input}")
+        string(REGEX MATCH "[.].*" file_suffix "${file}")
+        if(NOT file_suffix STREQUAL suffix)
+            message(FATAL_ERROR "tavidoc_add_docs(${name}): ${keyword}: \"${input}\" would make no pages: "
+                "expected a name that ends in \"${suffix}\" and has no other dot")
+        endif()
+    endforeach()
 endfunction()
 
 # Lets the target NAME copy a style sheet, or wait for the target that does: several may write to one directory.
