@@ -28,10 +28,13 @@ Outcome run(const QString &file, std::size_t variant)
     Outcome outcome;
     DocGen generator;
     generator.setBaseHeadingLevel(variant % 3 == 2 ? 2 : 0);
-    generator.setMessageSink([&outcome](std::string_view line) {
+    const MessageSink sink = [&outcome](std::string_view line) {
         checkMessage(line);
         outcome.messages += line;
-    });
+    };
+    generator.setMessageSink(sink);
+    if (variant % 2 == 0)
+        generator.setMissingFileSink(sink);
     try {
         generator.run(nullptr, variant % 4 == 3 ? 0 : 1, Path(file), u"out"_s, outcome.records,
                       variant % 2 == 0 ? QString() : u"html"_s, {});

@@ -1,5 +1,6 @@
 // Writes the seed corpus: each subject's inputs from the manual, the examples, the tests and the sources of this
-// project. An input is named after its bytes, so that equal ones are one.
+// project, or the inputs of those that read headers from the headers that are installed. An input is named after its
+// bytes, so that equal ones are one.
 
 #include "fuzz/string_literals.h"
 
@@ -16,7 +17,9 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr std::size_t s_chunk = 2000; // bytes: small inputs are what a fuzzer works best with
+constexpr std::size_t s_chunk = 2000;       // bytes: small inputs are what a fuzzer works best with
+constexpr std::size_t s_headerChunk = 4000; // bytes: enough for a few declarations with their comments
+constexpr std::size_t s_mostHeaders = 300;  // that are read: a target runs all seeds before it makes inputs
 
 using Seeds = std::map<std::string, std::set<std::string>, std::less<>>; // inputs by subject
 
@@ -26,14 +29,14 @@ std::string bytesOf(const fs::path &file)
     return {std::istreambuf_iterator<char>(stream), {}};
 }
 
-/// Cuts \a text at line ends into pieces of about a chunk.
-std::vector<std::string> chunks(std::string_view text)
+/// Cuts \a text at line ends into pieces of about \a size bytes.
+std::vector<std::string> chunks(std::string_view text, std::size_t size = s_chunk)
 {
     std::vector<std::string> pieces;
     while (!text.empty()) {
         std::size_t length = text.size();
-        if (length > s_chunk)
-            length = std::min(text.find('\n', s_chunk), text.size() - 1) + 1;
+        if (length > size)
+            length = std::min(text.find('\n', size), text.size() - 1) + 1;
         pieces.emplace_back(text.substr(0, length));
         text.remove_prefix(length);
     }
@@ -117,6 +120,55 @@ Seeds collect(const fs::path &project)
     return seeds;
 }
 
+/// Two headers of each directory below \a folder, the first and the one in the middle, or as many as are read, from
+/// all over it: a directory mostly belongs to one package.
+std::vector<fs::path> someHeaders(const fs::path &folder)
+{
+    std::map<fs::path, std::set<fs::path>> directories;
+    for (const fs::directory_entry &entry :
+         fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied)) {
+        const fs::path suffix = entry.path().extension();
+        if (entry.is_regular_file() && (suffix == ".h" || suffix == ".hpp"))
+            directories[entry.path().parent_path()].insert(entry.path());
+    }
+    std::vector<fs::path> headers;
+    for (const auto &[directory, files] : directories) {
+        headers.push_back(*files.begin());
+        if (files.size() > 1)
+            headers.push_back(*std::next(files.begin(), static_cast<std::ptrdiff_t>(files.size() / 2)));
+    }
+    if (headers.size() <= s_mostHeaders)
+        return headers;
+    std::vector<fs::path> some;
+    for (std::size_t index = 0; index < s_mostHeaders; ++index)
+        some.push_back(headers[index * headers.size() / s_mostHeaders]);
+    return some;
+}
+
+/// \a text with all its block comments made into documentation, so that what it declares gets pages.
+std::string documented(std::string text)
+{
+    for (std::size_t at = text.find("/*"); at != std::string::npos; at = text.find("/*", at + 3))
+        text.insert(at + 2, "!");
+    return text;
+}
+
+/// Of each header two pieces, of a long one not the first, which is often a licence.
+Seeds collectHeaders(const fs::path &folder)
+{
+    Seeds seeds;
+    for (const fs::path &header : someHeaders(folder)) {
+        const std::vector<std::string> pieces = chunks(bytesOf(header), s_headerChunk);
+        if (pieces.empty())
+            continue;
+        for (const std::size_t index : {pieces.size() / 3, pieces.size() - 1}) {
+            seeds["declarations"].insert(pieces[index]);
+            seeds["header"].insert(documented(pieces[index]));
+        }
+    }
+    return seeds;
+}
+
 /// A name for \a bytes that other bytes do not have.
 std::string nameOf(std::string_view bytes)
 {
@@ -132,12 +184,13 @@ std::string nameOf(std::string_view bytes)
 
 int main(int count, char **values)
 {
-    if (count != 3) {
-        std::fputs("usage: make_seeds PROJECT DIRECTORY\n", stderr);
+    const bool isForHeaders = count == 4 && std::string_view(values[1]) == "--headers";
+    if (count != 3 && !isForHeaders) {
+        std::fputs("usage: make_seeds PROJECT DIRECTORY\n       make_seeds --headers FOLDER DIRECTORY\n", stderr);
         return 1;
     }
-    for (const auto &[subject, inputs] : collect(values[1])) {
-        const fs::path directory = fs::path(values[2]) / subject;
+    for (const auto &[subject, inputs] : isForHeaders ? collectHeaders(values[2]) : collect(values[1])) {
+        const fs::path directory = fs::path(values[count - 1]) / subject;
         fs::remove_all(directory);
         fs::create_directories(directory);
         for (const std::string &input : inputs)

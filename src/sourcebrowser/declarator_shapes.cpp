@@ -400,7 +400,8 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::unwrap(Index type, Index 
     tokens.insert(tokens.end(), m_tokens->begin() + list, m_tokens->begin() + afterGroup(list));
     SourceBrowserDeclaratorReader reader;
     reader.m_isUnwrapping = true;
-    return reader.read(tokens, {}, m_isTypedef).front();
+    std::vector<SourceBrowserDeclarator> declarators = reader.read(tokens, {}, m_isTypedef);
+    return declarators.empty() ? SourceBrowserDeclarator() : std::move(declarators.front());
 }
 
 } // namespace tavidoc

@@ -148,7 +148,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
     if (token(stop - 1).is(Scope)) {
         if (code(stop, end) == Operator)
             return readOperator(at, stop, end, shape);
-        if (code(stop, end) != '~')
+        if (code(stop, end) != '~' || code(stop + 1, end) != Identifier)
             return at; // a pointer to a member
         shape.nameBegin = at;
         shape.nameEnd = stop + 2;

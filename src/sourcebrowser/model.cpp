@@ -41,6 +41,14 @@ void keepFirst(QHash<QString, const SourceBrowserObject *> &table, const QString
         entry = object;
 }
 
+/// The name as the index knows it. The name of a type that is defined outside its container is itself qualified.
+QString withStops(QString name)
+{
+    if (name.contains(u':'))
+        name.replace("::"_L1, "."_L1);
+    return name;
+}
+
 bool comesBefore(const SourceBrowserObject *one, const SourceBrowserObject *other)
 {
     if (one->scope() == other->scope())
@@ -108,8 +116,8 @@ const SourceBrowserModel::Index &SourceBrowserModel::index() const
     if (!m_index) {
         m_index = std::make_unique<Index>();
         visitAll(m_root, [this](SourceBrowserObject *object) {
-            keepFirst(m_index->byName, object->name(), object);
-            keepFirst(m_index->byQualifiedName, object->qualifiedName(), object);
+            keepFirst(m_index->byName, withStops(object->name()), object);
+            keepFirst(m_index->byQualifiedName, withStops(object->qualifiedName()), object);
         });
     }
     return *m_index;
@@ -123,8 +131,7 @@ void SourceBrowserModel::noteChange()
 
 const SourceBrowserObject *SourceBrowserModel::find(QStringView name) const
 {
-    QString key = name.toString();
-    key.replace("::"_L1, "."_L1);
+    const QString key = withStops(name.toString());
     if (const SourceBrowserObject *object = index().byQualifiedName.value(key))
         return object;
     return index().byName.value(key);

@@ -154,6 +154,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"struct a {\n int x;\n\ntypedef int y;\nint z;", "a ; a.x = int x ; y = typedef int y ; z = int z"},
         Row{u"int f(int a\n#if X\n, int b\n#else\n, long c\n#endif\n); int d;", "f = int f(int a, int b) ; d = int d"},
         Row{u"enum e { A = 1\n#if X\n, B };\n#else\n};\n#endif\nint d;", "d = int d ; e = typedef enum { A = 1, B } e"},
+        Row{u"FP_EXPORT(2, break a, (int x))\nFP_EXPORT(3, int, A::~, (int)) A::~(; int b; A::~", "b = int b"},
         Row{u"int \"unclosed\nint a; 'b\nint c; /* open", "a = int a ; c = int c"}));
 
 TEST(Declarations, DeepAndLongInputEnds)

@@ -94,6 +94,9 @@ TEST(Model, KeepsFiveOrderedCollections)
     EXPECT_EQ(model.find(u"f")->description(), u"int f(void)"_s) << "a qualified name is preferred to a bare one";
     EXPECT_EQ(model.find(u"g")->qualifiedName(), u"Q.g"_s);
     EXPECT_EQ(model.find(u"nothing"), nullptr);
+    HeaderParser(model).parseText(u"enum n::e : int { E }; class o::i { int m; };"_s, u"b.h"_s);
+    for (const char16_t *name : {u"n::e", u"n.e", u"o::i", u"o.i", u"o::i::m"})
+        EXPECT_NE(model.find(name), nullptr) << QString::fromUtf16(name).toStdString();
 }
 
 TEST(Model, MergesContainersThatAreDeclaredAgain)
