@@ -12,6 +12,7 @@
 #include <map>
 #include <set>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -120,22 +121,22 @@ Seeds collect(const fs::path &project)
     return seeds;
 }
 
-/// Two headers of each directory below \a folder, the first and the one in the middle, or as many as are read, from
-/// all over it: a directory mostly belongs to one package.
+/// Two headers of each directory below \a folder, the longest and one of middle length, or as many as are read, from all
+/// over it: a directory mostly belongs to one package.
 std::vector<fs::path> someHeaders(const fs::path &folder)
 {
-    std::map<fs::path, std::set<fs::path>> directories;
+    std::map<fs::path, std::set<std::pair<std::uintmax_t, fs::path>>> directories; // by size
     for (const fs::directory_entry &entry :
          fs::recursive_directory_iterator(folder, fs::directory_options::skip_permission_denied)) {
         const fs::path suffix = entry.path().extension();
         if (entry.is_regular_file() && (suffix == ".h" || suffix == ".hpp"))
-            directories[entry.path().parent_path()].insert(entry.path());
+            directories[entry.path().parent_path()].emplace(entry.file_size(), entry.path());
     }
     std::vector<fs::path> headers;
     for (const auto &[directory, files] : directories) {
-        headers.push_back(*files.begin());
+        headers.push_back(files.rbegin()->second);
         if (files.size() > 1)
-            headers.push_back(*std::next(files.begin(), static_cast<std::ptrdiff_t>(files.size() / 2)));
+            headers.push_back(std::next(files.begin(), static_cast<std::ptrdiff_t>((files.size() - 1) / 2))->second);
     }
     if (headers.size() <= s_mostHeaders)
         return headers;
