@@ -46,8 +46,10 @@ void ignoreWriteSignals()
 
 void keepQuiet(QtMsgType, const QMessageLogContext &, const QString &) {}
 
+/// Prints the fatal line \a message, after all that was printed before.
 int fail(const char *message)
 {
+    std::fflush(stdout); // both streams may be one file
     std::fprintf(stderr, "error: %s\n", message);
     return EXIT_FAILURE;
 }

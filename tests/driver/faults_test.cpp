@@ -148,20 +148,31 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Output, Faults,
-    testing::Values(Fault{"a closed standard output", Needs::Nothing,
-                          "yes '\\nope' | head -n 5000 >> doc.dg; $tavidoc -v -o out doc.dg >&-; s=$?; grep -l "
-                          "Outputting out/*; exit $s",
-                          0, "", "one.htm six.htm two.htm "},
-                    Fault{"no standard files at all", Needs::Nothing,
-                          "yes '\\nope' | head -n 5000 >> doc.dg; $tavidoc -v -o out doc.dg <&- >&- 2>&-; s=$?; "
-                          "grep -l 'error: docgen' out/*; exit $s",
-                          0, "", "one.htm six.htm two.htm "},
-                    Fault{"a reader that goes away", Needs::Nothing,
-                          "yes '\\nope' | head -n 50000 >> doc.dg; { $tavidoc -v -o out doc.dg; s=$?; } | true; "
-                          "{ $tavidoc -v -o out doc.dg; echo $? >&2; } | true",
-                          0, "0\n", "one.htm six.htm two.htm "},
-                    Fault{"an output without room", Needs::Nothing, "$tavidoc -v -o out doc.dg > /dev/full", 0, "",
-                          "one.htm six.htm two.htm "}),
+    testing::Values(
+        Fault{"a closed standard output", Needs::Nothing,
+              "yes '\\nope' | head -n 5000 >> doc.dg; $tavidoc -v -o out doc.dg >&-; s=$?; grep -l "
+              "Outputting out/*; exit $s",
+              0, "", "one.htm six.htm two.htm "},
+        Fault{"no standard files at all", Needs::Nothing,
+              "yes '\\nope' | head -n 5000 >> doc.dg; $tavidoc -v -o out doc.dg <&- >&- 2>&-; s=$?; "
+              "grep -l 'error: docgen' out/*; exit $s",
+              0, "", "one.htm six.htm two.htm "},
+        Fault{"a reader that goes away", Needs::Nothing,
+              "yes '\\nope' | head -n 50000 >> doc.dg; { $tavidoc -v -o out doc.dg; s=$?; } | true; "
+              "{ $tavidoc -v -o out doc.dg; echo $? >&2; } | true",
+              0, "0\n", "one.htm six.htm two.htm "},
+        Fault{"one file for both outputs", Needs::Nothing,
+              "mkdir -p out/two.htm; printf '\\134nope\\n' >> doc.dg; $tavidoc -v -o out doc.dg > all 2>&1; s=$?; "
+              "cat all >&2; exit $s",
+              1,
+              "Processing doc.dg\nerror: docgen: doc.dg:7: \\nope: unknown command\nOutputting "
+              "out/one.htm\nOutputting out/two.htm\nerror: cannot open out/two.htm\n",
+              "one.htm "},
+        Fault{"one pipe for both outputs", Needs::Nothing,
+              "printf '\\134include doc.dg' >> doc.dg; $tavidoc -v -o out doc.dg 2>&1 | cat >&2", 0,
+              "Processing doc.dg\nerror: doc.dg includes itself without end\n", ""},
+        Fault{"an output without room", Needs::Nothing, "$tavidoc -v -o out doc.dg > /dev/full", 0, "",
+              "one.htm six.htm two.htm "}),
     [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u' ', u'_').toStdString(); });
 
 /// Whatever memory there is: either every page is written whole, or the run says why not. Before the program itself
