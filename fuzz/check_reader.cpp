@@ -45,7 +45,7 @@ void checkPositions(SourceDocument &document, const QString &file, std::string_v
 std::string titlesOf(const SourceDocument &document)
 {
     std::string text;
-    for (const PageTitles *titles : {&document.titles, &document.titleTargets}) {
+    for (const PageTitles *titles : {&document.titles.titles, &document.titles.targets}) {
         for (const auto &[name, title] : *titles)
             text.append(name).append("\t").append(title).append("\n");
     }

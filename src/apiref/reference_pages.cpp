@@ -142,9 +142,9 @@ void ReferencePages::makePage(const Documented &declaration)
 /// Translates \a markup into the page text. The result is its `\brief` as HTML.
 std::string ReferencePages::translate(std::string_view markup, SourceMap &map)
 {
-    static const PageTitles noTitles;
+    static const TitleLists noTitles;
     Report report(markup, map, m_surroundings.sink, m_surroundings.missing);
-    const CrossReferences references(noTitles, noTitles, this);
+    const CrossReferences references(noTitles, this);
     Translator translator(markup, {m_blocks, m_pages, m_surroundings.contents, references, report,
                                    m_surroundings.actions, m_surroundings.properties, m_icons, this,
                                    m_surroundings.outputFormat, m_surroundings.baseHeadingLevel});

@@ -77,9 +77,10 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     Report report(document.text(), document.map, m_sink, missingFiles());
     HtmlBlocks blocks(SharedTables::paraStyle);
     Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
-    if (const auto title = document.titles.find(std::string_view()); title != document.titles.end())
+    const PageTitles &titles = document.titles.titles;
+    if (const auto title = titles.find(std::string_view()); title != titles.end())
         pages.setDocumentTitle(title->second);
-    const CrossReferences references(document.titles, document.titleTargets, nullptr);
+    const CrossReferences references(document.titles, nullptr);
     IconTable icons(m_outputDirectory);
     Translator translator(document.text(), {blocks, pages, m_contents, references, report, m_messageMap, m_properties,
                                             icons, nullptr, format, m_baseHeadingLevel});

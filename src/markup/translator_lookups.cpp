@@ -1,3 +1,4 @@
+#include "docgen/sentence.h"
 #include "markup/translator.h"
 
 namespace tavidoc {
@@ -81,7 +82,7 @@ void Translator::choose(const Command &command)
     if (!action)
         return;
     beginText();
-    const bool capital = isSentenceStart();
+    const bool capital = endsBeforeSentence(m_blocks.openText());
     const std::string menuVerb = capital ? std::string(command.first) : inSentence(command.first);
     const std::string keyVerb = capital ? std::string(command.second) : inSentence(command.second);
     const ChoosePhrase phrase = m_actions.choosePhrase(*action, menuVerb, keyVerb);
@@ -116,7 +117,7 @@ void Translator::propertyPage(const Command &)
         m_blocks.setMode(BlockMode::None);
     if (m_properties.isEmpty())
         missingDefinitions({"properties.xml"});
-    write(m_properties.tableHtml());
+    m_blocks.append(m_properties.tableHtml());
 }
 
 void Translator::icon(const Command &)

@@ -1,6 +1,7 @@
 #include "markup/translator.h"
 
 #include "base/text_escape.h"
+#include "docgen/page_titles.h"
 #include "markup/member_groups.h"
 #include "pages/html_pages.h"
 
@@ -33,7 +34,7 @@ void Translator::title(const Command &)
         return;
     m_blocks.setMode(BlockMode::None);
     const bool onPage = m_pages.state() != Pages::State::None || m_declarations != nullptr;
-    if (!onPage && !m_titlesWithoutEntry) {
+    if (!onPage && !m_pageOpened) {
         m_contents.openTitle(*text);
         m_pages.setDocumentTitle(*text);
     }
@@ -51,20 +52,21 @@ void Translator::title(const Command &)
 
 void Translator::split(const Command &)
 {
-    const auto name = filledLine();
-    if (!name)
-        return;
-    const std::string_view stem = trimmed(*name);
+    const auto stem = takePageName(m_cursor);
+    if (!stem)
+        return missingArgument();
     const bool withEntry = !std::exchange(m_withoutEntry, false);
-    if (leavesDirectory(stem)) {
-        error("the page would leave the output directory");
-        m_pages.openDiscarded();
-        return;
+    m_saidNoPage = false;
+    if (stem->empty())
+        return m_pages.flush();
+    m_pageOpened = true;
+    if (leavesDirectory(*stem)) {
+        error("the page would leave the output directory"); // deliberate: whatever the document says
+        return m_pages.openDiscarded();
     }
     if (withEntry)
-        m_contents.openPage(stem);
-    m_saidNoPage = false;
-    m_pages.open(stem);
+        m_contents.openPage(*stem);
+    m_pages.open(*stem);
 }
 
 void Translator::here(const Command &)
@@ -74,10 +76,10 @@ void Translator::here(const Command &)
 
 void Translator::contents(const Command &)
 {
-    const std::string_view argument = trimmedEnd(m_cursor.takeLine());
+    const std::string_view argument = m_cursor.takeLine();
     if (argument.starts_with('<'))
         return m_contents.addLine(argument);
-    steerContents(argument);
+    steerContents(trimmedEnd(argument));
 }
 
 void Translator::steerContents(std::string_view direction)
@@ -92,7 +94,6 @@ void Translator::steerContents(std::string_view direction)
         m_contents.goTop();
     m_contents.closeLevels();
     m_pages.flush();
-    m_titlesWithoutEntry = true;
     m_saidNoPage = false;
 }
 

@@ -10,10 +10,11 @@ void Translator::table(const Command &)
     if (!argument)
         return;
     const ColumnWidths columns = columnWidths(*argument);
-    if (!columns.valid)
-        error("a width is no number");
+    if (columns.invalid)
+        commandWarning("invalid width \"" + std::string(*columns.invalid) + "\": expected a number");
+    warnOfOpenGrid();
     if (m_blocks.mode() == BlockMode::Table)
-        return error("a table is open already"); // deliberate: its rows go into the open one
+        return; // deliberate: its rows go into the open one
     m_gridOffset = m_commandOffset;
     m_blocks.setMode(BlockMode::None);
     m_row = Row::None;
@@ -29,13 +30,23 @@ void Translator::matrix(const Command &)
     if (!argument)
         return;
     const std::size_t count = columnCount(*argument);
+    warnOfOpenGrid();
     if (m_blocks.mode() == BlockMode::Matrix)
-        return error("a matrix is open already"); // deliberate, as with tables
+        return; // deliberate, as with tables
     m_gridOffset = m_commandOffset;
     m_blocks.setMode(BlockMode::None);
     m_row = Row::None;
     m_blocks.setMatrixColumns(count, matrixColumnPercent(count));
     m_blocks.setMode(BlockMode::Matrix, std::to_string(count), "2in,2in,2in"); // deliberate: whatever the count
+}
+
+/// Warns when the command at hand asks for a table or matrix inside another.
+void Translator::warnOfOpenGrid()
+{
+    if (m_blocks.mode() == BlockMode::Table)
+        commandWarning("a table is already open");
+    else if (m_blocks.mode() == BlockMode::Matrix)
+        commandWarning("a matrix is already open");
 }
 
 void Translator::endTable(const Command &)

@@ -43,10 +43,8 @@ public:
     /// Begins a list entry or the like: what follows is the start of a block's text.
     void append(std::string_view piece);
 
-    /// Where the text of the open block, list entry or cell begins in the page text.
-    [[nodiscard]] std::size_t blockStart() const { return m_blockStart; }
-    /// True when nothing has been written since then.
-    [[nodiscard]] bool atBlockStart() const { return m_text.size() == m_blockStart; }
+    /// The text of the open block, list entry or cell so far.
+    [[nodiscard]] std::string_view openText() const { return std::string_view(m_text).substr(m_blockStart); }
 
     /// What ends the open row when the table or matrix is closed; empty while no row is open.
     void setRowEnd(std::string_view end) { m_rowEnd = end; }

@@ -1,6 +1,7 @@
 #include "reading/source_map.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace tavidoc {
 
@@ -15,7 +16,7 @@ int lineEndsIn(std::string_view text)
 
 int SourceMap::addFile(const QString &name)
 {
-    m_files.push_back({name});
+    m_files.push_back({name, {}});
     return static_cast<int>(m_files.size()) - 1;
 }
 
@@ -50,7 +51,8 @@ SourcePosition SourceMap::position(std::string_view text, std::size_t offset)
         return {m_files.empty() ? QString() : m_files.front().name, 1};
     moveTo(text, offset);
     const File &file = m_files[static_cast<std::size_t>(m_stretches[m_stretch].file)];
-    return {file.name, m_line + file.shift};
+    const auto after = std::ranges::upper_bound(file.renumberings, offset, {}, &Renumbering::offset);
+    return {file.name, m_line + (after == file.renumberings.begin() ? 0 : std::prev(after)->shift)};
 }
 
 void SourceMap::renumber(std::string_view text, std::size_t offset, int number)
@@ -58,7 +60,8 @@ void SourceMap::renumber(std::string_view text, std::size_t offset, int number)
     if (m_stretches.empty())
         return;
     moveTo(text, offset);
-    m_files[static_cast<std::size_t>(m_stretches[m_stretch].file)].shift = number - m_line;
+    File &file = m_files[static_cast<std::size_t>(m_stretches[m_stretch].file)];
+    file.renumberings.push_back({offset, std::int64_t{number} - m_line});
 }
 
 } // namespace tavidoc

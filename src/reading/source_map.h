@@ -12,8 +12,8 @@ namespace tavidoc {
 /// A place in a source file.
 struct SourcePosition
 {
-    QString file; ///< as it was named on the command line or in an include
-    int line = 0; ///< counted from 1
+    QString file;          ///< as it was named on the command line or in an include
+    std::int64_t line = 0; ///< counted from 1, or from what a renumbering says
 };
 
 /// Tells for every place in a joined text which line of which file it came from. The text is a
@@ -32,15 +32,20 @@ public:
     /// rising order: then all answers together cost one pass over the text.
     [[nodiscard]] SourcePosition position(std::string_view text, std::size_t offset);
 
-    /// Makes \a number the number of the line at \a offset; the lines of the same file that
-    /// follow count on from there.
+    /// Makes \a number the number of the line at \a offset. From there on the lines of the same
+    /// file count on from it; what is before \a offset keeps its number. Offsets must not decrease.
     void renumber(std::string_view text, std::size_t offset, int number);
 
 private:
+    struct Renumbering
+    {
+        std::size_t offset;
+        std::int64_t shift; // what it adds to the counted lines from there on
+    };
     struct File
     {
         QString name;
-        int shift = 0; // what a renumbering adds to the counted lines
+        std::vector<Renumbering> renumberings; // by offset
     };
     struct Stretch
     {

@@ -35,24 +35,23 @@ std::string_view firstWord(std::string_view text)
     return text.substr(0, text.find(' '));
 }
 
-/// The argument of \a line, a command's line, when it stands in braces directly after the
-/// command's name \a command. Null without one.
-std::string_view bracedArgument(std::string_view line, std::string_view command)
+/// Sets the introducer of a macro context for the time of an expansion, also of one that ends
+/// in an exception.
+class IntroducerChange
 {
-    const std::size_t end = line.find('}', command.size());
-    if (line.substr(command.size(), 1) != "{" || end == std::string_view::npos)
-        return {};
-    return line.substr(command.size() + 1, end - command.size() - 1);
-}
+public:
+    IntroducerChange(MacroContext &macros, char introducer) : m_macros(macros), m_before(macros.introducer())
+    {
+        m_macros.setIntroducer(introducer);
+    }
+    IntroducerChange(const IntroducerChange &) = delete;
+    IntroducerChange &operator=(const IntroducerChange &) = delete;
+    ~IntroducerChange() { m_macros.setIntroducer(m_before); }
 
-/// True when the command that \a line begins with is exactly \a name.
-bool isCommand(std::string_view line, std::string_view name)
-{
-    const auto isNameCharacter = [](char c) {
-        return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
-    };
-    return line.starts_with(name) && (line.size() == name.size() || !isNameCharacter(line[name.size()]));
-}
+private:
+    MacroContext &m_macros;
+    char m_before;
+};
 
 } // namespace
 
@@ -71,6 +70,7 @@ SourceDocument SourceReader::read(const Path &path)
         else
             leave();
     }
+    m_document.titles = titlesOf(m_document.text());
     return std::move(m_document);
 }
 
@@ -91,12 +91,16 @@ void SourceReader::enter(const Path &path)
     m_conditions.setSuppressed(false);
 }
 
-/// Whether one more reading of a file, beside those that are open, can be told never to end.
+/// Whether one more reading of a file, beside those that are open, proves that it never ends.
 bool SourceReader::isEndless(const Readings &readings) const
 {
     const std::vector<int> &stacks = readings.enteredStacks;
     const std::size_t depth = stacks.size() + 1;
-    return std::ranges::find(stacks, m_conditions.stackIdentity()) != stacks.end() || depth >= s_endlessDepth ||
+    if (depth >= s_endlessDepth)
+        return true;
+    if (m_macros != nullptr)
+        return false; // the next reading may expand to something else
+    return std::ranges::find(stacks, m_conditions.stackIdentity()) != stacks.end() ||
            (depth >= s_suspiciousDepth && static_cast<qsizetype>(depth) * readings.text.size() > s_endlessSize);
 }
 
@@ -169,12 +173,15 @@ void SourceReader::textLine(std::string_view line)
             keepInPlace(line);
         return;
     }
-    const char introducer = m_macros->introducer();
-    m_macros->setIntroducer('@');
-    const std::string expanded = m_macros->expand(line, m_definitions);
-    m_macros->setIntroducer(introducer);
+    const std::string expanded = expandedLine(line);
     if (!include(expanded))
         keepCopy(expanded);
+}
+
+std::string SourceReader::expandedLine(std::string_view line)
+{
+    const IntroducerChange change(*m_macros, '@');
+    return m_macros->expand(line, m_definitions);
 }
 
 bool SourceReader::include(std::string_view line)
@@ -193,7 +200,6 @@ bool SourceReader::include(std::string_view line)
 void SourceReader::keepInPlace(std::string_view line)
 {
     const char *const end = line.data() + line.size();
-    noteTitle(line);
     if (m_run.begin != nullptr && m_run.end + 1 == line.data() && m_run.file == m_open.back().file) {
         m_run.end = end;
         return;
@@ -205,7 +211,6 @@ void SourceReader::keepInPlace(std::string_view line)
 void SourceReader::keepCopy(std::string_view line)
 {
     joinRun();
-    noteTitle(line);
     beginJoinedLine(m_open.back().file, std::max(1, m_open.back().reader.lineNumber()));
     m_document.joined += line;
 }
@@ -233,37 +238,6 @@ void SourceReader::beginJoinedLine(int file, int line)
         m_document.joined.reserve(static_cast<std::size_t>(m_open.front().reader.text().size()));
     m_document.isJoined = true;
     m_document.map.beginStretch(m_document.joined.size(), file, line);
-}
-
-void SourceReader::noteTitle(std::string_view line)
-{
-    constexpr std::string_view split = "\\split";
-    constexpr std::string_view title = "\\title";
-    if (!line.starts_with('\\'))
-        return;
-    if (line.starts_with(split)) {
-        const std::string_view braced = bracedArgument(line, split);
-        const std::string_view name = braced.data() == nullptr ? afterFirstBlank(line) : braced;
-        if (!name.empty())
-            m_splitName = name;
-        return;
-    }
-    if (!line.starts_with(title) || isCommand(line, "\\titleref"))
-        return;
-    std::string text;
-    if (line.substr(title.size(), 1) == "{") {
-        text = simplified(line.substr(title.size() + 1));
-        if (text.ends_with('}'))
-            text.pop_back();
-        text = simplified(text);
-    } else {
-        text = afterFirstBlank(simplified(line));
-    }
-    if (text.empty())
-        return;
-    if (!m_splitName.empty())
-        m_document.titleTargets.insert_or_assign(text, m_splitName);
-    m_document.titles.insert_or_assign(m_splitName, std::move(text));
 }
 
 } // namespace tavidoc

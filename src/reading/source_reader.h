@@ -1,5 +1,6 @@
 #pragma once
 
+#include "docgen/page_titles.h"
 #include "reading/conditions.h"
 #include "reading/macro_context.h"
 #include "reading/source_line_reader.h"
@@ -14,9 +15,6 @@
 #include <vector>
 
 namespace tavidoc {
-
-/// Page titles by split name; the empty name is that of the document.
-using PageTitles = std::map<std::string, std::string, std::less<>>;
 
 /// An include of a file that cannot be read. It reads as an empty line.
 struct MissingInclude
@@ -37,8 +35,7 @@ struct SourceDocument
     bool isJoined = false;
     SourceMap map;
     std::vector<MissingInclude> missingIncludes; ///< in order
-    PageTitles titles;                           ///< the later one counts for equal names
-    PageTitles titleTargets;                     ///< split name by title, for titles of pages; the later one counts
+    TitleLists titles;
 };
 
 /// Reads a markup source with what it includes: drops comments, keeps or drops conditional
@@ -88,13 +85,13 @@ private:
     void directive(std::string_view line);
     void define(const std::string &line);
     void textLine(std::string_view line);
+    [[nodiscard]] std::string expandedLine(std::string_view line);
     bool include(std::string_view line);
     void keepInPlace(std::string_view line);
     void keepCopy(std::string_view line);
     void joinRun();
     [[nodiscard]] std::size_t nextLineOffset() const;
     void beginJoinedLine(int file, int line);
-    void noteTitle(std::string_view line);
 
     MacroContext *m_macros;
     Conditions m_conditions;
@@ -103,7 +100,6 @@ private:
     std::map<FileIdentity, Readings> m_readings;
     SourceDocument m_document;
     Run m_run;
-    std::string m_splitName; // of the page that the next title belongs to
 };
 
 } // namespace tavidoc

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace tavidoc;
 
 namespace {
@@ -95,6 +97,16 @@ ROWS(Styles, Row{"styles nest", "\\b{a \\i{b \\tt{c}}} \\bi{d}", "<p><b>a <i>b <
      Row{"pictures", "\\img{a.png} \\screen{b} \\screen{c.gif}{it's}",
          "<p><img src=\"a.png\" /> <img class=\"screen\" src=\"b.png\" /> <img class=\"screen\" src=\"c.gif\" "
          "alt=\"it&apos;s\"/></p>"},
+     Row{"a renumbering leaves alone what is before it",
+         "\\nope\\line{2147483647}\\nope\n\\table{*\\line{7}}\\line{9}\n|\\nope",
+         "<p>***ERROR*** \\nope***ERROR*** \\nope\n</p><table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" "
+         "cellspacing=\"2\" border=\"0\" cols=\"1\" fm_widths=\"0in\">\n<tr bgcolor=\"#cccccc\"><td>\n***ERROR*** "
+         "\\nope</td></tr>\n</td></tr></table>",
+         "error: docgen: doc.dg:2: \\nope: unknown command\nerror: docgen: doc.dg:2147483647: \\nope: unknown command\n"
+         "warning: docgen: doc.dg:2147483648: \\table: invalid width \"*\\line{7}\": expected a number\n"
+         "error: docgen: doc.dg:10: \\nope: unknown command\nwarning: docgen: doc.dg:2147483648: this table or matrix "
+         "is "
+         "still open at the end of the document\n"},
      Row{"a line can be numbered anew", "\\line{50}\\b\n\\nope\\line{x}",
          "<p>***ERROR*** \\b\n***ERROR*** \\nope***ERROR*** \\line</p>",
          "error: docgen: doc.dg:50: \\b: the argument is missing\nerror: docgen: doc.dg:51: \\nope: unknown command\n"
@@ -167,21 +179,27 @@ ROWS(Tables,
      Row{"a table without rows", "\\table{*}\n\\endtable", s_table + "</td></tr></table>"},
      Row{"a table inside a table changes nothing, deliberately", "\\table{*}\n|a\n\\table{1in,*}\n|b\n\\endtable",
          s_table + "<tr bgcolor=\"#cccccc\"><td>\na\n</td></tr>\n<tr><td>b\n</td></tr>\n</td></tr></table>",
-         "error: docgen: doc.dg:4: \\table: a table is open already\n"},
+         "warning: docgen: doc.dg:4: \\table: a table is already open\n"},
+     Row{"a matrix inside a table, and one inside that", "\\table{*}\n|a\n\\matrix{a,b}\\matrix{}|b\n\\endmatrix",
+         s_table + "<tr bgcolor=\"#cccccc\"><td>\na\n</td></tr>\n</td></tr></table>" + s_matrix +
+             "<tr>\n<td valign=\"top\">\nb\n</td></tr></table>",
+         "warning: docgen: doc.dg:4: \\matrix: a table is already open\n"
+         "warning: docgen: doc.dg:4: \\matrix: a matrix is already open\n"},
      Row{"text in cells", "\\table{*}|\\b{|}<>\xC2\xB7\\|\\code{plain}x\\endcode",
          s_table + "<tr bgcolor=\"#cccccc\"><td>\n<b>|</b><>&#160;|</td></tr>\n</td></tr></table>\n<pre "
                    "class=\"zkt-code\">x</pre>"},
-     Row{"widths that are no numbers", "\\table{*,x}\\endtable\\table{*",
+     Row{"widths that are not numbers", "\\table{*, x}\\endtable\\table{*",
          "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"2\" border=\"0\" cols=\"2\" "
          "fm_widths=\"5in,0in\">\n"
          "</td></tr></table><p>***ERROR*** \\table{*</p>",
-         "error: docgen: doc.dg:2: \\table: a width is no number\nerror: docgen: doc.dg:2: \\table: the argument is "
+         "warning: docgen: doc.dg:2: \\table: invalid width \"x\": expected a number\nerror: docgen: doc.dg:2: "
+         "\\table: the argument is "
          "not closed\n"},
      Row{"another block closes a table", "\\table{*}\n|a\n\\item b",
          s_table + "<tr bgcolor=\"#cccccc\"><td>\na\n</td></tr>\n</td></tr></table><ul><li>b</li></ul>"},
      Row{"a table that is never closed", "\\table{*}\n|a",
          s_table + "<tr bgcolor=\"#cccccc\"><td>\na</td></tr>\n</td></tr></table>",
-         "error: docgen: doc.dg:2: this table or matrix is still open at the end of the document\n"},
+         "warning: docgen: doc.dg:2: this table or matrix is still open at the end of the document\n"},
      Row{"a matrix", "\\matrix{a,b}\n| a | b\n| c\n\\endmatrix",
          s_matrix + "<tr>\n<td valign=\"top\">\n a </td>\n<td valign=\"top\">\n b</td>\n</tr>\n<tr><td "
                     "valign=\"top\">\n c\n</td></tr></table>"},
@@ -198,7 +216,7 @@ ROWS(Listings,
          "<ul><li>a</li></ul>\n<pre class=\"zkt-code\">b</pre>"},
      Row{"a listing that is never closed", "\\code{plain}\na\n\\section b",
          "\n<pre class=\"zkt-code\">a\n\\section b</pre>",
-         "error: docgen: doc.dg:2: \\code: this listing is still open at the end of the document\n"},
+         "warning: docgen: doc.dg:2: \\code: this listing is still open at the end of the document\n"},
      Row{"a file that is missing", "\\present no such & file \n\\copyin none.htm",
          "\n<pre class=\"zkt-code\">***no such &amp; file not found ***</pre>***none.htm not found ***",
          "error: docgen: doc.dg:2: \\present: the file cannot be opened\nerror: docgen: doc.dg:3: \\copyin: the file "
@@ -210,9 +228,11 @@ ROWS(Links,
          "\\screen{d <a href=\"e.htm\">f</a>{g</p>",
          "error: docgen: doc.dg:2: \\xref: the argument is not closed\nerror: docgen: doc.dg:2: \\screen: the "
          "argument is not closed\n"},
-     Row{"to addresses; of these http: alone, deliberately", "\\xref{http://a/?b&c} \\ref{https://d}{e \\b{f}}",
-         "<p><a href=\"http://a/?b&amp;c\" target=\"_blank\">http://a/?b&amp;c</a> <a href=\"https://d.htm\">e "
-         "\\b{f}</a></p>"},
+     Row{"to addresses, https: too, deliberately",
+         "\\xref{http://a/?b&c} \\ref{https://d}{e \\b{f}} \\titleref{https:} \\xref{HTTPS:x} \\xref{http}",
+         "<p><a href=\"http://a/?b&amp;c\" target=\"_blank\">http://a/?b&amp;c</a> <a href=\"https://d\" "
+         "target=\"_blank\">e \\b{f}</a> <big><a href=\"https:\" target=\"_blank\">https:</a></big><br/> <a "
+         "href=\"HTTPS:x.htm\">HTTPS:x</a> <a href=\"http.htm\">http</a></p>"},
      Row{"to pages and titles", "\\title The <P>\n\\xref{p} \\xref{The <P>} \\xref{p.htm} \\xref{q} \\titleref{p}{x}",
          "<p><a href=\"p.htm\">The &lt;P&gt;</a> <a href=\"p.htm\">The &lt;P&gt;</a> <a href=\"p.htm\">The "
          "&lt;P&gt;</a> <a href=\"q.htm\">q</a> <big><a href=\"p.htm\">x</a></big><br/></p>"});
@@ -247,6 +267,103 @@ TEST(Translator, TextOnNoPageIsReportedOnce)
     EXPECT_EQ(run.pages, "p.htm: <p>kept\n</p>\n");
     EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: text before the first \\split is on no page\n"
                             "error: docgen: doc.dg:7: text before the first \\split is on no page\n");
+}
+
+TEST(Translator, ASplitWithoutANameEndsThePage)
+{
+    for (const std::string_view split :
+         {"\\split", "\\split \t", "\\split{}", "\\split{ \t}", "\\split{.htm}", "\\split .htm "}) {
+        const MarkupRun run = runMarkup("\\split a\n\\title A\n\\xref{A} \\xref{T}\n\\item x\n" + std::string(split) +
+                                        "\n\\title T\nlost\n\\split b\n\\return");
+        EXPECT_EQ(run.pages, "a.htm: <p><a href=\"a.htm\">A</a> <a href=\"T.htm\">T</a>\n</p><ul><li>x\n</li></ul>\n"
+                             "b.htm: <p><b>b</b> returns &mdash;</p>\n")
+            << split;
+        EXPECT_EQ(run.messages, "error: docgen: doc.dg:7: text before the first \\split is on no page\n") << split;
+        EXPECT_EQ(run.contents, "<contents>\n<content url=\"a.htm\">\n</content>\n<content url=\"b.htm\">\n</content>\n"
+                                "</contents>")
+            << split;
+    }
+}
+
+TEST(Translator, TheFrameShowsTheTitleOfTheDocument)
+{
+    const auto titleOf = [](const std::string &source) {
+        const QTemporaryDir directory;
+        writeFile(directory.filePath(QStringLiteral("doc.dg")), source);
+        OutputRecords records;
+        DocGen generator;
+        generator.setMessageSink([](std::string_view) {});
+        generator.run(nullptr, 1, Path(directory.filePath(QStringLiteral("doc.dg"))), {}, records, {}, {});
+        const std::string page = records.front().text.toStdString();
+        const std::size_t begin = page.find("style=\"\">") + 9;
+        return page.substr(begin, page.find("</title>") - begin);
+    };
+    const std::string page = "\n\\split a\n\\title Own\nx";
+    EXPECT_EQ(titleOf("\\title Doc & all" + page), "Doc &amp; all");
+    EXPECT_EQ(titleOf("\\contents top\n\\split\n\\title{Doc} tail" + page), "Doc");
+    EXPECT_EQ(titleOf(page), "Own"); // deliberate: no page is untitled that has a title
+    EXPECT_EQ(titleOf("\\split a\nx" + page), "Untitled");
+    EXPECT_EQ(titleOf("\n \\title Indented" + page), "Indented");
+    EXPECT_EQ(titleOf(page + "\n\\split\n\\title On no page"), "Own");
+}
+
+TEST(Translator, PhrasesKnowWhereASentenceBegins)
+{
+    struct Sentence
+    {
+        const char *before; // what precedes the phrase
+        bool begins;
+    };
+    const QTemporaryDir directory;
+    writeFile(directory.filePath(QStringLiteral("keys.xml")),
+              "<keyscheme><item name='Sentence'><key>F9</key></item></keyscheme>");
+    for (const Sentence &row : {
+             Sentence{"", true},
+             Sentence{"a\n\n", true},
+             Sentence{"\\item ", true},
+             Sentence{"\\synopsis ", true},
+             Sentence{"\\item a\\show{b}", true},
+             Sentence{"\\b{} \\i{a} ", false},
+             Sentence{"\\b{\\dq{\\tt{", true},
+             Sentence{"Note. ", true},
+             Sentence{"Note!\n", true},
+             Sentence{"Note?<>", true},
+             Sentence{"Note.\\br", true},
+             Sentence{"Note.", false},
+             Sentence{"Note: ", false},
+             Sentence{"Note, (", false},
+             Sentence{"\\b{Note.} ", true},
+             Sentence{"\\b{Note} ", false},
+             Sentence{"\\b{Note.}", false},
+             Sentence{"\\b{Note. ", true},
+             Sentence{"Note. \\b{\\i{", true},
+             Sentence{"(Done.) ", true},
+             Sentence{"(Done.)", false},
+             Sentence{"(e.g. \\xref{a}{it}) ", false},
+             Sentence{"[\\dq{\\q{\\xref{a}{Done?}}}] ", true},
+             Sentence{"\"Done.\" ", true},
+             Sentence{"\\\"Done.\\' ", true},
+             Sentence{"\xE2\x80\x9C"
+                      "Done.\xE2\x80\x9D ",
+                      true},
+             Sentence{"\xE2\x80\x98"
+                      "Done.\xE2\x80\x99)\xC2\xA0",
+                      true},
+             Sentence{"Done. \\dq{", true},
+             Sentence{"a > b. ", true},
+             Sentence{"Done.> ", false},
+             Sentence{"\\img{a.png} ", false},
+             Sentence{"Done. \\img{a.png} ", false},
+         }) {
+        const std::string before = row.before;
+        const std::string closing(
+            static_cast<std::size_t>(std::ranges::count(before, '{') - std::ranges::count(before, '}')), '}');
+        writeFile(directory.filePath(QStringLiteral("doc.dg")),
+                  "\\split p\n" + before + "\\choosing{Sentence}" + closing);
+        const std::string pages = runFile(directory, QStringLiteral("doc.dg")).pages;
+        EXPECT_NE(pages.find(row.begins ? "Pressing <b>F9" : "pressing <b>F9"), std::string::npos) << before << "\n"
+                                                                                                   << pages;
+    }
 }
 
 TEST(Translator, DepthOfArgumentsCostsNoStack)

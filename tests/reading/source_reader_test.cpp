@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
+
 using namespace tavidoc;
 
 using namespace Qt::StringLiterals;
@@ -23,6 +25,26 @@ struct Row
     const char *name;
     std::string source;
     std::string kept;
+};
+
+class FailingMacroContext : public MacroContext
+{
+public:
+    std::string expand(std::string_view, const MacroDefinitions &) override { throw std::runtime_error("no value"); }
+};
+
+/// Expands the first lines that it gets to an include of "doc.dg", the others to nothing.
+class CountingMacroContext : public MacroContext
+{
+public:
+    explicit CountingMacroContext(int includes) : m_includes(includes) {}
+    std::string expand(std::string_view, const MacroDefinitions &) override
+    {
+        return m_includes-- > 0 ? "\\include doc.dg" : "";
+    }
+
+private:
+    int m_includes;
 };
 
 } // namespace
@@ -62,6 +84,10 @@ TEST(SourceReader, MacrosAreExpandedWhenTheCallerWantsIt)
         "@def A one \\\n two\n@avr\n@def A no\n@end\n@(A)|@(B)|@(A\n@def B.dg x\n\\include @(none).dg";
     EXPECT_EQ(kept(source, {.macros = &macros}), "one  two|@(B)|@(A");
     EXPECT_EQ(macros.introducer(), '#');
+    FailingMacroContext failing;
+    failing.setIntroducer('#');
+    EXPECT_THROW(kept("", {.macros = &failing}), std::runtime_error);
+    EXPECT_EQ(failing.introducer(), '#');
     EXPECT_EQ(kept("@(DateYear)", {.macros = &macros}).size(), 4U);
     EXPECT_EQ(kept("@(Time)", {.macros = &macros}).size(), 8U);
 }
@@ -87,11 +113,14 @@ protected:
     {
         writeFile(m_directory.filePath(QString::fromUtf8(name)), text);
     }
-    MarkupRun run(const QString &name = u"doc.dg"_s) { return runFile(m_directory, name); }
-    std::string failure()
+    MarkupRun run(const QString &name = u"doc.dg"_s, MacroContext *macros = nullptr)
+    {
+        return runFile(m_directory, name, {.macros = macros});
+    }
+    std::string failure(MacroContext *macros = nullptr)
     {
         try {
-            run();
+            run(u"doc.dg"_s, macros);
         } catch (const HException &exception) {
             return exception.message().mid(exception.message().lastIndexOf('/') + 1).toStdString();
         }
@@ -140,6 +169,15 @@ TEST_F(Sources, EndlessIncludesAreProved)
     EXPECT_EQ(failure(), "none"); // the first line of the inner reading drops the include
 }
 
+TEST_F(Sources, UnderMacrosAnIncludeMayEndAtAnyTime)
+{
+    write("doc.dg", "line");
+    CountingMacroContext ends(9'998); // the file is open 9,999 times
+    EXPECT_EQ(failure(&ends), "none");
+    CountingMacroContext goesOn(9'999);
+    EXPECT_EQ(failure(&goesOn), "doc.dg includes itself without end");
+}
+
 TEST_F(Sources, DepthAsSuchHasNoLimit)
 {
     constexpr int depth = 3000;
@@ -156,16 +194,50 @@ TEST_F(Sources, WhatIsNoRegularFileIsEmpty)
     EXPECT_EQ(run(u"missing.dg"_s).pages, "");
 }
 
+TEST(PageTitles, LeadToThePagesThatAreWritten)
+{
+    struct Split
+    {
+        const char *split, *stem;
+    };
+    for (const Split &row : {
+             Split{"\\split b", "b"},
+             Split{"\\split  b \t", "b"},
+             Split{"\\split\tb c", "b c"},
+             Split{"\\split b.htm ", "b"},
+             Split{"\\split {b}", "{b}"},
+             Split{"\\split-b", "-b"},
+             Split{"\\split{b} tail", "b"},
+             Split{"\\split{ b c\t}", "b c"},
+             Split{"\\split{b{c{}}d}", "b{c{}}d"},
+             Split{"\\split{b.htm}", "b"},
+             Split{"\\split{b\nc }", "b\nc"},
+         }) {
+        const MarkupRun run =
+            runMarkup("\\split a\n\\xref{T}\n" + std::string(row.split) + "\n\\title T\nx\n\\split z\n\\return");
+        const std::string file = std::string(row.stem) + ".htm";
+        EXPECT_TRUE(run.pages.starts_with("a.htm: <p><a href=\"" + file + "\">T</a>\n</p>\n" + file + ": "))
+            << row.split << run.pages;
+        EXPECT_NE(run.contents.find("<content url=\"" + file + "\">"), std::string::npos) << row.split;
+    }
+    // Neither of these opens a page.
+    for (const std::string split : {"\\split{b", "\\splits b", "\\split{b\n\n}"}) {
+        const MarkupRun run = runMarkup("\\split a\n\\xref{T}\n" + split + "\n\\title T\n");
+        EXPECT_TRUE(run.pages.starts_with("a.htm: <p><a href=\"a.htm\">T</a>")) << run.pages;
+        EXPECT_NE(run.messages, "") << split;
+    }
+}
+
 TEST(PageTitles, AreFoundBeforeTheTranslation)
 {
-    const MarkupRun run =
-        runMarkup("\\split{a}\n\\xref{b}|\\xref{Last}|\\xref{First}|\\xref{Doc}|\\xref{ c}|\\xref{two }\n"
-                  "\\split b\n\\title  First\n\\title{ Last }\n\\titleref{x}\n\\title\n \\title Indented\n"
-                  "\\split  c\n\\title{two } tail\n");
+    const MarkupRun run = runMarkup(
+        "\\title Doc\n\\split{a}\n\\xref{b}|\\xref{Last}|\\xref{First}|\\xref{Doc}|\\xref{c}|\\xref{B} tail}\n"
+        "\\split b\n\\title  First\n\\title{ Last }\n\\titleref{x}\n\\title\n\\title{ }\n \\title Indented\n"
+        "\\split  c\n\\title{two } tail\n");
     EXPECT_EQ(run.pages.substr(0, run.pages.find('\n')),
               "a.htm: <p><a href=\"b.htm\">Last</a>|<a href=\"b.htm\">Last</a>|<a href=\"b.htm\">Last</a>|<a "
-              "href=\"Doc.htm\">Doc</a>|"
-              "<a href=\" c.htm\">two } tail</a>|<a href=\"two .htm\">two </a>");
+              "href=\"Doc.htm\">Doc</a>|<a href=\"c.htm\">two } tail</a>|<a href=\"B.htm\">B</a> tail}");
+    EXPECT_NE(run.pages.find("c.htm: <p>tail"), std::string::npos) << run.pages;
 }
 
 TEST(Contents, IsAlwaysWellFormed)
@@ -182,8 +254,13 @@ TEST(Contents, IsAlwaysWellFormed)
               "<content title=\"G\">\n<content url=\"d.htm\">\n</content>\n</content>\n<content "
               "url=\"e.htm\">\n<content title=\"H\">\n</content>\n</content>\n</contents>");
     EXPECT_EQ(
-        contents("\\rawcontent <x/>\n\\contents <y>z</y>\n\\include gnu_a.xml\n\\include "
-                 "b.xml\n\\include{c}\n\\include d.htm"),
-        "<contents>\n<x/>\n<y>z</y>\n<include filename=\"gnu_a.xml\" />\n<include filename=\"b.xml\" no_root=\"1\" />\n"
-        "<content url=\"c.htm\" />\n<content url=\"d.htm\" />\n</contents>");
+        contents("\\title A\n\\contents top\n\\title B\n\\contents sync\n\\contents down\n\\title C\n\\split a\n"
+                 "\\contents top\n\\title D\n\\split\n\\title E"),
+        "<contents>\n<content title=\"A\">\n</content>\n<content title=\"B\">\n</content>\n<content title=\"C\">\n"
+        "</content>\n<content url=\"a.htm\">\n</content>\n</contents>");
+    EXPECT_EQ(contents("\\rawcontent <x/>\n\\contents <y>z</y> \n\\include gnu_a.xml\n\\include "
+                       "b.xml\n\\include{c}\n\\include d.htm"),
+              "<contents>\n<x/>\n<y>z</y> \n<include filename=\"gnu_a.xml\" />\n<include filename=\"b.xml\" "
+              "no_root=\"1\" />\n"
+              "<content url=\"c.htm\" />\n<content url=\"d.htm\" />\n</contents>");
 }
