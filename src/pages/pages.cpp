@@ -54,6 +54,7 @@ QString Pages::filePath(std::string_view name) const
 
 const std::string &Pages::frameTitle() const
 {
+    // Deliberate: a page that has a title is not shown as untitled.
     return m_documentTitle == s_untitled && !m_title.empty() ? m_title : m_documentTitle;
 }
 

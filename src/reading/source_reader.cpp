@@ -82,7 +82,7 @@ void SourceReader::enter(const Path &path)
         identity = {status.st_dev, status.st_ino};
     Readings &readings = m_readings[identity];
     const bool known = identity != FileIdentity() && !readings.enteredStacks.empty();
-    if (known && isEndless(readings))
+    if (known && isEndless(readings)) // deliberate: such a run would never end
         throw HException(path.given().toUtf8() + " includes itself without end");
     SourceLineReader reader = known ? SourceLineReader(path, readings.text) : SourceLineReader(path);
     readings.text = reader.text();

@@ -148,6 +148,17 @@ TEST_F(Sources, IncludesStandInTheirPlaceWithAnEmptyLineBehind)
               "error: docgen: doc.dg:9: \\nope: unknown command\nerror: docgen: two.dg:1: \\nope: unknown command\n");
 }
 
+TEST_F(Sources, EachFileIsNumberedAnewByItself)
+{
+    write("doc.dg", "\\split{p}\n\\table{*}\\line{100}\n\\include one.dg\n\\nope\n\\include one.dg\n\\nope");
+    write("one.dg", "\\nope\n\\line{7}\\nope\n");
+    std::string messages;
+    for (const char *place : {"one.dg:1", "one.dg:7", "doc.dg:102", "one.dg:1", "one.dg:7", "doc.dg:104"})
+        messages += std::string("error: docgen: ") + place + ": \\nope: unknown command\n";
+    EXPECT_EQ(run().messages,
+              messages + "warning: docgen: doc.dg:2: this table or matrix is still open at the end of the document\n");
+}
+
 TEST_F(Sources, AConditionOutlivesItsFile)
 {
     write("doc.dg", "\\split{p}\n\\include one.dg\na\n@else\nb\n@end\nc");
