@@ -1,6 +1,7 @@
 #include "apiref/comment_markup.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace tavidoc {
@@ -18,15 +19,21 @@ template <typename Char> std::size_t leadingBlanks(std::basic_string_view<Char> 
     return static_cast<std::size_t>(std::ranges::find_if_not(line, isBlankCharacter<Char>) - line.begin());
 }
 
-template <typename Char> bool isDecorated(std::basic_string_view<Char> line)
+/// How many "*" begin \a line after its blanks.
+template <typename Char> std::size_t asterisks(std::basic_string_view<Char> line)
 {
-    const std::size_t first = leadingBlanks(line);
-    return first < line.size() && line[first] == Char('*');
+    line.remove_prefix(leadingBlanks(line));
+    return std::min(line.find_first_not_of(Char('*')), line.size());
 }
 
-template <typename Char> std::basic_string_view<Char> withoutDecoration(std::basic_string_view<Char> line)
+/// \a line without its decoration, which is at most \a width asterisks and the blank after them.
+template <typename Char>
+std::basic_string_view<Char> withoutDecoration(std::basic_string_view<Char> line, std::size_t width)
 {
-    line.remove_prefix(leadingBlanks(line) + 1);
+    const std::size_t count = std::min(asterisks(line), width);
+    if (count == 0)
+        return line;
+    line.remove_prefix(leadingBlanks(line) + count);
     if (!line.empty() && isBlankCharacter(line.front()))
         line.remove_prefix(1);
     return line;
@@ -128,18 +135,14 @@ void removeDecoration(std::vector<std::string_view> &lines)
 {
     const auto first =
         std::ranges::find_if(lines, [](std::string_view line) { return leadingBlanks(line) < line.size(); });
-    if (first == lines.end() || !isDecorated(*first))
-        return;
-    for (std::string_view &line : lines) {
-        if (isDecorated(line))
-            line = withoutDecoration(line);
-    }
+    const std::size_t width = first == lines.end() ? 0 : asterisks(*first);
+    for (std::string_view &line : lines)
+        line = withoutDecoration(line, width);
 }
 
 bool hasInnerText(std::u16string_view comment)
 {
-    bool decorated = false;
-    bool judged = false;
+    std::optional<std::size_t> width; // of the decoration, once the first line that is not blank has been read
     std::size_t begin = comment.find(u'\n');
     for (std::size_t end = 0; begin != std::u16string_view::npos; begin = end) {
         end = comment.find(u'\n', begin + 1);
@@ -148,10 +151,9 @@ bool hasInnerText(std::u16string_view comment)
         std::u16string_view line = comment.substr(begin + 1, end - begin - 1);
         if (leadingBlanks(line) == line.size())
             continue;
-        decorated = judged ? decorated : isDecorated(line);
-        judged = true;
-        if (decorated && isDecorated(line))
-            line = withoutDecoration(line);
+        if (!width)
+            width = asterisks(line);
+        line = withoutDecoration(line, *width);
         if (line.find_first_not_of(u" \t\r\v\f") != std::u16string_view::npos)
             return true;
     }

@@ -2,6 +2,7 @@
 
 #include "base/text_escape.h"
 #include "pages/contents.h"
+#include "pages/html_pages.h"
 
 namespace tavidoc {
 
@@ -12,6 +13,8 @@ void CrossReferences::appendLink(std::string &html, std::string_view target,
     const bool external = target.starts_with("http:") || target.starts_with("https:");
     const std::string stem = external ? std::string(target) : stemOf(target);
     html += "<a href=\"";
+    if (!external)
+        html += addressStart(stem);
     appendEscaped(html, external ? stem : pageFile(stem));
     html += external ? "\" target=\"_blank\">" : "\">";
     appendEscaped(html, caption ? *caption : captionOf(stem, target));

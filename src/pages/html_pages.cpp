@@ -5,6 +5,7 @@
 #include "base/text_escape.h"
 #include "pages/page_encoding.h"
 
+#include <algorithm>
 #include <initializer_list>
 
 namespace tavidoc {
@@ -68,6 +69,17 @@ QByteArray barePage(std::string_view body)
     return page;
 }
 
+std::string_view addressStart(std::string_view file)
+{
+    const auto isLetter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
+    const auto continuesScheme = [&](char c) {
+        return isLetter(c) || (c >= '0' && c <= '9') || c == '+' || c == '-' || c == '.';
+    };
+    const auto end = std::ranges::find_if_not(file, continuesScheme);
+    const bool isScheme = end != file.end() && *end == ':' && isLetter(file.front());
+    return isScheme ? "./" : "";
+}
+
 void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> groups)
 {
     html += "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"0\" border=\"0\" "
@@ -78,7 +90,8 @@ void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> grou
         for (const IndexEntry &entry : group.entries) {
             // The run of blanks between the cells belongs to the row.
             append(html,
-                   {"<tr><td valign=\"center\"><a href=\"", entry.stem, ".htm\" style=\"Heading\">", entry.title,
+                   {"<tr><td valign=\"center\"><a href=\"", addressStart(entry.stem), entry.stem,
+                    ".htm\" style=\"Heading\">", entry.title,
                     "</a></td>                            <td width=\"100%\">", entry.description, "</td></tr>\n"});
         }
     }

@@ -14,6 +14,9 @@ struct Replacement
     QStringView to;
 };
 
+/// Keeps the "()" of a call operator from being taken for an empty argument list.
+constexpr QChar s_mark = u'\u2060';
+
 // Applied top to bottom to the whole text; the order is part of the result.
 constexpr Replacement s_prototypeCleanUp[] = {
     {u"* ", u"*"}, {u"& ", u"&"},     {u" )", u")"},      {u"( ", u"("},
@@ -44,13 +47,12 @@ QStringView afterName(const SourceBrowserType &type)
     return type.hasInsertion() ? QStringView(type.text).mid(type.insertion) : QStringView();
 }
 
-/// The name as a prototype begins with it. The "()" of a call operator is marked, so that the
-/// clean-up does not take it for an empty argument list.
+/// The name as a prototype begins with it. The "()" of a call operator is marked.
 QString prototypeName(const SourceBrowserMethod &function)
 {
     QString name = function.name();
     if (name.endsWith("()"_L1))
-        name.insert(name.size() - 1, u'\u2060');
+        name.insert(name.size() - 1, s_mark);
     return name;
 }
 
@@ -107,9 +109,11 @@ QString prototypeText(const SourceBrowserMethod &function, unsigned flags)
     if (!(flags & SourceBrowserObject::TightParenthesis))
         text += u'\u00A0'; // survives the clean-up, which makes a blank of it
     text += u'(';
-    const QString separator = flags & SourceBrowserObject::ArgumentLines
-                                  ? ",\n"_L1 + QString(text.size(), u' ') // a return type line counts, on purpose
-                                  : u", "_s;
+    QString separator = u", "_s;
+    if (flags & SourceBrowserObject::ArgumentLines) {
+        const qsizetype marks = text.count(s_mark);                // removed by the clean-up
+        separator = ",\n"_L1 + QString(text.size() - marks, u' '); // a return type line counts, on purpose
+    }
     bool first = true;
     for (const SourceBrowserArgument &argument : function.arguments()) {
         if (!first)

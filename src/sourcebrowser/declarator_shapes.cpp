@@ -21,6 +21,12 @@ bool isWord(const Token &token)
     return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
 }
 
+/// What may follow the arguments of a type of functions that are members.
+bool isFunctionQualifier(const Token &token)
+{
+    return token.is(Const) || token.is(Volatile) || token.is('&');
+}
+
 } // namespace
 
 /// Whether the group at \a open holds a declarator, as in `int (*name)(int)`, and no arguments.
@@ -133,6 +139,8 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Ind
     const bool beforeGroup = code(stop, end) == '(';
     const Index inner = beforeGroup ? wrappedArguments(stop) : -1;
     const bool lastIsMacro = previous >= 0 && previousIsOwn && looksLikeMacro(last);
+    if (beforeGroup && isRedirection(last, stop, end)) // "FILE *REDIRECT(name, (int), other)"
+        return readRedirection(stop, end, shape);
     shape.nameBegin = last;
     shape.nameEnd = stop;
     if (previous >= 0 && (inner >= 0 || lastIsMacro)) {
@@ -166,10 +174,14 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
                                                                                  int nesting, bool isArgument)
 {
     bool isFresh = shape.arguments < 0; // nothing has followed the name yet
+    bool isAfterGroup = false;          // arguments of a type of functions are the last that was read
     while (at < end) {
         const Token &here = token(at);
         const Index after = std::min(afterGroup(at), end);
         if (here.is('[') && code(at + 1, end) == '[') {
+            at = after;
+        } else if (isAfterGroup && nesting == 0 && isFunctionQualifier(here)) {
+            appendToType(shape.suffix, here);
             at = after;
         } else if (here.is('[')) {
             shape.suffix += sourceText(range(at, after));
@@ -181,6 +193,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
                 shape.isFunction = true;
             } else {
                 shape.suffix += typeText(range(at, after));
+                isAfterGroup = true;
             }
             isFresh = false;
             at = after;
@@ -219,6 +232,8 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &spe
         return declarator;
     if (shape.isFunction && m_isTypedef) {
         shape.suffix = typeText(range(shape.arguments, std::min(afterGroup(shape.arguments), end))) + shape.suffix;
+        if (declarator.isConst)
+            shape.suffix += " const"_L1;
         shape.isFunction = false;
     }
     SourceBrowserType &type = declarator.type;
@@ -328,80 +343,6 @@ QString SourceBrowserDeclaratorReader::shared(const QString &text)
     if (kept != text)
         kept = text;
     return kept;
-}
-
-std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(Index open)
-{
-    std::vector<SourceBrowserArgument> arguments;
-    const Index end = std::min<Index>(token(open).match, static_cast<Index>(m_tokens->size()));
-    Index begin = open + 1;
-    if (end - begin == 1 && token(begin).text == u"void")
-        return arguments;
-    while (begin < end) {
-        const Index stop = findTopLevel(begin, end, ',');
-        const Index equals = findTopLevel(begin, stop, '=');
-        SourceBrowserArgument argument;
-        if (stop - begin == 1 && token(begin).is(Ellipsis)) {
-            argument.type.text = u"..."_s;
-        } else {
-            SourceBrowserDeclarator declarator = readOne(begin, equals, true);
-            argument.type = std::move(declarator.type);
-            argument.name = shared(declarator.name);
-        }
-        if (equals < stop)
-            argument.defaultValue = sourceText(range(equals + 1, stop));
-        if (!argument.type.text.isEmpty())
-            arguments.push_back(std::move(argument));
-        begin = stop + 1;
-    }
-    return arguments;
-}
-
-/// Looks into a macro that makes the whole declaration: among its arguments a type, a name and a
-/// list in parentheses follow each other.
-SourceBrowserDeclarator SourceBrowserDeclaratorReader::readWrapped(Index begin, Index end)
-{
-    Index open = begin;
-    while (open < end && !token(open).is('('))
-        ++open;
-    const bool saysRemoved = open > begin && open < end && token(open - 1).text.endsWith("REMOVED"_L1);
-    if (open >= end || m_isUnwrapping || saysRemoved || token(open).match >= end)
-        return {};
-    const Index close = token(open).match;
-    Index typeBegin = -1;
-    Index nameBegin = -1;
-    for (Index at = open + 1; at < close;) {
-        const Index stop = findTopLevel(at, close, ',');
-        const bool isList = token(at).is('(') && token(at).match == stop - 1 && nameBegin >= 0 && typeBegin >= 0;
-        if (isList)
-            return unwrap(typeBegin, nameBegin, at);
-        typeBegin = nameBegin;
-        nameBegin = at;
-        at = stop + 1;
-    }
-    return {};
-}
-
-SourceBrowserDeclarator SourceBrowserDeclaratorReader::unwrap(Index type, Index name, Index list)
-{
-    const bool isPointerName = isPointer(token(name));
-    if (!token(name).is('(') && (list - name > 3 || !isWord(token(list - 2))))
-        return {};
-    std::vector<Token> tokens(m_tokens->begin() + type, m_tokens->begin() + name - 1);
-    Token parenthesis = token(list);
-    if (isPointerName)
-        tokens.push_back(parenthesis);
-    tokens.insert(tokens.end(), m_tokens->begin() + name, m_tokens->begin() + list - 1);
-    if (isPointerName) {
-        parenthesis.code = ')';
-        parenthesis.text = u")";
-        tokens.push_back(parenthesis);
-    }
-    tokens.insert(tokens.end(), m_tokens->begin() + list, m_tokens->begin() + afterGroup(list));
-    SourceBrowserDeclaratorReader reader;
-    reader.m_isUnwrapping = true;
-    std::vector<SourceBrowserDeclarator> declarators = reader.read(tokens, {}, m_isTypedef);
-    return declarators.empty() ? SourceBrowserDeclarator() : std::move(declarators.front());
 }
 
 } // namespace tavidoc

@@ -176,17 +176,6 @@ bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
              token(at + 1).is(Struct)));
 }
 
-/// A word in capitals, or one of a compiler's own: likely a macro.
-bool SourceBrowserDeclaratorReader::looksLikeMacro(Index at) const
-{
-    const QStringView text = token(at).text;
-    if (text.startsWith("__"_L1))
-        return true;
-    if (text.size() < 2 || std::any_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); }))
-        return false;
-    return !m_types.contains(text.toString());
-}
-
 /// The end of a qualified name that begins at \a at: words joined by "::", with template
 /// arguments. When it ends with "::", something else than a word follows.
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::chainEnd(Index at, Index end) const

@@ -33,6 +33,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::ve
     m_tokens = &tokens;
     m_className = className;
     m_isTypedef = isTypedef;
+    readWordsAsNames(tokens, isTypedef);
     linkBrackets(tokens);
     const auto end = static_cast<Index>(tokens.size());
     m_lastStrong = -1;
@@ -158,13 +159,8 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         m_items.push_back({Item::Plain, at, stop});
         return stop;
     }
-    if (looksLikeMacro(at) && code(stop + 1, end) == Identifier && code(stop + 2, end) == ',' &&
-        code(stop + 3, end) == '(' && counts().types + counts().words > 0) { // "int REDIRECT(name, (int), other)"
-        shape.nameBegin = stop + 1;
-        shape.nameEnd = stop + 2;
-        beginArguments(stop + 3, end, shape);
-        return std::min(afterGroup(stop), end);
-    }
+    if (isRedirection(at, stop, end) && counts().types + counts().words > 0)
+        return readRedirection(stop, end, shape);
     if (const Index inner = wrappedArguments(stop); inner >= 0 && !m_items.empty() &&
                                                     m_items.back().kind == Item::Plain &&
                                                     counts().types + counts().words > 1) { // "int f OF((int a))"
@@ -222,8 +218,10 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
         return true;
     if (open - begin > 2 && token(open - 2).is(Scope))
         return true; // a constructor outside its class
-    if (before.words == 0 && (isMacro || before.typeCalls == 0))
+    if (before.words == 0 && isMacro)
         return false;
+    if (before.words == 0 && before.typeCalls == 0)
+        return !m_items.empty() && isMacroTypeCall(m_items.back()) && holdsArguments(open, end);
     const bool typeFollows = close + 1 < end && (token(close + 1).word == Word::BasicType || isTag(token(close + 1)));
     return !typeFollows && (!isMacro || m_lastStrong < close);
 }
@@ -249,11 +247,11 @@ void SourceBrowserDeclaratorReader::nameFromItems(Shape &shape, bool isArgument)
             words.clear();
         } else if (m_items[index].kind == Item::Plain) {
             words.push_back(index);
-        } else if (m_items[index].kind == Item::Call && (isArgument || !looksLikeMacro(m_items[index].begin))) {
-            hasType |= words.empty();
+        } else if (m_items[index].kind == Item::Call) {
+            hasType |= words.empty() && callMayBeType(index, isArgument);
         }
     }
-    if (words.empty() || (!hasType && words.size() < 2))
+    if (words.empty() || (!hasType && words.size() < 2) || (isArgument && !hasType && areAnnotatedType(words)))
         return;
     std::vector<size_t> own;
     std::copy_if(words.begin(), words.end(), std::back_inserter(own),
@@ -264,51 +262,6 @@ void SourceBrowserDeclaratorReader::nameFromItems(Shape &shape, bool isArgument)
     shape.nameBegin = m_items[chosen].begin;
     shape.nameEnd = m_items[chosen].end;
     m_items.erase(m_items.begin() + static_cast<std::ptrdiff_t>(chosen), m_items.end());
-}
-
-/// Whether a macro's argument is a type, as in `API(char *) name(void)`.
-bool SourceBrowserDeclaratorReader::isTypeCall(const Item &item) const
-{
-    if (item.kind != Item::Call || item.end - item.begin < 4)
-        return false;
-    const Token &first = token(item.begin + 2);
-    return first.word == Word::BasicType || first.is(Const) || isTag(first) || token(item.end - 2).is('*') ||
-           (item.end - item.begin == 4 && isPlain(first) && !looksLikeMacro(item.begin + 2));
-}
-
-/// How likely \a item is the type, when no keyword is.
-int SourceBrowserDeclaratorReader::rank(const Item &item) const
-{
-    if (item.kind == Item::Plain)
-        return looksLikeMacro(item.begin) ? 1 : 3;
-    if (!isTypeCall(item))
-        return 0;
-    return item.end - item.begin > 4 || !isPlain(token(item.begin + 2)) ? 2 : 1;
-}
-
-/// The type that the words before the declarator name. Words that no type is made of are macros.
-QString SourceBrowserDeclaratorReader::specifierText() const
-{
-    const bool hasType =
-        std::any_of(m_items.begin(), m_items.end(), [](const Item &item) { return item.kind == Item::Type; });
-    int chosen = -1;
-    for (int index = 0; !hasType && index < static_cast<int>(m_items.size()); ++index) {
-        const Item &item = m_items[static_cast<size_t>(index)];
-        if (item.kind != Item::Qualifier && (chosen < 0 || rank(item) >= rank(m_items[static_cast<size_t>(chosen)])))
-            chosen = index;
-    }
-    QString text;
-    if (!m_items.empty())
-        reserve(text, range(m_items.front().begin, m_items.back().end));
-    for (int index = 0; index < static_cast<int>(m_items.size()); ++index) {
-        const Item &item = m_items[static_cast<size_t>(index)];
-        if (item.kind != Item::Qualifier && item.kind != Item::Type && index != chosen)
-            continue;
-        for (const Token &part : range(item.begin, item.end))
-            appendToType(text, part);
-    }
-    const bool isOnlyQualified = !hasType && chosen < 0;
-    return isOnlyQualified ? QString() : text;
 }
 
 } // namespace tavidoc

@@ -110,7 +110,18 @@ private:
     [[nodiscard]] bool isConstructor(const Shape &shape) const;
     void nameFromItems(Shape &shape, bool isArgument);
     [[nodiscard]] bool callIsName(Index begin, Index open, Index end);
+
+    // Which of the words are the type: declarator_types.cpp.
+    static void readWordsAsNames(std::vector<Token> &tokens, bool isTypedef);
     [[nodiscard]] QString specifierText() const;
+    [[nodiscard]] int chosenItem() const;
+    [[nodiscard]] bool completesType(size_t index) const;
+    [[nodiscard]] int rank(const Item &item) const;
+    [[nodiscard]] bool looksLikeMacro(Index at) const;
+    [[nodiscard]] bool isTypeCall(const Item &item) const;
+    [[nodiscard]] bool isMacroTypeCall(const Item &item) const;
+    [[nodiscard]] bool callMayBeType(size_t index, bool isArgument) const;
+    [[nodiscard]] bool areAnnotatedType(const std::vector<size_t> &words) const;
 
     // The declarator itself: declarator_shapes.cpp.
     Index readShape(Index at, Index end, Shape &shape, bool isArgument);
@@ -121,11 +132,17 @@ private:
     Index readTail(Index at, Index end, Shape &shape, SourceBrowserDeclarator &declarator);
     SourceBrowserDeclarator finish(const QString &specifiers, Shape &shape, Index at, Index end, bool isArgument);
     void setName(const Shape &shape, SourceBrowserDeclarator &declarator) const;
-    std::vector<SourceBrowserArgument> readArguments(Index open);
-    SourceBrowserDeclarator readWrapped(Index begin, Index end);
-    SourceBrowserDeclarator unwrap(Index type, Index name, Index list);
     [[nodiscard]] bool isNestedDeclarator(Index open, Index end) const;
     [[nodiscard]] bool isPointerAhead(Index at, Index end) const;
+
+    // Argument lists and macro calls that hold them: declarator_arguments.cpp.
+    std::vector<SourceBrowserArgument> readArguments(Index open);
+    SourceBrowserArgument readArgument(Index begin, Index end);
+    [[nodiscard]] bool holdsArguments(Index open, Index end) const;
+    [[nodiscard]] bool isRedirection(Index word, Index open, Index end) const;
+    Index readRedirection(Index open, Index end, Shape &shape);
+    SourceBrowserDeclarator readWrapped(Index begin, Index end);
+    SourceBrowserDeclarator unwrap(Index type, Index name, Index list);
 
     // Tokens and their texts: declarator_tokens.cpp.
     static void appendToType(QString &text, const Token &token);
@@ -136,10 +153,7 @@ private:
     [[nodiscard]] Index afterGroup(Index at) const;
     [[nodiscard]] Index findTopLevel(Index from, Index end, int code) const;
     [[nodiscard]] Index wrappedArguments(Index open) const;
-    [[nodiscard]] bool looksLikeMacro(Index at) const;
-    [[nodiscard]] bool isTypeCall(const Item &item) const;
     [[nodiscard]] bool isQualifier(Index at) const;
-    [[nodiscard]] int rank(const Item &item) const;
     /// One copy of equal texts, most of the time: types and the names of arguments repeat.
     QString shared(const QString &text);
     [[nodiscard]] const Token &token(Index at) const { return (*m_tokens)[static_cast<size_t>(at)]; }

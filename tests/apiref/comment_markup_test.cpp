@@ -1,5 +1,7 @@
 #include "apiref/comment_markup.h"
 
+#include <QString>
+
 #include <gtest/gtest.h>
 
 using namespace tavidoc;
@@ -17,6 +19,8 @@ TEST(CommentMarkup, RowsOfComments)
         {"a comment of two lines is empty", "! first\n last ", ""},
         {"a comment of one line is empty", "! all ", ""},
         {"decoration goes where it is", "!\n\n  * a\n *b\n c\n *  d\n *\n", "\na\nb\n c\n d\n"},
+        {"the first line sets the width", "!\n ** a\n  **b\n * c\n **** d\n **\n  e\n ", "a\nb\nc\n** d\n\n  e"},
+        {"one asterisk is one", "!\n * a\n ** b\n ***c\n\t*\td\n ", "a\n* b\n**c\nd"},
         {"without decoration on the first line there is none", "!\n a\n * b\n ", " a\n * b"},
         {"the name", "!\n \\this and \\thisisit\n ", " f() and f()isit"},
         {"code without a language is C and loses its indentation",
@@ -32,5 +36,14 @@ TEST(CommentMarkup, RowsOfComments)
 TEST(CommentMarkup, OverviewsKeepTheirFirstLine)
 {
     EXPECT_EQ(overviewMarkup("\\overview The text\n * goes on\n * here\n "), "\\overview The text\ngoes on\nhere\n ");
+    EXPECT_EQ(overviewMarkup("\\overview\n ** a\n * b\n *** c\n "), "\\overview\na\nb\n* c\n ");
     EXPECT_EQ(overviewMarkup("one line"), "one line");
+}
+
+TEST(CommentMarkup, TextIsWhatDecorationLeaves)
+{
+    for (const char16_t *comment : {u"!", u"! a", u"!\n *\n * \n ", u"!\n **\n *\n **\n ", u"!\n\n \t\n "})
+        EXPECT_FALSE(hasInnerText(comment)) << QString::fromUtf16(comment).toStdString();
+    for (const char16_t *comment : {u"!\n *\n **\n ", u"!\n **\n *** \n ", u"!\n a\n ", u"!\n\n * a\n "})
+        EXPECT_TRUE(hasInnerText(comment)) << QString::fromUtf16(comment).toStdString();
 }

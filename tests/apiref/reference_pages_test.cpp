@@ -78,7 +78,7 @@ TEST(ReferencePages, PagesGroupsAndLinks)
  * \brief Adds <i>it</i>.
  * \synopsis
  *
- * \param{a} See \xref{list::size} and \xref{nothing}.
+ * \param{a} See \xref{list::size} and \xref{no::thing}.
  */
 int add(int a, char *__b);
 
@@ -98,17 +98,17 @@ struct list {
  */
 #define ZERO 0
 )");
-    EXPECT_EQ(
-        run.pages,
-        "out/list.htm (lib.h): <p>First. Second list.\n</p>\n"
-        "out/add.htm (lib.h): <p>Adds <i>it</i>.</p><h5>Synopsis</h5><pre>int add(int a,\n        char *b);</pre>"
-        "<p><b>a</b> &mdash; See <a href=\"size.htm\">list::size</a> and <a href=\"nothing.htm\">nothing</a>.</p>\n"
-        "out/size.htm (lib.h): <p>No stop here</p>\n"
-        "out/ZERO.htm (lib.h): <pre>int add(int a, char *b);</pre><p>***ERROR*** \\split{x}</p>\n"
-        "out/lib_h.htm (lib.h): <p>About.\n</p><h3>API Summary</h3>" +
-            s_tableStart + caption("Second") + entry("list", "list", "First.") + caption("First") +
-            entry("add", "add", "Adds <i>it</i>.") + entry("ZERO", "ZERO", "***ERROR*** \\split{x}") +
-            caption("*** UNASSIGNED GROUP ***") + entry("size", "size", "No stop here") + "</table>\n");
+    EXPECT_EQ(run.pages,
+              "out/list.htm (lib.h): <p>First. Second list.\n</p>\n"
+              "out/add.htm (lib.h): <p>Adds <i>it</i>.</p><h5>Synopsis</h5><pre>int add(int a,\n        char *b);</pre>"
+              "<p><b>a</b> &mdash; See <a href=\"size.htm\">list::size</a> and <a "
+              "href=\"./no::thing.htm\">no::thing</a>.</p>\n"
+              "out/size.htm (lib.h): <p>No stop here</p>\n"
+              "out/ZERO.htm (lib.h): <pre>int add(int a, char *b);</pre><p>***ERROR*** \\split{x}</p>\n"
+              "out/lib_h.htm (lib.h): <p>About.\n</p><h3>API Summary</h3>" +
+                  s_tableStart + caption("Second") + entry("list", "list", "First.") + caption("First") +
+                  entry("add", "add", "Adds <i>it</i>.") + entry("ZERO", "ZERO", "***ERROR*** \\split{x}") +
+                  caption("*** UNASSIGNED GROUP ***") + entry("size", "size", "No stop here") + "</table>\n");
     EXPECT_EQ(run.messages, "error: docgen: lib.h:26: \\split: not allowed in the comment of a header\n");
     EXPECT_EQ(run.contents, "out/lib.xml: <contents>\n<content url=\"lib_h.htm\">\n<content url=\"ZERO.htm\" "
                             "/>\n<content url=\"add.htm\" />\n"

@@ -38,6 +38,18 @@ TEST(HtmlPages, IndexOfPagesUnderCaptions)
             "</table>");
 }
 
+TEST(HtmlPages, AddressesThatLookLikeASchemeStartInTheFolder)
+{
+    for (const char *file : {"A::B.htm", "a:b", "std2.x+y-z:q", "mailto:me"})
+        EXPECT_EQ(addressStart(file), "./") << file;
+    for (const char *file : {"", ":", "::a", "a", "a/b:c", "a b:c", "_a::b", "2:1", "operator<A::B>", "~A::B"})
+        EXPECT_EQ(addressStart(file), "") << file;
+    std::string html;
+    const IndexGroup groups[] = {{"", {{"A::B", "A", ""}}}};
+    appendMultiHeadingTable(html, groups);
+    EXPECT_NE(html.find("<a href=\"./A::B.htm\""), std::string::npos) << html;
+}
+
 TEST(HtmlBlocks, RequestsThatChangeNothingAndThoseThatDo)
 {
     const char *const openings[] = {

@@ -46,8 +46,10 @@ TEST(DeclarationText, KeepsOneVoidAndNoBlankAfterAsterisks)
     EXPECT_EQ(method.description(1), u"char *strdup (void)"_s);
     method.setArguments({{{u"int &"_s, -1}, u"r"_s, {}}, {{u"..."_s, -1}, {}, {}}});
     EXPECT_EQ(method.description(2), u"strdup(int &r, ...)"_s);
-    const SourceBrowserMethod callOperator(u"operator()"_s, {u"int"_s, -1});
+    SourceBrowserMethod callOperator(u"operator()"_s, {u"int"_s, -1});
     EXPECT_EQ(callOperator.description(1 | 2), u"int operator()(void)"_s);
+    callOperator.setArguments({{{u"int"_s, -1}, u"a"_s, {}}, {{u"int"_s, -1}, u"b"_s, {}}});
+    EXPECT_EQ(callOperator.description(1 | 2 | 4), u"int operator()(int a,\n               int b)"_s);
 }
 
 TEST(DeclarationText, WritesVariablesAndTypedefs)

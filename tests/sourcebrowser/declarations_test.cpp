@@ -95,6 +95,61 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"STATIC_ASSERT(sizeof(int) == 4);\nstatic_assert(1, \"\");\nREMOVED(1, int, f, (void));\nFOO;\nBEGIN END",
             ""}));
 
+// Words that C++ reserves are names where a name can stand; those of the keyword table, where nothing else can.
+INSTANTIATE_TEST_SUITE_P(
+    NamesOfC, Declarations,
+    testing::Values(
+        Row{u"int swap(int *old, int *new); int lookup(int class, int private);",
+            "lookup = int lookup(int class, int private) ; swap = int swap(int *old, int *new)"},
+        Row{u"void (*delete)(void *); int new, typename; int explicit[3], mutable = 1; void (*p)(int signals);",
+            "delete = void (*delete)(void *) ; explicit = int explicit[3] ; mutable = int mutable ; new = int new ; "
+            "p = void (*p)(int signals) ; typename = int typename"},
+        Row{u"typedef unsigned char bool; typedef UINT16 char16_t; typedef enum { no, yes } wchar_t; bool f(bool, X "
+            u"bool);",
+            "f = bool f(bool, X bool) ; bool = typedef unsigned char bool ; char16_t = typedef UINT16 char16_t ; "
+            "wchar_t = typedef enum { no, yes } wchar_t"},
+        Row{u"struct s { int export, mutable, this; int new : 3; bool bool; };",
+            "s ; s.bool = bool bool ; s.export = int export ; s.mutable = int mutable ; s.new = int new : 3 ; "
+            "s.this = int this"},
+        Row{u"void *new(size_t size); void delete(void *p); int concept(int); int f(int a), *static_assert;",
+            "concept = int concept(int) ; delete = void delete(void *p) ; f = int f(int a) ; "
+            "new = void *new(size_t size) ; static_assert = int *static_assert"},
+        Row{u"void f(Foo class, char *template, void (*d)(int class), const char *using, int operator, int decltype);",
+            "f = void f(Foo class, char *template, void (*d)(int class), const char *using, int operator, int "
+            "decltype)"},
+        Row{u"class A { public: explicit A(bool); mutable int a; void *operator new(size_t); A(int) = delete; private: "
+            u"int b; "
+            u"virtual bool c(bool = new A) = 0; constexpr explicit operator bool() const; };",
+            "A ; A.A = A(bool) ; A.A = A(int) ; A.c = bool c(bool) ; A.operator bool = operator bool(void) ; "
+            "A.operator new = void *operator new(size_t) ; A.a = int a ; A.b = int b"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    MacrosAsTypes, Declarations,
+    testing::Values(
+        Row{u"EXTERN(JDIMENSION) f(j_ptr p,\n int a); EXTERN(VOID) g(void);\nDECLARE(AB)\nx(b); int h;",
+            "f = EXTERN(JDIMENSION) f(j_ptr p, int a) ; g = EXTERN(VOID) g(void) ; h = int h"},
+        Row{u"typedef STACK_OF(X) XS; extern STACK_OF(X) *l; const STACK_OF(X) *f(STACK_OF(Y) *sk, const LHASH_OF(a) "
+            u"*);",
+            "f = const STACK_OF(X) *f(STACK_OF(Y) *sk, const LHASH_OF(a) *) ; XS = typedef STACK_OF(X) XS ; "
+            "l = STACK_OF(X) *l"},
+        Row{u"struct a { LIST_ENTRY(t) link, prev; TAILQ_HEAD(a, b) head; ALIGNED(8)\n int c; UNUSED(d) END };",
+            "a ; a.c = int c ; a.head = TAILQ_HEAD(a, b) head ; a.link = LIST_ENTRY(t) link ; a.prev = LIST_ENTRY(t) "
+            "prev"},
+        Row{u"BOOL WINAPI f(HANDLE h); WINBASEAPI HANDLE WINAPI g(VOID); extern EXPORT HANDLE x; GLAPI GLenum APIENTRY "
+            u"h();",
+            "f = BOOL f(HANDLE h) ; g = HANDLE g(VOID) ; h = GLenum h(void) ; x = HANDLE x"},
+        Row{u"int f(_In_ HANDLE h, _Out_opt_ LPDWORD, IN OUT PVOID p, _In_reads_(n) const char *s, OPTIONAL int n);",
+            "f = int f(HANDLE h, LPDWORD, PVOID p, const char *s, int n)"},
+        Row{u"long f(const __u8 __user *p, __le32 __force v, struct s __iomem *s, const char __user *const __user *q);",
+            "f = long f(const __u8 *p, __le32 v, struct s *s, const char *const *q)"},
+        Row{u"typedef unsigned WIDE_TYPE T; unsigned WIDE_TYPE f(unsigned WIDE_TYPE n, signed WIDE_TYPE); unsigned API "
+            u"g();"
+            u" typedef unsigned __bitwise flags_t; unsigned int WIDE h;",
+            "f = unsigned WIDE_TYPE f(unsigned WIDE_TYPE n, signed WIDE_TYPE) ; g = unsigned g(void) ; "
+            "T = typedef unsigned WIDE_TYPE T ; flags_t = typedef unsigned flags_t ; h = unsigned int h"},
+        Row{u"extern int __REDIRECT (a, (char *s, ...), b) __wur; extern FILE *__REDIRECT_NTH (c, (int d), e);",
+            "a = int a(char *s, ...) ; c = FILE *c(int d)"}));
+
 INSTANTIATE_TEST_SUITE_P(
     Structures, Declarations,
     testing::Values(Row{u"typedef struct { int x, y; } Point, *PPoint;",
@@ -135,6 +190,14 @@ INSTANTIATE_TEST_SUITE_P(
             "c ; c.c = c(void) ; c.operator() = int operator()(int) ; f = auto f(T)"},
         Row{u"template <> struct hash<Foo> { int a; }; enum class E : char { A }; auto f() -> int;",
             "hash ; f = int f(void) ; hash.a = int a ; E = typedef enum { A } E"},
+        Row{u"int f(const char *fmt...), g(int n ...); template <class... T> void h(T..., T *... t);",
+            "f = int f(const char *fmt, ...) ; g = int g(int n, ...) ; h = void h(T..., T *... t)"},
+        Row{u"int (C::*f)(int) const; struct C { void (C::*m)(int) const volatile; int (C::*n)() &; }; typedef int "
+            u"F(int) const;",
+            "C ; C.m = void (C::*m)(int) const volatile ; "
+            "C.n = int (C::*n)(void) & ; F = typedef int F(int) const ; f = int (C::*f)(int) const"},
+        Row{u"std::integral auto f(std::integral auto x, Same<int> auto &&y, const auto z); API auto g() -> int;",
+            "f = std::integral auto f(std::integral auto x, Same<int> auto &&y, const auto z) ; g = int g(void)"},
         Row{u"[[nodiscard]] int f [[x]] (); namespace n { inline namespace v1 { int a; } } using T = int; namespace b "
             u"= n;",
             "n ; n.v1 ; f = int f(void) ; n.v1.a = int a"},
