@@ -1,277 +1,214 @@
 #!/usr/bin/env python3
-"""Compares what the declaration parser finds in C headers with what clang finds.
+"""Compares what the declaration parser finds in C and C++ headers with what clang finds.
 
-For each header: which file-level functions, variables, typedefs, structures, enumerations and
-macros clang declares in the branches it takes, which of them the parser has (recall), which
-names the parser has in those branches that clang lacks (false; a name that a macro replaces is
-left out), and how many of the rendered
-prototypes and typedefs clang accepts as declarations after the header.
+For each header: which functions, variables, types (classes, structures, unions, namespaces,
+enumerations, typedefs, concepts) and macros clang declares in the branches it takes, members
+included, and which of them the parser lacks (recall); which the parser has in those branches
+that clang lacks (false; a name that a macro replaces or makes is left out); and how many of the rendered
+prototypes and typedefs clang accepts as declarations of the same type after the header. Names are
+qualified; functions and variables are counted, so that each overload has to be there.
 
-usage: declarations.py [--list] DUMP_DECLARATIONS [HEADER...]
-A header is NAME or NAME:OPTION,OPTION with options for clang; without any the usual ones
-that are installed are taken. --list names every difference.
+usage: declarations.py [--list] [--c | --c++] [--jobs N] DUMP_DECLARATIONS [HEADER...]
+A header is PATH or PATH|INCLUDED or either with :OPTION,OPTION for clang; without any the usual
+ones that are installed are taken. Without --c and --c++ both are compared, a given header as C++ only
+with --c++. --list names every difference.
+
+Needs the Debian packages clang-14 and python3-clang-14.
 """
 
-import json
+import argparse
+import collections
+import concurrent.futures
 import os
 import re
 import subprocess
 import sys
 import tempfile
 
-HEADERS = """zlib.h zconf.h zstd.h zdict.h zstd_errors.h xxhash.h lz4.h lz4hc.h lz4frame.h png.h pngconf.h sqlite3.h
-sqlite3ext.h expat.h expat_external.h curl/curl.h curl/easy.h|curl/curl.h curl/multi.h|curl/curl.h
-curl/header.h|curl/curl.h curl/urlapi.h|curl/curl.h curl/options.h|curl/curl.h
-libxml/tree.h:-I/usr/include/libxml2 libxml/parser.h:-I/usr/include/libxml2 libxml/xpath.h:-I/usr/include/libxml2
-libxml/xmlreader.h:-I/usr/include/libxml2 libxml/encoding.h:-I/usr/include/libxml2 libxml/xmlIO.h:-I/usr/include/libxml2
-libxml/globals.h:-I/usr/include/libxml2 libxml/relaxng.h:-I/usr/include/libxml2 libxml/HTMLparser.h:-I/usr/include/libxml2
-libxml/SAX2.h:-I/usr/include/libxml2 libxml/xmlschemas.h:-I/usr/include/libxml2 libxml/valid.h:-I/usr/include/libxml2
-lua5.4/lua.h lua5.4/lauxlib.h lua5.4/luaconf.h lua5.4/lualib.h jansson.h event2/event.h event2/buffer.h
-event2/bufferevent.h event2/http.h event2/util.h event2/dns.h event2/rpc.h event2/event_struct.h
-SDL2/SDL_video.h SDL2/SDL_events.h SDL2/SDL_audio.h SDL2/SDL_render.h SDL2/SDL_stdinc.h SDL2/SDL_rwops.h
-SDL2/SDL_surface.h SDL2/SDL_joystick.h SDL2/SDL_gamecontroller.h SDL2/SDL_pixels.h SDL2/SDL_thread.h SDL2/SDL_syswm.h
-stdio.h stdlib.h string.h math.h unistd.h signal.h pthread.h time.h wchar.h sys/socket.h sys/stat.h
-netinet/in.h netdb.h dirent.h fcntl.h locale.h regex.h setjmp.h semaphore.h spawn.h search.h obstack.h
-argp.h glob.h fts.h ftw.h printf.h poll.h elf.h link.h dlfcn.h errno.h ctype.h grp.h pwd.h inttypes.h""".split()
-GLIB = "glib-2.0"
-GLIB_OPTIONS = "-I/usr/include/glib-2.0,-I/usr/lib/x86_64-linux-gnu/glib-2.0/include"
-KINDS = ("function", "variable", "typedef", "structure", "enumeration", "macro")
+import clang_headers
+from header_lists import c_headers, cxx_headers, find
 
+KINDS = ("function", "variable", "type", "macro")
+Found = collections.namedtuple("Found", "kind name first last text phylum")  # lines from 1, name qualified
+Row = collections.namedtuple("Row", "wanted missing false rendered refused notes")
 
-def glib_headers():
-    folder = "/usr/include/glib-2.0/glib"
-    if not os.path.isdir(folder):
-        return []
-    return ["%s|glib.h:%s" % (os.path.join(folder, name), GLIB_OPTIONS) for name in sorted(os.listdir(folder))
-            if name.endswith(".h")]
-
-
-def find(name):
-    for folder in ("", "/usr/include", "/usr/include/x86_64-linux-gnu", "/usr/include/libxml2"):
-        path = os.path.join(folder, name)
-        if os.path.isfile(path):
-            return path
-    return None
-
-
-class Locations:
-    """clang names file and line of a location only where they change; this fills them in."""
-
-    def __init__(self):
-        self.file = None
-        self.line = 0
-
-    def __call__(self, pairs):
-        record = dict(pairs)
-        if "offset" in record and "col" in record:
-            self.file = record.setdefault("file", self.file)
-            self.line = record.setdefault("line", self.line)
-            self.file, self.line = record["file"], record["line"]
-        return record
-
-
-def place(node):
-    """The file in which the name is spelled, or None when a macro makes the name."""
-    location = node.get("loc", {})
-    if "expansionLoc" in location:
-        spelling = location["spellingLoc"]
-        if "scratch space" in (spelling.get("file") or ""):
-            return None
-        if not location["expansionLoc"].get("isMacroArgExpansion"):
-            return None
-        location = spelling
-    return location.get("file")
-
-
-def clang_declarations(source, header, options):
-    text = subprocess.run(["clang", "-xc", "-std=gnu17", "-w", "-fsyntax-only", "-Xclang", "-ast-dump=json", *options, source],
-                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout
-    tree = json.loads(text, object_pairs_hook=Locations())
-    found = {kind: set() for kind in KINDS}
-    renamed = set()  # tags of structures and enumerations that a typedef gives another name
-    kinds = {"FunctionDecl": "function", "VarDecl": "variable", "TypedefDecl": "typedef"}
-    for node in tree.get("inner", []):
-        name = node.get("name")
-        if not name or node.get("isImplicit") or place(node) != header:
-            continue
-        kind = node["kind"]
-        if kind in kinds:
-            found[kinds[kind]].add(name)
-            owner = node["inner"][0].get("ownedTagDecl", {}) if kind == "TypedefDecl" and node.get("inner") else {}
-            if owner.get("name"):
-                renamed.add(owner["name"])
-        elif kind == "RecordDecl" and node.get("completeDefinition"):
-            found["structure"].add(name)
-        elif kind == "EnumDecl" and node.get("inner"):
-            found["enumeration"].add(name)
-    found["structure"] -= renamed
-    found["enumeration"] -= renamed
-    return found, renamed
-
-
-def clang_macros(source, header, options):
-    text = subprocess.run(["clang", "-xc", "-std=gnu17", "-w", "-E", "-dD", *options, source],
-                          stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.decode("utf-8", "replace")
-    names, current = set(), None
-    for line in text.splitlines():
-        marker = re.match(r'# \d+ "(.*?)"', line)
-        if marker:
-            current = marker.group(1)
-        elif current == header:
-            macro = re.match(r"#\s*define\s+(\w+)", line)
-            if macro:
-                names.add(macro.group(1))
-    return names
-
-
-def logical_lines(text):
-    """Pairs of a line's number, from 1, and the lines joined to it by backslashes."""
-    lines = text.split("\n")
-    at = 0
-    while at < len(lines):
-        end = at
-        while lines[end].rstrip().endswith("\\") and end + 1 < len(lines):
-            end += 1
-        yield at + 1, lines[at:end + 1]
-        at = end + 1
-
-
-def comment_after(text, comment):
-    """Whether a block comment is open after the text when one was, or was not, open before it."""
-    at = 0
-    while True:
-        if comment:
-            at = text.find("*/", at) + 2
-            if at == 1:
-                return True
-        found = re.compile(r'"(?:\\.|[^"\\])*"|//[^\n]*|/\*').search(text, at)
-        if not found:
-            return False
-        at, comment = found.end(), found.group() == "/*"
-
-
-def taken_lines(header, include, options):
-    """The lines of the header that are in branches that clang takes."""
-    text = open(header, encoding="utf-8", errors="replace").read()
-    marked, regions, comment, waits = [], [], False, False
-    for number, lines in logical_lines(text):
-        marked += lines
-        conditional = not comment and re.match(r"\s*#\s*(if|ifdef|ifndef|elif|else|endif)\b", lines[0])
-        comment = comment_after("\n".join(lines), comment)
-        waits = bool(conditional) or waits
-        if waits and not comment:  # a comment that the directive opens may run on
-            waits = False
-            regions.append(number + len(lines))
-            marked.append("#pragma tavidoc_region %d" % (len(regions)))
-    with tempfile.TemporaryDirectory() as folder:
-        overlay = os.path.join(folder, "overlay.yaml")
-        copy = os.path.join(folder, "copy.h")
-        open(copy, "w", encoding="utf-8").write("\n".join(marked))
-        json.dump({"version": 0, "use-external-names": False, "roots": [
-            {"name": os.path.dirname(header), "type": "directory", "contents": [
-                {"name": os.path.basename(header), "type": "file", "external-contents": copy}]}]}, open(overlay, "w"))
-        output = subprocess.run(["clang", "-xc", "-std=gnu17", "-w", "-E", "-ivfsoverlay", overlay, *options, include],
-                                stdout=subprocess.PIPE, stderr=subprocess.DEVNULL).stdout.decode("utf-8", "replace")
-    taken = {int(number) for number in re.findall(r"#pragma tavidoc_region (\d+)", output)}
-    total = text.count("\n") + 1
-    result = set(range(1, (regions[0] if regions else total + 1)))
-    for index, start in enumerate(regions, 1):
-        if index in taken:
-            result |= set(range(start, regions[index] if index < len(regions) else total + 1))
-    return result
+# Differences that are right as they are: end of the header's path, name, reason.
+EXCEPTIONS = []
 
 
 def parser_declarations(dump, header):
     text = subprocess.run([dump, "model", header], stdout=subprocess.PIPE, check=True).stdout.decode("utf-8", "replace")
-    found = {kind: {} for kind in KINDS}
-    texts = []
+    found = []
     for line in text.splitlines():
         collection, name, phylum, first, last, declaration = line.split("\t", 5)
-        if "." in name or name == "(Anonymous)":
+        kind = {"container": "type", "enumeration": "type"}.get(collection, collection)
+        kind = "type" if phylum == "4" else kind
+        found.append(Found(kind, re.sub(r"\s+", "", name), int(first), int(last), declaration, phylum))
+    return found
+
+
+def counts(names, kind):
+    """Functions and variables count one by one, types and macros once."""
+    counter = collections.Counter(names)
+    return counter if kind in ("function", "variable") else collections.Counter(set(counter))
+
+
+def difference(wanted, found, taken, ignored, macros):
+    """What is missing and what is false, as pairs of kind and name."""
+    missing, false = [], []
+    for kind in KINDS:
+        asked = counts((item.name for item in wanted if item.kind == kind), kind)
+        all_found = counts((item.name for item in found if item.kind == kind), kind)
+        surely = counts((item.name for item in found if item.kind == kind and
+                         set(range(item.first, item.last + 1)) <= taken), kind)
+        missing += [(kind, name) for name in (asked - all_found).elements()]
+        false += [(kind, name) for name in (surely - asked).elements()
+                  if name not in ignored and name.rpartition(".")[2] not in macros]
+    return missing, false
+
+
+def excepted(header, pairs, notes):
+    """Takes the pairs that EXCEPTIONS lists away and adds them to the notes."""
+    rest = []
+    for kind, name in pairs:
+        reasons = [reason for path, known, reason in EXCEPTIONS if header.endswith(path) and known == name]
+        notes += ["%s: %s %s: %s" % (header, kind, name, reason) for reason in reasons[:1]]
+        rest += [] if reasons else [(kind, name)]
+    return rest
+
+
+def rendered(found, wanted, taken, language):
+    """The texts to give back to clang, each with its declaration there."""
+    places = {}
+    for item in wanted:
+        places.setdefault((item.kind, item.name), []).append(item)
+    texts = []
+    for item in found:
+        here = [place for place in places.get((item.kind, item.name), []) if item.first <= place.line <= max(item.last, item.first + 20)]
+        if item.first not in taken or not here or here[0].path is None or item.phylum not in ("2", "4"):
             continue
-        kind = {"container": "structure", "variable": "typedef" if phylum == "4" else "variable"}.get(collection, collection)
-        found[kind].setdefault(name, []).append({int(first), int(last)})
-        if kind in ("function", "typedef"):
-            texts.append((kind, name, int(first), declaration))
-    return found, texts
+        if any(place.path is None for place in here):
+            continue
+        texts.append((item, here[0]))
+    return texts
 
 
-def accepted(include_line, options, texts):
-    """The texts that clang accepts as declarations after the header."""
+def again_in_c(texts):
+    return [item.text + ";" for item, _ in texts]
+
+
+def again_in_cxx(texts):
+    """Each in a namespace of its own within the right one, and for functions a cast that holds if the types agree."""
+    lines = []
+    for index, (item, place) in enumerate(texts):
+        spaces = place.path.split("::")[:-1] + ["tavidoc_%d" % index]
+        line = "".join("namespace %s { " % space for space in spaces) + item.text + ";" + " }" * len(spaces)
+        name = re.search(r"(operator\b[^(]*(\(\))?|\w+)$", item.name.replace("operator", " operator ")).group() if item.phylum == "2" else ""
+        if name:
+            line += " auto *tavidoc_p%d = static_cast<decltype(&%stavidoc_%d::%s)>(&%s%s);" % (
+                index, "::" + place.path, index, name, "::" + place.path, name)
+        lines.append(line)
+    return lines
+
+
+def refused(include_line, options, texts, language):
+    """Messages for the texts that clang does not accept as declarations after the header, by index."""
     with tempfile.TemporaryDirectory() as folder:
-        source = os.path.join(folder, "again.c")
-        names = "\n".join("#undef %s" % name for name in sorted({name for _, name, _, _ in texts}))
-        head = include_line + "\n" + names + "\n"
-        open(source, "w", encoding="utf-8").write(head + "".join(text + ";\n" for _, _, _, text in texts))
-        errors = subprocess.run(["clang", "-xc", "-std=gnu17", "-w", "-fsyntax-only", "-ferror-limit=0", *options, source],
-                                stdout=subprocess.DEVNULL, stderr=subprocess.PIPE).stderr.decode("utf-8", "replace")
+        source = os.path.join(folder, "again." + language.suffix)
+        undefined = "\n".join("#undef %s" % name for name in sorted({item.name.rpartition(".")[2] for item, _ in texts})
+                              if re.fullmatch(r"\w+", name))
+        head = language.head + include_line + "\n" + undefined + "\n"
+        lines = again_in_cxx(texts) if language.cplusplus else again_in_c(texts)
+        with open(source, "w", encoding="utf-8") as file:
+            file.write(head + "\n".join(lines) + "\n")
+        _, errors = language.run(["-fsyntax-only", "-ferror-limit=0", *options, source])
     first = head.count("\n") + 1
     bad = {}
-    for number, message in re.findall(r"again\.c:(\d+):\d+: (?:fatal )?error: (.*)", errors):
+    for number, message in re.findall(r"again\.\w+:(\d+):\d+: (?:fatal )?error: (.*)", errors):
         bad.setdefault(int(number) - first, message)
     return bad
 
 
-def check(dump, header, include, options, listing):
-    include_line = '#define _GNU_SOURCE 1\n#include "%s"' % include
+def check(dump, entry, cplusplus):
+    """The row of one header and the lines that --list prints; None when it is not installed."""
+    path, _, options = entry.partition(":")
+    path, _, include = path.partition("|")
+    header = find(path)
+    if not header:
+        return path, None, []
+    options = [option for option in options.split(",") if option]
+    language = clang_headers.Language(cplusplus)
+    include_line = '#include "%s"' % (include or header)
     with tempfile.TemporaryDirectory() as folder:
-        source = os.path.join(folder, "main.c")
-        open(source, "w").write(include_line + "\n")
-        wanted, renamed = clang_declarations(source, header, options)
-        wanted["macro"] = clang_macros(source, header, options)
-        taken = taken_lines(header, source, options)
-    found, texts = parser_declarations(dump, header)
-    types = wanted["typedef"] | wanted["structure"] | wanted["enumeration"] | renamed
-    have = {kind: set(found[kind]) for kind in KINDS}
-    have_types = have["typedef"] | have["structure"] | have["enumeration"]
-    missing, false = [], []
-    for kind in KINDS:
-        type_kind = kind in ("typedef", "structure", "enumeration")
-        for name in wanted[kind] - (have_types if type_kind else have[kind]):
-            missing.append((kind, name))
-        for name in have[kind] - (types if type_kind else wanted[kind]):
-            if name not in wanted["macro"] and any(lines <= taken for lines in found[kind][name]):
-                false.append((kind, name))
-    total = sum(len(wanted[kind]) for kind in KINDS)
-    again = [text for text in texts if text[1] in wanted[text[0]] and text[2] in taken]
-    bad = accepted(include_line, options, again)
-    if listing:
-        for kind, name in sorted(missing):
-            print("  missing %s %s" % (kind, name))
-        for kind, name in sorted(false):
-            print("  false %s %s" % (kind, name))
-        for index, message in sorted(bad.items()):
-            print("  refused %s | %s" % (again[index][3] if 0 <= index < len(again) else index, message))
-    return total, len(missing), len(false), len(again), len(bad)
+        source = os.path.join(folder, "main." + language.suffix)
+        with open(source, "w") as file:
+            file.write(language.head + include_line + "\n")
+        wanted, ignored, errors = clang_headers.declarations(header, include_line, options, language)
+        macros = clang_headers.macros(header, source, options, language)
+        taken = clang_headers.taken_lines(header, source, options, language)
+    wanted += [clang_headers.Declaration("macro", name, 0, None) for name in macros]
+    found = parser_declarations(dump, header)
+    return (path, *compare(header, include_line, options, language, wanted, found, taken, ignored, macros, errors))
 
 
-def main():
-    arguments = sys.argv[1:]
-    listing = "--list" in arguments
-    arguments = [argument for argument in arguments if argument != "--list"]
-    if not arguments:
-        sys.exit(__doc__)
-    dump = arguments[0]
-    sums = [0] * 5
-    print("%-44s %7s %8s %7s %6s %9s %8s" % ("header", "wanted", "missing", "recall", "false", "rendered", "refused"))
-    for entry in arguments[1:] or HEADERS + glib_headers():
-        path, _, options = entry.partition(":")
-        path, _, include = path.partition("|")
-        header = find(path)
-        if not header:
-            print("%-44s not installed" % path)
-            continue
-        row = check(dump, header, include or header, options.split(",") if options else [], listing)
-        sums = [a + b for a, b in zip(sums, row)]
-        report(path, row)
-    report("all", sums)
-    sys.exit(1 if sums[2] or sums[1] > 0.01 * sums[0] or sums[4] > 0.02 * sums[3] else 0)
+def compare(header, include_line, options, language, wanted, found, taken, ignored, macros, errors):
+    notes, listing = [], ["  clang: " + error for error in errors]
+    missing, false = (excepted(header, pairs, notes) for pairs in difference(wanted, found, taken, ignored, macros))
+    texts = rendered(found, wanted, taken, language)
+    bad = refused(include_line, options, texts, language)
+    lines = {(item.kind, item.name): item.line for item in wanted}
+    ours = {(item.kind, item.name): item.first for item in found}
+    listing += ["  missing %s %s (line %s)" % (*pair, lines.get(pair)) for pair in sorted(missing)]
+    listing += ["  false %s %s (line %s)" % (*pair, ours.get(pair)) for pair in sorted(false)]
+    listing += ["  refused %s (line %d) | %s" % (texts[index][0].text, texts[index][0].first, message) if 0 <= index < len(texts)
+                else "  refused at %d | %s" % (index, message) for index, message in sorted(bad.items())]
+    total = sum(sum(counts((item.name for item in wanted if item.kind == kind), kind).values()) for kind in KINDS)
+    return Row(total, len(missing), len(false), len(texts), len(bad), notes), listing
 
 
 def report(name, row):
-    total, missing, false, rendered, refused = row
-    print("%-44s %7d %8d %6.2f%% %6d %9d %8d" %
-          (name[-44:], total, missing, 100.0 * (total - missing) / total if total else 100, false, rendered, refused))
+    recall = 100.0 * (row.wanted - row.missing) / row.wanted if row.wanted else 100
+    print("%-52s %7d %8d %7.2f%% %6d %9d %8d" % (name[-52:], row.wanted, row.missing, recall, row.false, row.rendered, row.refused))
 
 
-main()
+def table(title, entries, arguments, cplusplus):
+    """Prints the rows of the headers and returns their sum."""
+    print("%-52s %7s %8s %8s %6s %9s %8s" % (title, "wanted", "missing", "recall", "false", "rendered", "refused"))
+    rows = []
+    with concurrent.futures.ProcessPoolExecutor(arguments.jobs) as pool:
+        for path, row, listing in pool.map(check, *zip(*[(arguments.dump, entry, cplusplus) for entry in entries])):
+            if not row:
+                print("%-52s not installed" % path)
+                continue
+            rows.append(row)
+            report(path, row)
+            if arguments.list and listing:
+                print("\n".join(listing))
+    total = Row(*[sum(values) for values in zip(*[row[:-1] for row in rows])], [note for row in rows for note in row.notes])
+    report("all %s" % title, total)
+    if total.notes:
+        print("Exceptions:\n  " + "\n  ".join(total.notes))
+    return total
+
+
+def main():
+    parser = argparse.ArgumentParser(usage=__doc__)
+    parser.add_argument("--list", action="store_true")
+    parser.add_argument("--c", action="store_true")
+    parser.add_argument("--c++", dest="cxx", action="store_true")
+    parser.add_argument("--jobs", type=int, default=1)
+    parser.add_argument("dump")
+    parser.add_argument("headers", nargs="*")
+    arguments = parser.parse_args()
+    good = True
+    if not arguments.cxx or arguments.c:
+        total = table("C", arguments.headers or c_headers(), arguments, False)
+        good = good and not (total.missing or total.false or total.refused)
+    if arguments.cxx or not (arguments.c or arguments.headers):
+        total = table("C++", arguments.headers or cxx_headers(), arguments, True)
+        good = good and not total.false and total.missing <= 0.005 * total.wanted
+    sys.exit(0 if good else 1)
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,284 @@
+"""What clang finds in a header: declarations with qualified names, macros and the lines it takes.
+
+Needs the Debian packages clang-14 and python3-clang-14.
+"""
+
+import collections
+import ctypes
+import functools
+import json
+import os
+import re
+import subprocess
+import sys
+import tempfile
+
+try:
+    sys.path.append("/usr/lib/python3/dist-packages")  # also for an interpreter that is not Debian's
+    from clang import cindex
+    from clang.cindex import CursorKind as Kind, TypeKind
+except ImportError:
+    sys.exit("The Debian package python3-clang-14 is missing.")
+
+ANONYMOUS = "(Anonymous)"
+KINDS = {
+    Kind.FUNCTION_DECL: "function", Kind.FUNCTION_TEMPLATE: "function", Kind.CXX_METHOD: "function",
+    Kind.CONSTRUCTOR: "function", Kind.DESTRUCTOR: "function", Kind.CONVERSION_FUNCTION: "function",
+    Kind.VAR_DECL: "variable", Kind.FIELD_DECL: "variable", Kind.TYPEDEF_DECL: "type",
+    Kind.STRUCT_DECL: "type", Kind.CLASS_DECL: "type", Kind.UNION_DECL: "type", Kind.CLASS_TEMPLATE: "type",
+    Kind.CLASS_TEMPLATE_PARTIAL_SPECIALIZATION: "type", Kind.NAMESPACE: "type", Kind.ENUM_DECL: "type"}
+TAGS = (Kind.STRUCT_DECL, Kind.CLASS_DECL, Kind.UNION_DECL, Kind.ENUM_DECL)
+TEMPLATES = (Kind.CLASS_TEMPLATE, Kind.CLASS_TEMPLATE_PARTIAL_SPECIALIZATION, Kind.FUNCTION_TEMPLATE)
+
+# line counts from 1; path is the namespaces around it, each with "::", None for members and templates
+Declaration = collections.namedtuple("Declaration", "kind name line path")
+
+
+class Language:
+    """How clang is called for C or C++ headers."""
+
+    def __init__(self, cplusplus):
+        self.cplusplus = cplusplus
+        self.suffix = "cpp" if cplusplus else "c"
+        self.options = ["-xc++", "-std=c++20"] if cplusplus else ["-xc", "-std=gnu17"]
+        self.head = "" if cplusplus else "#define _GNU_SOURCE 1\n"
+
+    def run(self, arguments):
+        done = subprocess.run(["clang-14", *self.options, "-w", *arguments], stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+        return done.stdout.decode("utf-8", "replace"), done.stderr.decode("utf-8", "replace")
+
+
+def flattened(name):
+    """A name without white space and, unless it is an operator's, without template arguments."""
+    name = re.sub(r"\s+", "", name)
+    return name if name.startswith("operator") else re.sub(r"<.*$", "", name)
+
+
+def file_position(location):
+    """File, offset and line at which a token is written; an argument of a macro is where the call has it."""
+    file, line, column, offset = cindex.c_object_p(), ctypes.c_uint(), ctypes.c_uint(), ctypes.c_uint()
+    cindex.conf.lib.clang_getSpellingLocation(location, *[ctypes.byref(value) for value in (file, line, column, offset)])
+    return (cindex.File(file).name if file else None), offset.value, line.value
+
+
+class Collector:
+    """Gathers the declarations that a translation unit has in one header."""
+
+    def __init__(self, header, text, language):
+        self.header = os.path.realpath(header)
+        self.text = text
+        self.language = language
+        self.real = functools.lru_cache(None)(os.path.realpath)
+        self.found = []
+        self.ignored = set()  # qualified names of macros in the place of a name, and of what they make
+
+    def is_here(self, cursor):
+        file = cursor.location.file
+        return file is not None and self.real(file.name) == self.header
+
+    def visit(self, cursor, scope="", template=False):
+        """Gathers what is declared directly in the cursor; the scope is a qualified name with a final full stop."""
+        children = [child for child in cursor.get_children() if self.is_here(child)]
+        renamed = self.renamed(children)
+        for child in children:
+            if child.kind == Kind.FRIEND_DECL:
+                self.friend(child, scope)
+            elif child.kind in (Kind.UNEXPOSED_DECL, Kind.LINKAGE_SPEC):
+                self.unexposed(child, scope, template)
+            elif child.kind in KINDS:
+                self.declare(child, scope, template, renamed)
+
+    @staticmethod
+    def renamed(children):
+        """Names that typedefs give to the structures and enumerations that they define."""
+        names = {}
+        for child in children:
+            if child.kind != Kind.TYPEDEF_DECL or child.underlying_typedef_type.kind == TypeKind.POINTER:
+                continue
+            for owned in child.get_children():
+                if owned.kind in TAGS and owned.is_definition():
+                    names.setdefault(owned.hash, flattened(child.spelling))
+        return names
+
+    def friend(self, cursor, scope):
+        """A friend function is one of the scope around the class; definitions and classes declare nothing."""
+        outer = scope[:-1].rpartition(".")[0]
+        for child in cursor.get_children():
+            if child.kind in KINDS and KINDS[child.kind] == "function" and child.semantic_parent.kind not in KINDS_OF_CLASSES:
+                self.add("function", child, outer + "." if outer else "", True)
+
+    def unexposed(self, cursor, scope, template):
+        """Linkage specifications, concepts and variable templates, which have no kind of their own."""
+        if not cursor.spelling:
+            self.visit(cursor, scope, template)
+        elif not cursor.spelling.startswith("<"):
+            head = self.text[cursor.extent.start.offset:file_position(cursor.location)[1]]
+            if b"template" in head and cursor.semantic_parent == cursor.lexical_parent:
+                self.add("type" if re.search(rb"\bconcept\s+$", head) else "variable", cursor, scope, True)
+
+    def declare(self, cursor, scope, template, renamed):
+        kind = KINDS[cursor.kind]
+        if kind == "type" and cursor.kind not in (Kind.TYPEDEF_DECL, Kind.NAMESPACE) and not cursor.is_definition():
+            return
+        if kind != "type" and self.language.cplusplus and cursor.semantic_parent != cursor.lexical_parent:
+            return  # a definition outside its class
+        template = template or cursor.kind in TEMPLATES or self.is_specialisation(cursor)
+        name = self.add(kind, cursor, scope, template, renamed.get(cursor.hash))
+        if not name and cursor.kind == Kind.NAMESPACE:  # opened by a macro
+            self.visit(cursor, scope, template)
+        if name and kind == "type" and cursor.kind not in (Kind.TYPEDEF_DECL, Kind.ENUM_DECL):
+            self.visit(cursor, name + ".", template)
+
+    def is_specialisation(self, cursor):
+        return self.text[cursor.extent.start.offset:][:8] == b"template"
+
+    def add(self, kind, cursor, scope, template, given=None):
+        """Adds a declaration whose name the header spells and returns its qualified name."""
+        line = self.line_of_name(cursor, scope)
+        if line is None:
+            return None
+        if cursor.kind == Kind.NAMESPACE and re.search(rb"::\s*(inline\s*)?$", self.text[:cursor.location.offset][-99:]):
+            return scope[:-1]  # "namespace a::b" is named a
+        name = scope + (given or self.name(cursor))
+        if kind == "function" and b"virtual" in self.text[cursor.extent.start.offset:cursor.location.offset]:
+            self.drop_replaced(name)
+        self.found.append(Declaration(kind, name, line, None if template else self.path(cursor)))
+        return name
+
+    def drop_replaced(self, name):
+        """A virtual function takes the place of an earlier one of its name in the class."""
+        earlier = [item for item in self.found if item.kind == "function" and item.name == name]
+        if earlier:
+            self.found.remove(earlier[-1])
+
+    @staticmethod
+    def path(cursor):
+        """The namespaces around a declaration, each with "::"; None for what is in a class."""
+        path, cursor = "", cursor.semantic_parent
+        while cursor and cursor.kind != Kind.TRANSLATION_UNIT:
+            if cursor.kind == Kind.NAMESPACE and cursor.spelling:
+                path = cursor.spelling + "::" + path
+            elif cursor.spelling or cursor.kind == Kind.NAMESPACE:
+                return None
+            cursor = cursor.semantic_parent
+        return path
+
+    def name(self, cursor):
+        if cursor.kind == Kind.NAMESPACE and not cursor.spelling:
+            return "(%s)" % os.path.basename(self.header)
+        if cursor.kind == Kind.CONVERSION_FUNCTION:
+            offset = file_position(cursor.location)[1]
+            return flattened(re.match(rb"[^(]*", self.text[offset:offset + 400]).group().decode("utf-8", "replace"))
+        return flattened(cursor.spelling) or ANONYMOUS
+
+    def line_of_name(self, cursor, scope):
+        """The line of the name when the header spells it, None otherwise."""
+        file, offset, line = file_position(cursor.location)
+        if not file or self.real(file) != self.header:
+            return None
+        argument = offset != cursor.location.offset
+        if not cursor.spelling:
+            return None if argument and self.language.cplusplus else line
+        word = re.match(r"~?\s*\w+", self.text[offset:offset + 400].decode("utf-8", "replace"))
+        spelled = flattened(word.group()) if word else ""
+        name = flattened(cursor.spelling)
+        if spelled == "operator" and name.startswith("operator"):
+            return line
+        if spelled != name or (argument and self.language.cplusplus):
+            self.ignored |= {scope + spelled, scope + name}
+            return None
+        return line
+
+
+KINDS_OF_CLASSES = (Kind.STRUCT_DECL, Kind.CLASS_DECL, Kind.UNION_DECL, Kind.CLASS_TEMPLATE,
+                    Kind.CLASS_TEMPLATE_PARTIAL_SPECIALIZATION)
+
+
+def declarations(header, include_line, options, language):
+    """The declarations of a header, the names to leave alone and the errors that clang reports in it."""
+    source = "main." + language.suffix
+    unit = cindex.Index.create().parse(source, language.options + ["-w"] + options,
+                                       [(source, language.head + include_line + "\n")])
+    with open(header, "rb") as file:
+        collector = Collector(header, file.read(), language)
+    collector.visit(unit.cursor)
+    errors = [str(message) for message in unit.diagnostics if message.severity >= cindex.Diagnostic.Error]
+    return collector.found, collector.ignored, errors
+
+
+def macros(header, source, options, language):
+    text, _ = language.run(["-E", "-dD", *options, source])
+    names, current = set(), None
+    for line in text.splitlines():
+        marker = re.match(r'# \d+ "(.*?)"', line)
+        if marker:
+            current = marker.group(1)
+        elif current == header:
+            macro = re.match(r"#\s*define\s+(\w+)", line)
+            if macro:
+                names.add(macro.group(1))
+    return names
+
+
+def logical_lines(text):
+    """Pairs of a line's number, from 1, and the lines joined to it by backslashes."""
+    lines = text.split("\n")
+    at = 0
+    while at < len(lines):
+        end = at
+        while lines[end].rstrip().endswith("\\") and end + 1 < len(lines):
+            end += 1
+        yield at + 1, lines[at:end + 1]
+        at = end + 1
+
+
+def comment_after(text, comment):
+    """Whether a block comment is open after the text when one was, or was not, open before it."""
+    at = 0
+    while True:
+        if comment:
+            at = text.find("*/", at) + 2
+            if at == 1:
+                return True
+        found = re.compile(r'"(?:\\.|[^"\\])*"|//[^\n]*|/\*').search(text, at)
+        if not found:
+            return False
+        at, comment = found.end(), found.group() == "/*"
+
+
+def marked_regions(text):
+    """The text with a numbered pragma after every conditional, and the lines after which they come."""
+    marked, regions, comment, waits = [], [], False, False
+    for number, lines in logical_lines(text):
+        marked += lines
+        conditional = not comment and re.match(r"\s*#\s*(if|ifdef|ifndef|elif|else|endif)\b", lines[0])
+        comment = comment_after("\n".join(lines), comment)
+        waits = bool(conditional) or waits
+        if waits and not comment:  # a comment that the directive opens may run on
+            waits = False
+            regions.append(number + len(lines))
+            marked.append("#pragma tavidoc_region %d" % len(regions))
+    return "\n".join(marked), regions
+
+
+def taken_lines(header, source, options, language):
+    """The lines of the header that are in branches that clang takes."""
+    with open(header, encoding="utf-8", errors="replace") as file:
+        text = file.read()
+    marked, regions = marked_regions(text)
+    with tempfile.TemporaryDirectory() as folder:
+        overlay, copy = os.path.join(folder, "overlay.yaml"), os.path.join(folder, "copy.h")
+        with open(copy, "w", encoding="utf-8") as file:
+            file.write(marked)
+        with open(overlay, "w", encoding="utf-8") as file:
+            json.dump({"version": 0, "use-external-names": False, "roots": [
+                {"name": os.path.dirname(header), "type": "directory", "contents": [
+                    {"name": os.path.basename(header), "type": "file", "external-contents": copy}]}]}, file)
+        output, _ = language.run(["-E", "-ivfsoverlay", overlay, *options, source])
+    taken = {int(number) for number in re.findall(r"#pragma tavidoc_region (\d+)", output)}
+    total = text.count("\n") + 1
+    result = set(range(1, regions[0] if regions else total + 1))
+    for index, start in enumerate(regions, 1):
+        if index in taken:
+            result |= set(range(start, regions[index] if index < len(regions) else total + 1))
+    return result

@@ -1,0 +1,200 @@
+#!/usr/bin/env python3
+"""Checks that a comment in front of any function of real headers reaches that function's page.
+
+A numbered documentation comment is put in front of each function and prototype that universal-ctags
+finds in a header, tavidoc runs on the copy, and the number has to be on the page of that name (or be
+reported as replaced there, for overloads). A number on the page of another name is misplaced, one
+on no page is lost. What is lost is classified where the reason can be seen; the rest is listed for judging.
+
+usage: documented_functions.py [--jobs N] [--sample N] [--after-macros] [--all] TAVIDOC [HEADER | DIRECTORY]...
+Without a header or directory all of /usr/include is taken. --sample takes N headers at random (seed 1).
+--after-macros puts the comments after macros that are alone on their lines instead of in front of
+them. --all lists the classified ones as well.
+
+Needs the Debian package universal-ctags.
+"""
+
+import argparse
+import collections
+import concurrent.futures
+import hashlib
+import html
+import os
+import random
+import re
+import shutil
+import subprocess
+import tempfile
+
+from instrument import DIRECTIVE, blanked, body_offset, ctags, instrumented, tags
+
+SUFFIXES = (".h", ".hpp", ".hh", ".hxx")
+BATCH = 100  # headers for one process of ctags
+Result = collections.namedtuple("Result", "verdict path tag detail")
+SCOPE = re.compile(r"\b(?:namespace|class|struct|union|extern)\b|\bNAMESPACE\b|_BEGIN\b")
+
+
+def headers_of(places):
+    found = set()
+    for place in places:
+        if os.path.isfile(place):
+            found.add(place)
+        for folder, _, names in os.walk(place):
+            found |= {os.path.realpath(os.path.join(folder, name)) for name in names if name.endswith(SUFFIXES)}
+    contents = {}
+    for path in sorted(path for path in found if os.path.isfile(path)):
+        with open(path, "rb") as file:
+            contents.setdefault(hashlib.sha1(file.read()).digest(), path)  # copies are looked at once
+    return sorted(contents.values())
+
+
+def numbers_on_pages(folder, output, lines):
+    """For each number the names of the pages on which it is, or was before another replaced it."""
+    pages = collections.defaultdict(set)
+    for name in os.listdir(folder):
+        with open(os.path.join(folder, name), encoding="latin-1") as file:
+            text = file.read()
+        title = re.search(r"<title[^>]*>(.*?)</title>", text, re.S)
+        title = re.sub(r"\s+", "", html.unescape(title.group(1))) if title else ""
+        if title.startswith("<"):
+            continue  # the header's own page
+        body = text[text.find("<body"):]
+        for number in re.findall(r"<p>(\d+)</p>", body):
+            pages[int(number)].add(title)
+    for newer, title, older in re.findall(r":(\d+): the page of (.*) replaces the one documented in line (\d+)", output):
+        for line in (newer, older):
+            if int(line) in lines:
+                pages[lines[int(line)]].add(re.sub(r"\s+", "", title))
+    return pages
+
+
+def run(tavidoc, text, path, folder):
+    """The pages' folder and the messages of a run on the text."""
+    name = os.path.basename(path).rpartition(".")[0] + ".h"
+    source, pages = os.path.join(folder, name), os.path.join(folder, "pages")
+    with open(source, "w", encoding="latin-1", newline="") as file:
+        file.write(text)
+    shutil.rmtree(pages, ignore_errors=True)
+    os.mkdir(pages)
+    done = subprocess.run([tavidoc, "-o", pages, source], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300)
+    os.remove(source)
+    return pages, done.stdout.decode("utf-8", "replace"), done.returncode
+
+
+def check(tavidoc, path, records, always, folder):
+    with open(path, encoding="latin-1", newline="") as file:
+        text = file.read()
+    code = blanked(text)
+    found = tags(code, records, always)
+    copy, lines = instrumented(text, code, found)
+    pages, output, status = run(tavidoc, copy, path, folder)
+    if status:
+        return [Result("tavidoc failed", path, tag, output[-200:]) for tag in found]
+    numbers = numbers_on_pages(pages, output, lines)
+    results, first_names = [], {}
+    for tag in found:
+        first_names.setdefault(tag.number, tag)
+        names = numbers.get(tag.number, ())
+        if tag.name in names and tag.number:
+            results.append(Result("found", path, tag, ""))
+            continue
+        shares = first_names[tag.number] is not tag
+        verdict = reason(text, code, tag, shares) or replaced(code, tag, found) or ("misplaced" if names else "lost")
+        results.append(Result(verdict, path, tag, " ".join(sorted(names)[:3])))
+    return results
+
+
+def in_body(code, at):
+    """Whether a brace that is no namespace's, class's or linkage specification's is open at the offset."""
+    stack, last = [], 0
+    for mark in re.finditer(r"[;{}]", code[:at]):
+        if mark.group() == "{":
+            head = code[last:mark.start()].rstrip(DIRECTIVE + " \n")
+            stack.append(bool(SCOPE.search(head)) and not head.endswith(")"))
+        elif mark.group() == "}" and stack:
+            stack.pop()
+        last = mark.end()
+    return not all(stack)
+
+
+def reason(text, code, tag, shares):
+    """Why a tag cannot be asked for, None if nothing is known."""
+    if tag.start < 0:
+        return "ctags: in a directive or comment"
+    head = code[tag.start:tag.name_at]
+    if shares:
+        return "shares its declaration with another"
+    if re.match(r"[A-Z_][A-Z0-9_]*$", tag.name) and not head.strip() and not tag.scope.endswith(tag.name):
+        return "ctags: macro call as a statement"
+    before = re.search(r"[^\s%s][^;{}]*$" % DIRECTIVE, code[:tag.start].rstrip())
+    cut = code[:tag.start].rstrip().endswith(DIRECTIVE)
+    plain = code[:tag.start].replace(DIRECTIVE, " ").rstrip()
+    if cut and plain and plain[-1] not in ";{}:)" and before:
+        return "a directive inside the declaration"
+    if re.search(r"::\s*$", head):
+        return "defined outside its class"
+    if re.search(r"\btemplate\s*(?!\s*<)\w", head) or re.match(r"template\s+[^<\s]", head):
+        return "explicit instantiation"
+    if re.match(r"(?:return|else|do|new|delete|goto|throw|case)\b", head):
+        return "ctags: a statement"
+    body = body_offset(code, tag.name_at)
+    if body >= 0 and code.count("\n", tag.start, body) >= 2 and (DIRECTIVE in code[tag.start:body] or "//" in text[tag.start:body]):
+        return "the body begins too far from the comment"
+    if in_body(code, tag.start):
+        return "ctags: inside a function's body, enumeration or initialiser"
+    return None
+
+
+def replaced(code, tag, found):
+    """A method gives way to a virtual one of its name that comes later in its class."""
+    later = [other for other in found if other.scope == tag.scope and other.name == tag.name and other.start > tag.start]
+    if tag.scope and any(re.search(r"\bvirtual\b", code[other.start:other.name_at]) for other in later):
+        return "replaced by a virtual function of its name"
+    return None
+
+
+def batch(tavidoc, headers, always):
+    found = ctags(headers)
+    with tempfile.TemporaryDirectory(dir="/dev/shm") as folder:
+        results = []
+        for path in headers:
+            if found[path]:
+                results += check(tavidoc, path, found[path], always, folder)
+        return results
+
+
+def listing(results, verdicts):
+    for verdict in verdicts:
+        print("\n%s" % verdict)
+        for result in results:
+            if result.verdict == verdict:
+                print("  %s:%d: %s%s" % (result.path, result.tag.line, result.tag.name, " | " + result.detail if result.detail else ""))
+
+
+def main():
+    parser = argparse.ArgumentParser(usage=__doc__)
+    parser.add_argument("--jobs", type=int, default=1)
+    parser.add_argument("--sample", type=int)
+    parser.add_argument("--after-macros", action="store_true")
+    parser.add_argument("--all", action="store_true")
+    parser.add_argument("tavidoc")
+    parser.add_argument("places", nargs="*", default=["/usr/include"])
+    arguments = parser.parse_args()
+    headers = headers_of(arguments.places or ["/usr/include"])
+    if arguments.sample and arguments.sample < len(headers):
+        headers = random.Random(1).sample(headers, arguments.sample)
+    batches = [headers[at:at + BATCH] for at in range(0, len(headers), BATCH)]
+    results = []
+    with concurrent.futures.ProcessPoolExecutor(arguments.jobs) as pool:
+        for part in pool.map(batch, *zip(*[(arguments.tavidoc, part, arguments.after_macros) for part in batches])):
+            results += part
+    verdicts = collections.Counter(result.verdict for result in results)
+    open_ones = [verdict for verdict in ("tavidoc failed", "misplaced", "lost") if verdicts[verdict]]
+    listing(results, open_ones + ([verdict for verdict in verdicts if verdict not in open_ones + ["found"]] if arguments.all else []))
+    print("\n%d headers" % len(headers))
+    for verdict, count in verdicts.most_common():
+        print("%9d  %s" % (count, verdict))
+
+
+if __name__ == "__main__":
+    main()
