@@ -101,10 +101,11 @@ class Collector:
         return names
 
     def friend(self, cursor, scope):
-        """A friend function is one of the scope around the class; definitions and classes declare nothing."""
+        """A friend function is one of the scope around the class; a class that is a friend declares nothing."""
         outer = scope[:-1].rpartition(".")[0]
         for child in cursor.get_children():
-            if child.kind in KINDS and KINDS[child.kind] == "function" and child.semantic_parent.kind not in KINDS_OF_CLASSES:
+            qualified = self.text[:child.location.offset].rstrip().endswith(b"::")  # declared elsewhere
+            if KINDS.get(child.kind) == "function" and not qualified:
                 self.add("function", child, outer + "." if outer else "", True)
 
     def unexposed(self, cursor, scope, template):
@@ -139,7 +140,7 @@ class Collector:
             return None
         if cursor.kind == Kind.NAMESPACE and re.search(rb"::\s*(inline\s*)?$", self.text[:cursor.location.offset][-99:]):
             return scope[:-1]  # "namespace a::b" is named a
-        name = scope + (given or self.name(cursor))
+        name = scope + self.qualifier(cursor) + (given or self.name(cursor))
         if kind == "function" and b"virtual" in self.text[cursor.extent.start.offset:cursor.location.offset]:
             self.drop_replaced(name)
         self.found.append(Declaration(kind, name, line, None if template else self.path(cursor)))
@@ -163,10 +164,17 @@ class Collector:
             cursor = cursor.semantic_parent
         return path
 
+    def qualifier(self, cursor):
+        """What is written in front of the name of a class that is defined outside its own."""
+        if KINDS.get(cursor.kind) != "type" or cursor.semantic_parent == cursor.lexical_parent:
+            return ""
+        before = re.search(rb"(\w+\s*::\s*)+$", self.text[:cursor.location.offset][-200:])
+        return re.sub(r"\s+", "", before.group().decode()) if before else ""
+
     def name(self, cursor):
         if cursor.kind == Kind.NAMESPACE and not cursor.spelling:
             return "(%s)" % os.path.basename(self.header)
-        if cursor.kind == Kind.CONVERSION_FUNCTION:
+        if re.match(r"operator\s*(?!new|delete|co_await)\w", cursor.spelling):  # a conversion, perhaps a template
             offset = file_position(cursor.location)[1]
             return flattened(re.match(rb"[^(]*", self.text[offset:offset + 400]).group().decode("utf-8", "replace"))
         return flattened(cursor.spelling) or ANONYMOUS
@@ -188,10 +196,6 @@ class Collector:
             self.ignored |= {scope + spelled, scope + name}
             return None
         return line
-
-
-KINDS_OF_CLASSES = (Kind.STRUCT_DECL, Kind.CLASS_DECL, Kind.UNION_DECL, Kind.CLASS_TEMPLATE,
-                    Kind.CLASS_TEMPLATE_PARTIAL_SPECIALIZATION)
 
 
 def declarations(header, include_line, options, language):
