@@ -186,7 +186,7 @@ class Collector:
             return None
         argument = offset != cursor.location.offset
         if not cursor.spelling:
-            return None if argument and self.language.cplusplus else line
+            return line if re.match(rb"struct\b|union\b|enum\b|class\b|namespace\b|\{", self.text[offset:offset + 9]) else None
         word = re.match(r"~?\s*\w+", self.text[offset:offset + 400].decode("utf-8", "replace"))
         spelled = flattened(word.group()) if word else ""
         name = flattened(cursor.spelling)

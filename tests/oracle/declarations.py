@@ -157,14 +157,24 @@ def compare(header, include_line, options, language, wanted, found, taken, ignor
     missing, false = (excepted(header, pairs, notes) for pairs in difference(wanted, found, taken, ignored, macros))
     texts = rendered(found, wanted, taken, language)
     bad = refused(include_line, options, texts, language)
-    lines = {(item.kind, item.name): item.line for item in wanted}
-    ours = {(item.kind, item.name): item.first for item in found}
-    listing += ["  missing %s %s (line %s)" % (*pair, lines.get(pair)) for pair in sorted(missing)]
-    listing += ["  false %s %s (line %s)" % (*pair, ours.get(pair)) for pair in sorted(false)]
+    listing += differences("missing", missing, {(item.kind, item.name): item.line for item in wanted}, header)
+    listing += differences("false", false, {(item.kind, item.name): item.first for item in found}, header)
     listing += ["  refused %s (line %d) | %s" % (texts[index][0].text, texts[index][0].first, message) if 0 <= index < len(texts)
                 else "  refused at %d | %s" % (index, message) for index, message in sorted(bad.items())]
     total = sum(sum(counts((item.name for item in wanted if item.kind == kind), kind).values()) for kind in KINDS)
     return Row(total, len(missing), len(false), len(texts), len(bad), notes), listing
+
+
+def differences(title, pairs, lines, header):
+    """A line for each kind and name, with a line of the header where it is declared."""
+    with open(header, encoding="utf-8", errors="replace") as file:
+        source = [""] + file.read().split("\n")
+    result = []
+    for pair, count in sorted(collections.Counter(pairs).items()):
+        line = lines.get(pair, 0)
+        times = " %d times" % count if count > 1 else ""
+        result.append("  %s %s %s%s | %d: %s" % (title, *pair, times, line, source[line].strip()))
+    return result
 
 
 def report(name, row):

@@ -26,11 +26,17 @@ import shutil
 import subprocess
 import tempfile
 
-from instrument import DIRECTIVE, blanked, body_offset, ctags, instrumented, tags
+from instrument import DIRECTIVE, blanked, body_offset, ctags, group_end, instrumented, tags
 
 SUFFIXES = (".h", ".hpp", ".hh", ".hxx")
 BATCH = 100  # headers for one process of ctags
 Result = collections.namedtuple("Result", "verdict path tag detail")
+# What the text between a declaration's first token and its name says.
+HEADS = (
+    ("defined outside its class", re.compile(r"::\s*$")),
+    ("explicit instantiation", re.compile(r"^(?:extern\s+)?template\s+[^<\s]")),
+    ("ctags: a statement", re.compile(r"^(?:return|else|do|new|delete|goto|throw|case|static_assert|_Static_assert)\b")),
+    ("the comment is inside the declaration", re.compile(r"^[,)>=]")))
 SCOPE = re.compile(r"\b(?:namespace|class|struct|union|extern)\b|\bNAMESPACE\b|_BEGIN\b")
 
 
@@ -100,6 +106,8 @@ def check(tavidoc, path, records, always, folder):
             continue
         shares = first_names[tag.number] is not tag
         verdict = reason(text, code, tag, shares) or replaced(code, tag, found) or ("misplaced" if names else "lost")
+        if names and other_word(code, tag, names):
+            verdict = "ctags: another word of the declaration"
         results.append(Result(verdict, path, tag, " ".join(sorted(names)[:3])))
     return results
 
@@ -121,28 +129,54 @@ def reason(text, code, tag, shares):
     """Why a tag cannot be asked for, None if nothing is known."""
     if tag.start < 0:
         return "ctags: in a directive or comment"
-    head = code[tag.start:tag.name_at]
     if shares:
         return "shares its declaration with another"
-    if re.match(r"[A-Z_][A-Z0-9_]*$", tag.name) and not head.strip() and not tag.scope.endswith(tag.name):
+    head = code[tag.start:tag.name_at]
+    for verdict, pattern in HEADS:
+        if pattern.search(head):
+            return verdict
+    macro = re.match(r"[A-Z_][A-Z0-9_]*$", tag.name) and not tag.scope.endswith(tag.name)
+    if macro and not re.sub(r"^template\s*<.*>", "", head.strip(), flags=re.S):
         return "ctags: macro call as a statement"
-    before = re.search(r"[^\s%s][^;{}]*$" % DIRECTIVE, code[:tag.start].rstrip())
-    cut = code[:tag.start].rstrip().endswith(DIRECTIVE)
-    plain = code[:tag.start].replace(DIRECTIVE, " ").rstrip()
-    if cut and plain and plain[-1] not in ";{}:)" and before:
+    if is_cut(code, tag.start):
         return "a directive inside the declaration"
-    if re.search(r"::\s*$", head):
-        return "defined outside its class"
-    if re.search(r"\btemplate\s*(?!\s*<)\w", head) or re.match(r"template\s+[^<\s]", head):
-        return "explicit instantiation"
-    if re.match(r"(?:return|else|do|new|delete|goto|throw|case)\b", head):
-        return "ctags: a statement"
+    if "/*" in text[tag.start:tag.name_at]:
+        return "another comment inside the declaration's head"
+    return reason_of_body(text, code, tag)
+
+
+def is_cut(code, start):
+    """Whether a directive in front of the offset is inside a declaration."""
+    before = code[:start].rstrip()
+    plain = before.replace(DIRECTIVE, " ").rstrip()
+    return before.endswith(DIRECTIVE) and bool(re.search(r"[^;{}:)\s]$|__attribute__\s*\(\([^;]*\)\)$", plain))
+
+
+def reason_of_body(text, code, tag):
     body = body_offset(code, tag.name_at)
     if body >= 0 and code.count("\n", tag.start, body) >= 2 and (DIRECTIVE in code[tag.start:body] or "//" in text[tag.start:body]):
         return "the body begins too far from the comment"
+    arguments = code.find("(", tag.name_at)
+    if tag.start == tag.name_at or code[tag.start:tag.start + 8] == "template":
+        if re.match(r"\s*(?:noexcept\s*)?->", code[group_end(code, arguments):][:40]) and "auto" not in code[tag.start:tag.name_at]:
+            return "a deduction guide"
     if in_body(code, tag.start):
         return "ctags: inside a function's body, enumeration or initialiser"
     return None
+
+
+def other_word(code, tag, names):
+    """ctags took a macro or the type for the name, and the page has the name of that declaration."""
+    rest = code[tag.name_at:tag.name_at + 400]
+    call = r"%s\s*\(" % re.escape(tag.name)
+    for name in map(re.escape, names):
+        if re.match(call + r"\s*%s\s*\)\s*\((?!\s*\w+\s*\)\s*\()" % name, rest):
+            return True  # type(name)(arguments)
+        if re.match(call + r"[^();]*\)[\s*&]*%s\b" % name, rest):
+            return True  # MACRO(argument) name
+        if re.fullmatch(r"[A-Z_][A-Z0-9_]*", tag.name) and re.search(r"(?<![\w~])%s\b" % name, code[tag.start:tag.name_at]):
+            return True  # name MACRO(argument)
+    return False
 
 
 def replaced(code, tag, found):
@@ -163,12 +197,19 @@ def batch(tavidoc, headers, always):
         return results
 
 
+def source_line(path, number):
+    with open(path, encoding="latin-1") as file:
+        lines = file.read().split("\n")
+    return lines[number - 1].strip() if number <= len(lines) else ""
+
+
 def listing(results, verdicts):
     for verdict in verdicts:
         print("\n%s" % verdict)
         for result in results:
             if result.verdict == verdict:
-                print("  %s:%d: %s%s" % (result.path, result.tag.line, result.tag.name, " | " + result.detail if result.detail else ""))
+                page = " on the page of " + result.detail if result.detail else ""
+                print("  %s:%d: %s%s | %s" % (result.path, result.tag.line, result.tag.name, page, source_line(result.path, result.tag.line)))
 
 
 def main():

@@ -8,7 +8,7 @@ curl/header.h|curl/curl.h curl/urlapi.h|curl/curl.h curl/options.h|curl/curl.h
 libxml/tree.h:-I/usr/include/libxml2 libxml/parser.h:-I/usr/include/libxml2 libxml/xpath.h:-I/usr/include/libxml2
 libxml/xmlreader.h:-I/usr/include/libxml2 libxml/encoding.h:-I/usr/include/libxml2 libxml/xmlIO.h:-I/usr/include/libxml2
 libxml/globals.h:-I/usr/include/libxml2 libxml/relaxng.h:-I/usr/include/libxml2 libxml/HTMLparser.h:-I/usr/include/libxml2
-libxml/SAX2.h:-I/usr/include/libxml2 libxml/xmlschemas.h:-I/usr/include/libxml2 libxml/valid.h:-I/usr/include/libxml2
+libxml/SAX2.h:-I/usr/include/libxml2 libxml/xmlschemas.h:-I/usr/include/libxml2 libxml/valid.h|libxml/parser.h:-I/usr/include/libxml2
 lua5.4/lua.h lua5.4/lauxlib.h lua5.4/luaconf.h lua5.4/lualib.h jansson.h event2/event.h event2/buffer.h
 event2/bufferevent.h event2/http.h event2/util.h event2/dns.h event2/rpc.h event2/event_struct.h
 SDL2/SDL_video.h SDL2/SDL_events.h SDL2/SDL_audio.h SDL2/SDL_render.h SDL2/SDL_stdinc.h SDL2/SDL_rwops.h
