@@ -5,6 +5,7 @@
 #include "fuzz/promise.h"
 #include "fuzz/scratch.h"
 #include "fuzz/subjects.h"
+#include "markup/page_titles.h"
 #include "reading/source_reader.h"
 
 using namespace tavidoc;
@@ -42,10 +43,11 @@ void checkPositions(SourceDocument &document, const QString &file, std::string_v
     }
 }
 
-std::string titlesOf(const SourceDocument &document)
+std::string titleText(const SourceDocument &document)
 {
+    const TitleLists lists = titlesOf(document.text());
     std::string text;
-    for (const PageTitles *titles : {&document.titles.titles, &document.titles.targets}) {
+    for (const PageTitles *titles : {&lists.titles, &lists.targets}) {
         for (const auto &[name, title] : *titles)
             text.append(name).append("\t").append(title).append("\n");
     }
@@ -71,7 +73,7 @@ void checkReader(std::string_view input)
         checkPositions(document, file, source.toStdString());
         const SourceDocument again = SourceReader(nullptr, "html").read(Path(file));
         promiseEqual(again.text(), document.text(), "the same source gives the same text");
-        promiseEqual(titlesOf(again), titlesOf(document), "the same source gives the same titles");
+        promiseEqual(titleText(again), titleText(document), "the same source gives the same titles");
     } catch (const HException &exception) {
         promise(exception.message().endsWith(" includes itself without end"), "only an endless include is an error");
     }

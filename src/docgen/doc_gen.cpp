@@ -2,6 +2,7 @@
 
 #include "apiref/reference_pages.h"
 #include "definitions/scheme_files.h"
+#include "markup/page_titles.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
 #include "reading/source_reader.h"
@@ -77,10 +78,10 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     Report report(document.text(), document.map, m_sink, missingFiles());
     HtmlBlocks blocks(SharedTables::paraStyle);
     Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
-    const PageTitles &titles = document.titles.titles;
-    if (const auto title = titles.find(std::string_view()); title != titles.end())
+    const TitleLists titles = titlesOf(document.text());
+    if (const auto title = titles.titles.find(std::string_view()); title != titles.titles.end())
         pages.setDocumentTitle(title->second);
-    const CrossReferences references(document.titles, nullptr);
+    const CrossReferences references(titles, nullptr);
     IconTable icons(m_outputDirectory);
     Translator translator(document.text(), {blocks, pages, m_contents, references, report, m_messageMap, m_properties,
                                             icons, nullptr, format, m_baseHeadingLevel});

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "docgen/page_titles.h"
+#include "markup/page_titles.h"
 #include "markup/declarations.h"
 
 #include <optional>

@@ -1,4 +1,4 @@
-#include "docgen/sentence.h"
+#include "markup/sentence.h"
 #include "markup/translator.h"
 
 namespace tavidoc {

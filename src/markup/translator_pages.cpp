@@ -1,7 +1,7 @@
 #include "markup/translator.h"
 
 #include "base/text_escape.h"
-#include "docgen/page_titles.h"
+#include "markup/page_titles.h"
 #include "markup/member_groups.h"
 #include "pages/html_pages.h"
 

@@ -70,7 +70,6 @@ SourceDocument SourceReader::read(const Path &path)
         else
             leave();
     }
-    m_document.titles = titlesOf(m_document.text());
     return std::move(m_document);
 }
 

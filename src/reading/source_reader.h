@@ -1,6 +1,5 @@
 #pragma once
 
-#include "docgen/page_titles.h"
 #include "reading/conditions.h"
 #include "reading/macro_context.h"
 #include "reading/source_line_reader.h"
@@ -35,11 +34,10 @@ struct SourceDocument
     bool isJoined = false;
     SourceMap map;
     std::vector<MissingInclude> missingIncludes; ///< in order
-    TitleLists titles;
 };
 
 /// Reads a markup source with what it includes: drops comments, keeps or drops conditional
-/// blocks, collects definitions and page titles.
+/// blocks and collects definitions.
 class SourceReader
 {
 public:

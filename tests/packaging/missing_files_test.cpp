@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-using namespace tavidoc;
-
 using namespace Qt::StringLiterals;
 
 namespace {

@@ -1,4 +1,4 @@
-#include "docgen/page_titles.h"
+#include "markup/page_titles.h"
 
 #include "base/source_text.h"
 

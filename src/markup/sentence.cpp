@@ -1,4 +1,4 @@
-#include "docgen/sentence.h"
+#include "markup/sentence.h"
 
 #include "base/source_text.h"
 #include "markup/markup_cursor.h"
