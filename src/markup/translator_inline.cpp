@@ -122,7 +122,7 @@ void Translator::lineNumber(const Command &)
         return;
     const std::optional<int> number = integer(trimmed(*text));
     if (!number)
-        return errorMarker("the argument is no line number");
+        return errorMarker("the argument is not a line number");
     m_report.renumber(m_commandOffset, *number);
 }
 

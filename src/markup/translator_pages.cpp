@@ -61,7 +61,7 @@ void Translator::split(const Command &)
         return m_pages.flush();
     m_pageOpened = true;
     if (leavesDirectory(*stem)) {
-        error("the page would leave the output directory"); // deliberate: whatever the document says
+        error("the page would leave the output directory"); // deliberate: a document never writes elsewhere
         return m_pages.openDiscarded();
     }
     if (withEntry)
@@ -89,7 +89,7 @@ void Translator::steerContents(std::string_view direction)
     if (direction == "up")
         return m_contents.goUp();
     if (direction != "top" && direction != "sync")
-        return errorMarker("the argument is none of down, up, top, sync and no XML line");
+        return errorMarker("expected down, up, top, sync or an XML line");
     if (direction == "top")
         m_contents.goTop();
     m_contents.closeLevels();

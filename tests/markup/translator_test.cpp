@@ -108,7 +108,7 @@ ROWS(Styles, Row{"styles nest", "\\b{a \\i{b \\tt{c}}} \\bi{d}", "<p><b>a <i>b <
      Row{"a line can be numbered anew", "\\line{50}\\b\n\\nope\\line{x}",
          "<p>***ERROR*** \\b\n***ERROR*** \\nope***ERROR*** \\line</p>",
          "error: docgen: doc.dg:50: \\b: the argument is missing\nerror: docgen: doc.dg:51: \\nope: unknown command\n"
-         "error: docgen: doc.dg:51: \\line: the argument is no line number\n"});
+         "error: docgen: doc.dg:51: \\line: the argument is not a line number\n"});
 
 ROWS(Lists,
      Row{"items with labels", "\\item\n\n a\n\\item{b \\tt{c}}\n d\n\\item{} e",
@@ -144,6 +144,10 @@ ROWS(Lists,
      Row{"show closes a paragraph only", "a\\show{b<c}d\n\n\\item e\\show{f}",
          "<p>a</p><pre>b&lt;c;</pre><p>d</p><ul><li>e<pre>f;</pre></li></ul>"},
      Row{"a copied line", "a\n\\copy <hr>  b\nc", "<p>a\n</p><hr>  b<p>c</p>"},
+     Row{"an unknown direction", "\\contents{down}\n\\contents ",
+         "<p>***ERROR*** \\contents\n***ERROR*** \\contents</p>",
+         "error: docgen: doc.dg:2: \\contents: expected down, up, top, sync or an XML line\nerror: docgen: doc.dg:3: "
+         "\\contents: expected down, up, top, sync or an XML line\n"},
      Row{"nothing to close", "\\endcode \\endtable \\end",
          "<p>***ERROR*** \\endcode ***ERROR*** \\endtable ***ERROR*** \\end</p>",
          "error: docgen: doc.dg:2: \\endcode: nothing is open that it could close\nerror: docgen: doc.dg:2: "
