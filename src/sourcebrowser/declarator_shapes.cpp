@@ -315,7 +315,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Ind
             Index stop = at + 2;
             while (stop < end && !token(stop).is('=') && token(stop).word != Word::Suffix)
                 stop = afterGroup(stop);
-            declarator.type.text = typeText(range(at + 2, std::min(stop, end)));
+            declarator.type = returnType(at + 2, std::min(stop, end));
             return end;
         }
         declarator.isConst |= here.is(Const) && shape.isFunction;
@@ -324,6 +324,16 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Ind
         at = std::min(afterGroup(at), end);
     }
     return at;
+}
+
+/// The type after "->". One of functions is written around the name.
+SourceBrowserType SourceBrowserDeclaratorReader::returnType(Index begin, Index end)
+{
+    if (findTopLevel(begin, end, '(') < end) {
+        if (SourceBrowserArgument type = readArgument(begin, end); type.name.isEmpty() && type.type.hasInsertion())
+            return type.type;
+    }
+    return {typeText(range(begin, end)), -1};
 }
 
 void SourceBrowserDeclaratorReader::reset()

@@ -15,7 +15,7 @@ using Token = SourceBrowserTokenRecord;
 constexpr QStringView s_annotationEndings[] = {
     u"API",    u"CALL",   u"CALLBACK", u"CALLTYPE", u"CONV",    u"ENTRY",    u"DECL",     u"CDECL",     u"STDCALL",
     u"PASCAL", u"FAR",    u"NEAR",     u"EXPORT",   u"EXPORTS", u"IMPORT",   u"EXTERN",   u"PUBLIC",    u"HIDDEN",
-    u"STATIC", u"INLINE", u"LINKAGE",  u"CONST",    u"UNUSED",  u"RESTRICT", u"VOLATILE", u"CONSTEXPR",
+    u"STATIC", u"INLINE", u"LINKAGE",  u"CONST",    u"UNUSED",  u"RESTRICT", u"VOLATILE", u"CONSTEXPR", u"FUNC",
 };
 
 /// Annotations of systems that write them in small letters.
@@ -155,7 +155,7 @@ bool SourceBrowserDeclaratorReader::isTypeCall(const Item &item) const
            (item.end - item.begin == 4 && isPlain(first) && !looksLikeMacro(item.begin + 2));
 }
 
-/// Whether a macro's argument is one word that looks like a macro, as in `EXTERN(JDIMENSION) name(void)`.
+/// Whether a macro's argument is one word, as in `EXTERN(JDIMENSION) name(void)`.
 bool SourceBrowserDeclaratorReader::isMacroTypeCall(const Item &item) const
 {
     return item.kind == Item::Call && item.end - item.begin == 4 && isPlain(token(item.begin + 2));
@@ -199,7 +199,7 @@ int SourceBrowserDeclaratorReader::rank(const Item &item) const
     }
     if (isTypeCall(item))
         return item.end - item.begin > 4 || !isPlain(token(item.begin + 2)) ? 4 : 3;
-    return isMacroTypeCall(item) ? 2 : 0;
+    return item.kind == Item::Call && item.end - item.begin > 3 && isPlain(token(item.begin + 2)) ? 2 : 0;
 }
 
 /// The item that is the type, when no keyword is; -1 when there is none.

@@ -131,6 +131,7 @@ private:
     Index readSuffixes(Index at, Index end, Shape &shape, int nesting, bool isArgument);
     Index readTail(Index at, Index end, Shape &shape, SourceBrowserDeclarator &declarator);
     SourceBrowserDeclarator finish(const QString &specifiers, Shape &shape, Index at, Index end, bool isArgument);
+    SourceBrowserType returnType(Index begin, Index end);
     void setName(const Shape &shape, SourceBrowserDeclarator &declarator) const;
     [[nodiscard]] bool isNestedDeclarator(Index open, Index end) const;
     [[nodiscard]] bool isPointerAhead(Index at, Index end) const;

@@ -196,8 +196,10 @@ INSTANTIATE_TEST_SUITE_P(
             u"F(int) const;",
             "C ; C.m = void (C::*m)(int) const volatile ; "
             "C.n = int (C::*n)(void) & ; F = typedef int F(int) const ; f = int (C::*f)(int) const"},
-        Row{u"std::integral auto f(std::integral auto x, Same<int> auto &&y, const auto z); API auto g() -> int;",
-            "f = std::integral auto f(std::integral auto x, Same<int> auto &&y, const auto z) ; g = int g(void)"},
+        Row{u"std::integral auto f(std::integral auto x, Same<int> auto &&y, const auto z); API auto g() -> int; "
+            u"auto h(int a) -> void (*)(int);",
+            "f = std::integral auto f(std::integral auto x, Same<int> auto &&y, const auto z) ; g = int g(void) ; "
+            "h = void (*h(int a))(int)"},
         Row{u"[[nodiscard]] int f [[x]] (); namespace n { inline namespace v1 { int a; } } using T = int; namespace b "
             u"= n;",
             "n ; n.v1 ; f = int f(void) ; n.v1.a = int a"},

@@ -3,6 +3,11 @@
 
 #define API extern __attribute__((visibility("default")))
 #define CALL
+#define BOOL int
+#define WIDE long long
+#define LINKED(type) struct type
+#define EXTERN(type) extern type
+#define ALIAS(name, arguments, other) name arguments __asm__(#other)
 #define NONNULL(...) __attribute__((nonnull(__VA_ARGS__)))
 
 struct point
@@ -43,3 +48,14 @@ extern int number, *pointer, numbers[3], (*array_pointer)[5];
 extern int (*(*pointers_to_functions[3])(void))(int);
 extern const char *const names[], *volatile current;
 extern enum colour colours[BLUE + 1];
+
+// Names that C++ reserves, and types that macros make.
+int swap(int *old, int *new), lookup(enum colour class, int private, void (*delete)(int this));
+typedef unsigned char bool;
+bool explicit(bool mutable, char *template[2]);
+extern int new, *export, typename[3];
+typedef LINKED(point) linked;
+typedef unsigned WIDE wide;
+EXTERN(BOOL) made(linked *export, LINKED(point) *second, unsigned WIDE CALL third);
+API BOOL CALL converted(const LINKED(point) CALL *first);
+extern char *ALIAS(renamed, (int a, ...), other_name);
