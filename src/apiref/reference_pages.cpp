@@ -116,9 +116,9 @@ void ReferencePages::select(const QStringList &exclusions)
             continue;
         }
         std::string stem = stemOf(name);
-        m_stems.try_emplace(name, stem);
+        m_stems.try_emplace(qualifiedByDots(name), stem);
         if (!object->scope().isEmpty())
-            m_stems.try_emplace(object->qualifiedName().toStdString(), stem);
+            m_stems.try_emplace(qualifiedByDots(object->qualifiedName().toStdString()), stem);
         m_documented.push_back({object, std::move(name), std::move(stem), object->documentationLine()});
     }
 }

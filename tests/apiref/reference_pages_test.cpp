@@ -145,3 +145,23 @@ v operator/(int);
                             "warning: docgen: lib.h:5: the page of twice replaces the one documented in line 1\n");
     EXPECT_EQ(run.contents, "");
 }
+
+TEST(ReferencePages, NamesWithColonsAreFoundAndLinkedFromTheFolder)
+{
+    const ReferenceRun run = runHeader(R"(/*!
+ * \xref{A.B} \xref{A::B} \xref{A::B.f} \xref{f}
+ */
+class A::B {
+/*!
+ ** Of \xref{A::B}{it}.
+ */
+int f;
+};
+)");
+    EXPECT_EQ(run.pages, "out/A::B.htm (lib.h): <p><a href=\"./A::B.htm\">A.B</a> <a href=\"./A::B.htm\">A::B</a> <a "
+                         "href=\"f.htm\">A::B.f</a> <a href=\"f.htm\">f</a></p>\n"
+                         "out/f.htm (lib.h): <p>Of <a href=\"./A::B.htm\">it</a>.</p>\n"
+                         "out/lib_h.htm (lib.h): <h3>API Summary</h3>" +
+                             s_tableStart + caption("*** UNASSIGNED GROUP ***") +
+                             entry("./A::B", "A::B", "A.B A::B A::B.f f") + entry("f", "f", "Of it.") + "</table>\n");
+}
