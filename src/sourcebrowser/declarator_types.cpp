@@ -91,25 +91,26 @@ bool isKeywordOfCPlusPlus(const Token &token)
            token.is(Namespace);
 }
 
-/// Whether the word between \a before and a token of code \a next is a name, although C++ reserves it.
+/// Whether the word between \a before and \a next, which may follow a name, is one, although C++ reserves it.
 bool isNameHere(const Token &token, const Token &before, int next, bool isTypedef)
 {
-    const bool follows = endsType(before) || isPlain(before) || before.is(',');
+    if (next == '(')
+        return (token.word == Word::Statement || token.word == Word::Storage) && isWordOfCPlusPlus(token.text) &&
+               endsType(before);
+    if (token.word == Word::BasicType)
+        return isTypeOfCPlusPlus(token.text) && (endsType(before) || (isTypedef && isPlain(before)));
+    if (!isPlain(before) && !before.is(',') && !endsType(before))
+        return false;
     switch (token.word) {
     case Word::Keyword:
-        return follows && followsName(next) && isKeywordOfCPlusPlus(token) &&
-               (!token.is(Operator) || (next != '[' && next != '='));
+        return isKeywordOfCPlusPlus(token) && (!token.is(Operator) || (next != '[' && next != '='));
     case Word::Statement:
+        return isWordOfCPlusPlus(token.text);
     case Word::Storage:
-        if (token.word == Word::Storage && follows && followsName(next))
-            return true;
-        return isWordOfCPlusPlus(token.text) && ((follows && followsName(next)) || (endsType(before) && next == '('));
     case Word::TypeName:
+        return true;
     case Word::TypeOperator:
-        return follows && followsName(next) && token.text != u"_Atomic" && token.text != u"_BitInt";
-    case Word::BasicType:
-        return (endsType(before) || (isTypedef && isPlain(before))) && followsName(next) &&
-               isTypeOfCPlusPlus(token.text);
+        return token.text != u"_Atomic" && token.text != u"_BitInt";
     default:
         return false;
     }
@@ -123,10 +124,13 @@ void SourceBrowserDeclaratorReader::readWordsAsNames(std::vector<Token> &tokens,
 {
     for (size_t at = 1; at < tokens.size(); ++at) {
         Token &token = tokens[at];
-        const bool isComma = token.is(Operator) && at + 2 < tokens.size() && tokens[at + 2].is('('); // "operator,("
-        if (token.word == Word::Plain || isComma)
+        if (token.word == Word::Plain)
             continue;
-        if (isNameHere(token, tokens[at - 1], at + 1 < tokens.size() ? tokens[at + 1].code : ';', isTypedef)) {
+        const int next = at + 1 < tokens.size() ? tokens[at + 1].code : ';';
+        if (!followsName(next) && next != '(')
+            continue;
+        const bool isComma = token.is(Operator) && at + 2 < tokens.size() && tokens[at + 2].is('('); // "operator,("
+        if (!isComma && isNameHere(token, tokens[at - 1], next, isTypedef)) {
             token.code = Identifier;
             token.word = Word::Plain;
         }
@@ -137,9 +141,11 @@ void SourceBrowserDeclaratorReader::readWordsAsNames(std::vector<Token> &tokens,
 bool SourceBrowserDeclaratorReader::looksLikeMacro(Index at) const
 {
     const QStringView text = token(at).text;
-    if (text.startsWith("__"_L1))
+    if (text.size() < 2)
+        return false;
+    if (text[0] == u'_' && text[1] == u'_')
         return true;
-    if (text.size() < 2 || (hasLowerCase(text) && !isUnderscored(text)))
+    if (hasLowerCase(text) && !isUnderscored(text))
         return false;
     return !m_types.contains(text.toString());
 }
@@ -206,12 +212,14 @@ int SourceBrowserDeclaratorReader::rank(const Item &item) const
 int SourceBrowserDeclaratorReader::chosenItem() const
 {
     int chosen = -1;
-    int best = -1;
+    int best = -1; // the rank of the chosen one, once there is another
     for (int index = 0; index < static_cast<int>(m_items.size()); ++index) {
         const Item &item = m_items[static_cast<size_t>(index)];
         if (item.kind == Item::Qualifier)
             continue;
-        if (const int worth = rank(item); worth >= best) {
+        if (chosen >= 0 && best < 0)
+            best = rank(m_items[static_cast<size_t>(chosen)]);
+        if (const int worth = chosen < 0 ? -1 : rank(item); worth >= best) {
             chosen = index;
             best = worth;
         }

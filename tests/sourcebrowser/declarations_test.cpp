@@ -147,6 +147,9 @@ INSTANTIATE_TEST_SUITE_P(
             u" typedef unsigned __bitwise flags_t; unsigned int WIDE h;",
             "f = unsigned WIDE_TYPE f(unsigned WIDE_TYPE n, signed WIDE_TYPE) ; g = unsigned g(void) ; "
             "T = typedef unsigned WIDE_TYPE T ; flags_t = typedef unsigned flags_t ; h = unsigned int h"},
+        Row{u"BOOL\nWINAPI\nf(\n  _In_ HANDLE h,\n  int (* & * 3), + 1\n);\n_Success_(return != 0) HANDLE "
+            u"f2(_Out_writes_(3) PBYTE q);",
+            "f = BOOL f(HANDLE h, int (*&*3), + 1) ; f2 = HANDLE f2(PBYTE q)"},
         Row{u"extern int __REDIRECT (a, (char *s, ...), b) __wur; extern FILE *__REDIRECT_NTH (c, (int d), e);",
             "a = int a(char *s, ...) ; c = FILE *c(int d)"}));
 
