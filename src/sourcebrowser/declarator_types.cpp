@@ -42,7 +42,7 @@ bool isAnnotation(QStringView text)
     return isUnderscored(text) || text.startsWith("__attribute"_L1) ||
            std::ranges::find(s_annotations, text) != std::end(s_annotations) ||
            std::any_of(std::begin(s_annotationEndings), std::end(s_annotationEndings),
-                       [text](QStringView ending) { return text.endsWith(ending); });
+                       [text](QStringView ending) { return text.back() == ending.back() && text.endsWith(ending); });
 }
 
 /// Whether \a text is one of the types that systems name so that they clash with nothing: `__u8`, `__off_t`.
