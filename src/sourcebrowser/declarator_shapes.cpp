@@ -187,6 +187,9 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
             shape.suffix += sourceText(range(at, after));
             isFresh = false;
             at = after;
+        } else if (here.is('(') && isFresh && (code(at + 1, end) == Number || code(at + 1, end) == String)) {
+            at = after; // a value
+            isFresh = false;
         } else if (here.is('(')) {
             if (isFresh && shape.nameBegin >= 0 && !isArgument && !m_isTypedef) {
                 shape.arguments = at;

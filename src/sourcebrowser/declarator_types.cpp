@@ -237,11 +237,19 @@ bool SourceBrowserDeclaratorReader::completesType(size_t index) const
     const bool isMacro = looksLikeMacro(item.begin);
     if (index + 1 < m_items.size() && m_items[index + 1].kind == Item::Type)
         return !isMacro && token(m_items[index + 1].begin).text == u"auto";
-    if (index == 0 || !isMacro || isAnnotation(token(item.begin).text) || m_items[index - 1].kind != Item::Type)
+    if (!isMacro || isAnnotation(token(item.begin).text))
         return false;
-    const auto isType = [](const Item &other) { return other.kind == Item::Type; };
-    const QStringView keyword = token(m_items[index - 1].begin).text;
-    return (keyword == u"unsigned" || keyword == u"signed") && std::ranges::count_if(m_items, isType) == 1;
+    const Item *keyword = nullptr; // the only one before
+    for (const Item &other : m_items) {
+        if (other.kind == Item::Type && keyword)
+            return false;
+        if (other.kind == Item::Type)
+            keyword = &other;
+        else if (other.kind == Item::Plain && &other < &item)
+            return false;
+    }
+    return keyword && keyword < &item &&
+           (token(keyword->begin).text == u"unsigned" || token(keyword->begin).text == u"signed");
 }
 
 /// The type that the words before the declarator name. Words that no type is made of are macros.

@@ -175,6 +175,11 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         m_items.push_back({Item::Plain, at, stop});
         return stop;
     }
+    if (!isArgument && isInitialised(at, stop, end)) { // "int value(3)"
+        shape.nameBegin = at;
+        shape.nameEnd = stop;
+        return end;
+    }
     if (!isArgument && callIsName(at, stop, end)) {
         shape.nameBegin = at;
         shape.nameEnd = stop;
@@ -195,6 +200,15 @@ const SourceBrowserDeclaratorReader::Counts &SourceBrowserDeclaratorReader::coun
         m_counts.typeCalls += isTypeCall(item);
     }
     return m_counts;
+}
+
+/// Whether the name at \a begin is a variable and the group at \a open its value.
+bool SourceBrowserDeclaratorReader::isInitialised(Index begin, Index open, Index end)
+{
+    const int inside = code(open + 1, end);
+    if ((inside != Number && inside != String) || afterGroup(open) < end || looksLikeMacro(begin))
+        return false;
+    return counts().types > 0 ? counts().words == 0 : counts().ownWords == 1;
 }
 
 /// Whether the name at \a begin, followed by a group at \a open, is the function's name and not a

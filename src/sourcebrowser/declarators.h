@@ -109,6 +109,7 @@ private:
     const Counts &counts();
     [[nodiscard]] bool isConstructor(const Shape &shape) const;
     void nameFromItems(Shape &shape, bool isArgument);
+    [[nodiscard]] bool isInitialised(Index begin, Index open, Index end);
     [[nodiscard]] bool callIsName(Index begin, Index open, Index end);
 
     // Which of the words are the type: declarator_types.cpp.

@@ -64,6 +64,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"typedef int fn(int a), *pointer;", "fn = typedef int fn(int a) ; pointer = typedef int *pointer"},
         Row{u"lua_State *(lua_newstate) (lua_Alloc f, void *ud); int (f)(int);",
             "f = int f(int) ; lua_newstate = lua_State *lua_newstate(lua_Alloc f, void *ud)"},
+        Row{u"int a(3), b = 1, c(2); static const T t(\"x\"); std::string s(\"y\", 2); int ATTRIBUTE(3); X(3);",
+            "a = int a ; b = int b ; c = int c ; s = std::string s ; t = const T t"},
         Row{u"int sum(int n, ...), old();", "old = int old(void) ; sum = int sum(int n, ...)"},
         Row{u"unsigned long long x = 1, y = f(1, 2), z = { 1, 2 };",
             "x = unsigned long long x ; y = unsigned long long y ; z = unsigned long long z"},
@@ -144,9 +146,10 @@ INSTANTIATE_TEST_SUITE_P(
             "f = long f(const __u8 *p, __le32 v, struct s *s, const char *const *q)"},
         Row{u"typedef unsigned WIDE_TYPE T; unsigned WIDE_TYPE f(unsigned WIDE_TYPE n, signed WIDE_TYPE); unsigned API "
             u"g();"
-            u" typedef unsigned __bitwise flags_t; unsigned int WIDE h;",
+            u" typedef unsigned __bitwise flags_t; unsigned int WIDE h; unsigned const WIDE_TYPE w;",
             "f = unsigned WIDE_TYPE f(unsigned WIDE_TYPE n, signed WIDE_TYPE) ; g = unsigned g(void) ; "
-            "T = typedef unsigned WIDE_TYPE T ; flags_t = typedef unsigned flags_t ; h = unsigned int h"},
+            "T = typedef unsigned WIDE_TYPE T ; flags_t = typedef unsigned flags_t ; h = unsigned int h ; w = unsigned "
+            "const WIDE_TYPE w"},
         Row{u"BOOL\nWINAPI\nf(\n  _In_ HANDLE h,\n  int (* & * 3), + 1\n);\n_Success_(return != 0) HANDLE "
             u"f2(_Out_writes_(3) PBYTE q);",
             "f = BOOL f(HANDLE h, int (*&*3), + 1) ; f2 = HANDLE f2(PBYTE q)"},
