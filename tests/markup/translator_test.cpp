@@ -234,7 +234,7 @@ ROWS(Links,
          "\\xref{http://a/?b&c} \\ref{https://d}{e \\b{f}} \\titleref{https:} \\xref{HTTPS:x} \\xref{http}",
          "<p><a href=\"http://a/?b&amp;c\" target=\"_blank\">http://a/?b&amp;c</a> <a href=\"https://d\" "
          "target=\"_blank\">e \\b{f}</a> <big><a href=\"https:\" target=\"_blank\">https:</a></big><br/> <a "
-         "href=\"HTTPS:x.htm\">HTTPS:x</a> <a href=\"http.htm\">http</a></p>"},
+         "href=\"./HTTPS:x.htm\">HTTPS:x</a> <a href=\"http.htm\">http</a></p>"},
      Row{"to pages and titles", "\\title The <P>\n\\xref{p} \\xref{The <P>} \\xref{p.htm} \\xref{q} \\titleref{p}{x}",
          "<p><a href=\"p.htm\">The &lt;P&gt;</a> <a href=\"p.htm\">The &lt;P&gt;</a> <a href=\"p.htm\">The "
          "&lt;P&gt;</a> <a href=\"q.htm\">q</a> <big><a href=\"p.htm\">x</a></big><br/></p>"});
