@@ -193,7 +193,9 @@ class Collector:
         if spelled == "operator" and name.startswith("operator"):
             return line
         if spelled != name or (argument and self.language.cplusplus):
-            self.ignored |= {scope + spelled, scope + name}
+            call = re.match(rb"\w+\s*\(([^()]*)\)", self.text[offset:offset + 400])
+            words = re.findall(r"\w+", call.group(1).decode("utf-8", "replace")) if call else []
+            self.ignored |= {scope + word for word in [spelled, name] + words}
             return None
         return line
 
@@ -211,17 +213,18 @@ def declarations(header, include_line, options, language):
 
 
 def macros(header, source, options, language):
+    """The names of the macros that the header defines, and of all."""
     text, _ = language.run(["-E", "-dD", *options, source])
-    names, current = set(), None
+    names, every, current = set(), set(), None
     for line in text.splitlines():
         marker = re.match(r'# \d+ "(.*?)"', line)
         if marker:
             current = marker.group(1)
-        elif current == header:
+        elif line.startswith("#"):
             macro = re.match(r"#\s*define\s+(\w+)", line)
-            if macro:
-                names.add(macro.group(1))
-    return names
+            every |= {macro.group(1)} if macro else set()
+            names |= {macro.group(1)} if macro and current == header else set()
+    return names, every
 
 
 def logical_lines(text):
