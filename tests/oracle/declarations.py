@@ -161,8 +161,8 @@ def check(dump, entry, cplusplus):
 
 def compare(header, include_line, options, language, wanted, found, taken, ignored, macros, errors):
     notes, listing = [], []
-    for error in errors:
-        print("clang: " + error)
+    if errors:  # the comparison would say nothing
+        return None, ["  clang: " + error for error in errors]
     missing, false = (excepted(header, pairs, notes) for pairs in difference(wanted, found, taken, ignored, macros))
     texts = rendered(found, wanted, taken, language)
     bad = refused(include_line, options, texts, language)
@@ -189,11 +189,15 @@ def differences(title, pairs, lines, header):
     """A line for each kind and name, with a line of the header where it is declared."""
     with open(header, encoding="utf-8", errors="replace") as file:
         source = [""] + file.read().split("\n")
+    types = [name + "." for kind, name in pairs if kind == "type" and not name.endswith(clang_headers.ANONYMOUS)]
+    for index, (kind, name) in enumerate(pairs):  # what is in a type of the list is counted only
+        scopes = [scope for scope in types if name.startswith(scope)]
+        pairs[index] = ("member of " + scopes[0][:-1], "") if scopes else (kind, name)
     result = []
     for pair, count in sorted(collections.Counter(pairs).items()):
         line = lines.get(pair, 0)
-        times = " %d times" % count if count > 1 else ""
-        result.append("  %s %s %s%s | %d: %s" % (title, *pair, times, line, source[line].strip()))
+        text = "  %s %s %s" % (title, *pair) + (" %d times" % count if count > 1 else "")
+        result.append(text + (" | %d: %s" % (line, source[line].strip()) if line else ""))
     return result
 
 
@@ -203,13 +207,14 @@ def report(name, row):
 
 
 def table(title, entries, arguments, cplusplus):
-    """Prints the rows of the headers and returns their sum."""
+    """Prints the rows of the headers and returns their sum and whether clang could not compile one."""
     print("%-52s %7s %8s %8s %6s %9s %8s" % (title, "wanted", "missing", "recall", "false", "rendered", "refused"))
-    rows = []
+    rows, broken = [], False
     with concurrent.futures.ProcessPoolExecutor(arguments.jobs) as pool:
         for path, row, listing in pool.map(check, *zip(*[(arguments.dump, entry, cplusplus) for entry in entries])):
             if not row:
-                print("%-52s not installed" % path)
+                print("%-52s %s" % (path, "\n".join(listing) or "not installed"))
+                broken = broken or bool(listing)
                 continue
             rows.append(row)
             report(path, row)
@@ -221,7 +226,7 @@ def table(title, entries, arguments, cplusplus):
         print("Exceptions:")
         for note, count in collections.Counter(total.notes).items():
             print("%5d  %s" % (count, note))
-    return total
+    return total, broken
 
 
 def main():
@@ -235,11 +240,11 @@ def main():
     arguments = parser.parse_args()
     good = True
     if not arguments.cxx or arguments.c:
-        total = table("C", arguments.headers or c_headers(), arguments, False)
-        good = good and not (total.missing or total.false or total.refused)
+        total, broken = table("C", arguments.headers or c_headers(), arguments, False)
+        good = good and not (broken or total.missing or total.false or total.refused)
     if arguments.cxx or not (arguments.c or arguments.headers):
-        total = table("C++", arguments.headers or cxx_headers(), arguments, True)
-        good = good and not total.false and total.missing <= 0.005 * total.wanted
+        total, broken = table("C++", arguments.headers or cxx_headers(), arguments, True)
+        good = good and not (broken or total.false) and total.missing <= 0.005 * total.wanted
     sys.exit(0 if good else 1)
 
 

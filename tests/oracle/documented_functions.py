@@ -76,7 +76,7 @@ def numbers_on_pages(folder, output, lines):
 
 def run(tavidoc, text, path, folder):
     """The pages' folder and the messages of a run on the text."""
-    name = os.path.basename(path).rpartition(".")[0] + ".h"
+    name = os.path.basename(path).partition(".")[0] + ".h"  # of other suffixes nothing is made
     source, pages = os.path.join(folder, name), os.path.join(folder, "pages")
     with open(source, "w", encoding="latin-1", newline="") as file:
         file.write(text)

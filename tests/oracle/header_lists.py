@@ -48,7 +48,7 @@ CXX_GROUPS = {  # options: headers
     "-I/usr/include/jsoncpp": ["jsoncpp/json/" + name for name in "value.h reader.h writer.h".split()],
     "-I/usr/include/eigen3": ["eigen3/Eigen/src/Core/%s.h|Eigen/Core" % name for name in (
         "Matrix DenseBase MatrixBase PlainObjectBase Map Block").split()] + ["eigen3/Eigen/src/Geometry/Quaternion.h|Eigen/Geometry"],
-    "-I/usr/include/llvm-14": ["llvm-14/llvm/" + name for name in (
+    "-I/usr/include/llvm-14,-I/usr/include/llvm-c-14": ["llvm-14/llvm/" + name for name in (
         "ADT/StringRef.h ADT/SmallVector.h ADT/ArrayRef.h IR/Function.h Support/raw_ostream.h").split()]}
 
 
