@@ -83,19 +83,16 @@ def excepted(header, pairs, notes):
     return rest
 
 
-def rendered(found, wanted, taken, language):
-    """The texts to give back to clang, each with its declaration there."""
+def rendered(found, wanted, taken):
+    """The texts to give back to clang, of functions and typedefs in namespaces, each with its declaration there."""
     places = {}
     for item in wanted:
         places.setdefault((item.kind, item.name), []).append(item)
     texts = []
     for item in found:
-        here = [place for place in places.get((item.kind, item.name), []) if item.first <= place.line <= max(item.last, item.first + 20)]
-        if item.first not in taken or not here or here[0].path is None or item.phylum not in ("2", "4"):
-            continue
-        if any(place.path is None for place in here):
-            continue
-        texts.append((item, here[0]))
+        here = [place for place in places.get((item.kind, item.name), []) if item.first <= place.line <= item.first + 20]
+        if item.phylum in ("2", "4") and item.first in taken and here and all(place.path is not None for place in here):
+            texts.append((item, here[0]))
     return texts
 
 
@@ -112,8 +109,8 @@ def again_in_cxx(texts):
         name = item.name.rpartition(".")[2] if item.phylum == "2" else ""
         name = re.sub(r"^operator(?=\w)", "operator ", name)
         if name:
-            line += " auto *tavidoc_p%d = static_cast<decltype(&%stavidoc_%d::%s)>(&%s%s);" % (
-                index, "::" + place.path, index, name, "::" + place.path, name)
+            line += " auto *tavidoc_p%d = static_cast<decltype(&::%stavidoc_%d::%s)>(&::%s%s);" % (
+                index, place.path, index, name, place.path, name)
         lines.append(line)
     return lines
 
@@ -164,12 +161,13 @@ def compare(header, include_line, options, language, wanted, found, taken, ignor
     if errors:  # the comparison would say nothing
         return None, ["  clang: " + error for error in errors]
     missing, false = (excepted(header, pairs, notes) for pairs in difference(wanted, found, taken, ignored, macros))
-    texts = rendered(found, wanted, taken, language)
+    texts = rendered(found, wanted, taken)
     bad = refused(include_line, options, texts, language)
     listing += differences("missing", missing, unmatched(wanted, found), header)
     listing += differences("false", false, {(item.kind, item.name): item.first for item in found}, header)
-    listing += ["  refused %s (line %d) | %s" % (texts[index][0].text, texts[index][0].first, message) if 0 <= index < len(texts)
-                else "  refused at %d | %s" % (index, message) for index, message in sorted(bad.items())]
+    for index, message in sorted(bad.items()):
+        item = texts[index][0] if 0 <= index < len(texts) else None
+        listing.append("  refused %s (line %d) | %s" % (item.text, item.first, message) if item else "  refused: " + message)
     total = sum(sum(counts((item.name for item in wanted if item.kind == kind), kind).values()) for kind in KINDS)
     return Row(total, len(missing), len(false), len(texts), len(bad), notes), listing
 
@@ -203,7 +201,8 @@ def differences(title, pairs, lines, header):
 
 def report(name, row):
     recall = 100.0 * (row.wanted - row.missing) / row.wanted if row.wanted else 100
-    print("%-52s %7d %8d %7.2f%% %6d %9d %8d" % (name[-52:], row.wanted, row.missing, recall, row.false, row.rendered, row.refused))
+    print("%-52s %7d %8d %7.2f%% %6d %9d %8d" %
+          (name[-52:], row.wanted, row.missing, recall, row.false, row.rendered, row.refused))
 
 
 def table(title, entries, arguments, cplusplus):

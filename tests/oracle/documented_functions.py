@@ -154,7 +154,8 @@ def is_cut(code, start):
 
 def reason_of_body(text, code, tag):
     body = body_offset(code, tag.name_at)
-    if body >= 0 and code.count("\n", tag.start, body) >= 2 and (DIRECTIVE in code[tag.start:body] or "//" in text[tag.start:body]):
+    whole = DIRECTIVE not in code[tag.start:body] and "//" not in text[tag.start:body]  # its lines were joined
+    if body >= 0 and code.count("\n", tag.start, body) >= 2 and not whole:
         return "the body begins too far from the comment"
     arguments = code.find("(", tag.name_at)
     if tag.start == tag.name_at or code[tag.start:tag.start + 8] == "template":
@@ -167,14 +168,17 @@ def reason_of_body(text, code, tag):
 
 def other_word(code, tag, names):
     """ctags took a macro or the type for the name, and the page has the name of that declaration."""
-    rest = code[tag.name_at:tag.name_at + 400]
+    rest, head = code[tag.name_at:tag.name_at + 400], code[tag.start:tag.name_at]
     call = r"%s\s*\(" % re.escape(tag.name)
     for name in map(re.escape, names):
-        if re.match(call + r"\s*%s\s*\)\s*\((?!\s*\w+\s*\)\s*\()" % name, rest):
-            return True  # type(name)(arguments)
-        if re.match(call + r"[^();]*\)[\s*&]*%s\b" % name, rest):
-            return True  # MACRO(argument) name
-        if re.fullmatch(r"[A-Z_][A-Z0-9_]*", tag.name) and re.search(r"(?<![\w~])%s\b" % name, code[tag.start:tag.name_at]):
+        patterns = (call + r"\s*%s\s*\)\s*\((?!\s*\w+\s*\)\s*\()" % name,  # type(name)(arguments)
+                    call + r"[\w\s:]*\*\s*%s\s*\)\s*\(" % name,  # type (*name)(arguments)
+                    call + r"[^();]*\)[\s\w*&]*\b%s\b" % name)  # MACRO(argument) name
+        if any(re.match(pattern, rest) for pattern in patterns):
+            return True
+        if head.count("(") > head.count(")") and re.search(r"\b%s\b" % name, rest):
+            return True  # decltype(word(...)) name
+        if re.fullmatch(r"[A-Z_][A-Z0-9_]*", tag.name) and re.search(r"(?<![\w~])%s\b" % name, head):
             return True  # name MACRO(argument)
     return False
 
@@ -209,7 +213,8 @@ def listing(results, verdicts):
         for result in results:
             if result.verdict == verdict:
                 page = " on the page of " + result.detail if result.detail else ""
-                print("  %s:%d: %s%s | %s" % (result.path, result.tag.line, result.tag.name, page, source_line(result.path, result.tag.line)))
+                print("  %s:%d: %s%s | %s" % (result.path, result.tag.line, result.tag.name, page,
+                                              source_line(result.path, result.tag.line)))
 
 
 def main():
@@ -231,7 +236,8 @@ def main():
             results += part
     verdicts = collections.Counter(result.verdict for result in results)
     open_ones = [verdict for verdict in ("tavidoc failed", "misplaced", "lost") if verdicts[verdict]]
-    listing(results, open_ones + ([verdict for verdict in verdicts if verdict not in open_ones + ["found"]] if arguments.all else []))
+    others = [verdict for verdict in verdicts if verdict not in open_ones + ["found"]]
+    listing(results, open_ones + (others if arguments.all else []))
     print("\n%d headers" % len(headers))
     for verdict, count in verdicts.most_common():
         print("%9d  %s" % (count, verdict))

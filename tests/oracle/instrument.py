@@ -46,8 +46,11 @@ def blanked(text):
 
 def name_offset(code, begin, end, name):
     """Where the name is on its line, -1 if it is not there outside comments and directives."""
-    pattern = r"\boperator\b" if name.startswith("operator") and not re.match(r"operator\w", name) else \
-        r"~\s*" + re.escape(name[1:]) if name.startswith("~") else r"\b%s\b" % re.escape(name)
+    pattern = r"\b%s\b" % re.escape(name)
+    if re.match(r"operator\b", name):
+        pattern = r"\boperator\b"
+    elif name.startswith("~"):
+        pattern = r"~\s*" + re.escape(name[1:])
     found = re.compile(pattern + r"(?=\s*\()").search(code, begin, end) or re.compile(pattern).search(code, begin, end)
     return found.start() if found else -1
 
@@ -126,7 +129,8 @@ def instrumented(text, code, found):
     """The text with a comment in front of each tag's declaration, and the comments' lines, from 1, by number."""
     pieces, last, line, lines = [], 0, 1, {}
     text = text.replace("/*!", "/* ")  # comments of the header itself make no pages
-    for start, number, name_at in sorted({tag.number: (tag.start, tag.number, tag.name_at) for tag in found if tag.start >= 0}.values()):
+    places = {tag.number: (tag.start, tag.number, tag.name_at) for tag in reversed(found) if tag.start >= 0}
+    for start, number, name_at in sorted(places.values()):
         piece = text[last:start]
         line += piece.count("\n")
         lines[line] = number
