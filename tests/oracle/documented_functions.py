@@ -26,14 +26,13 @@ import shutil
 import subprocess
 import tempfile
 
-from instrument import DIRECTIVE, blanked, body_offset, ctags, group_end, instrumented, tags
+from instrument import DIRECTIVE, blanked, body_offset, ctags, group_end, instrumented, is_outside, member, tags
 
 SUFFIXES = (".h", ".hpp", ".hh", ".hxx")
 BATCH = 100  # headers for one process of ctags
 Result = collections.namedtuple("Result", "verdict path tag detail")
 # What the text between a declaration's first token and its name says.
 HEADS = (
-    ("defined outside its class", re.compile(r"::\s*$")),
     ("explicit instantiation", re.compile(r"^(?:extern\s+)?template\s+[^<\s]")),
     ("ctags: a statement", re.compile(r"^(?:return|else|do|new|delete|goto|throw|case|static_assert|_Static_assert)\b")),
     ("the comment is inside the declaration", re.compile(r"^[,)>=]")))
@@ -105,7 +104,7 @@ def check(tavidoc, path, records, always, folder):
             results.append(Result("found", path, tag, ""))
             continue
         shares = first_names[tag.number] is not tag
-        verdict = reason(text, code, tag, shares) or replaced(code, tag, found) or ("misplaced" if names else "lost")
+        verdict = reason(text, code, tag, shares) or outside(code, tag, found) or replaced(code, tag, found) or ("misplaced" if names else "lost")
         if names and other_word(code, tag, names):
             verdict = "ctags: another word of the declaration"
         results.append(Result(verdict, path, tag, " ".join(sorted(names)[:3])))
@@ -129,6 +128,8 @@ def reason(text, code, tag, shares):
     """Why a tag cannot be asked for, None if nothing is known."""
     if tag.start < 0:
         return "ctags: in a directive or comment"
+    if not tag.number:
+        return "defined outside its class as well"
     if shares:
         return "shares its declaration with another"
     head = code[tag.start:tag.name_at]
@@ -181,6 +182,13 @@ def other_word(code, tag, names):
         if re.fullmatch(r"[A-Z_][A-Z0-9_]*", tag.name) and re.search(r"(?<![\w~])%s\b" % name, head):
             return True  # name MACRO(argument)
     return False
+
+
+def outside(code, tag, found):
+    """A member that is defined outside its class needs the class in the same header."""
+    if is_outside(code, tag) and not any(member(other) == member(tag) and not other.number for other in found):
+        return "defined outside its class, which is elsewhere"
+    return None
 
 
 def replaced(code, tag, found):

@@ -113,7 +113,23 @@ def tags(code, records, always):
         start = after_macros(code, declaration_start(code, at), at, always) if at >= 0 else -1
         number = numbers.setdefault(start, len(numbers) + 1) if at >= 0 else 0
         result.append(Tag(name, line, start, at, record.get("scope", ""), number))
-    return result
+    return left_to_definitions(code, result)
+
+
+def is_outside(code, tag):
+    """Whether a member is defined outside its class."""
+    return tag.start >= 0 and code[tag.start:tag.name_at].rstrip().endswith("::")
+
+
+def member(tag):
+    """Class and name, without namespaces and template arguments."""
+    return re.sub(r"<.*$", "", tag.scope).rpartition("::")[2], tag.name
+
+
+def left_to_definitions(code, found):
+    """Members that are defined outside their class get no comment in it: number 0."""
+    outside = {member(tag) for tag in found if is_outside(code, tag)}
+    return [tag._replace(number=0) if member(tag) in outside and not is_outside(code, tag) else tag for tag in found]
 
 
 def joined_head(text, code, start, name_at):
@@ -129,7 +145,7 @@ def instrumented(text, code, found):
     """The text with a comment in front of each tag's declaration, and the comments' lines, from 1, by number."""
     pieces, last, line, lines = [], 0, 1, {}
     text = text.replace("/*!", "/* ")  # comments of the header itself make no pages
-    places = {tag.number: (tag.start, tag.number, tag.name_at) for tag in reversed(found) if tag.start >= 0}
+    places = {tag.number: (tag.start, tag.number, tag.name_at) for tag in reversed(found) if tag.number}
     for start, number, name_at in sorted(places.values()):
         piece = text[last:start]
         line += piece.count("\n")
