@@ -81,8 +81,12 @@ def run(tavidoc, text, path, folder):
         file.write(text)
     shutil.rmtree(pages, ignore_errors=True)
     os.mkdir(pages)
-    done = subprocess.run([tavidoc, "-o", pages, source], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300)
-    os.remove(source)
+    try:
+        done = subprocess.run([tavidoc, "-o", pages, source], stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300)
+    except subprocess.TimeoutExpired:
+        return pages, "no end within five minutes", -1
+    finally:
+        os.remove(source)
     return pages, done.stdout.decode("utf-8", "replace"), done.returncode
 
 
