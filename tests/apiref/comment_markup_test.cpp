@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QString>
+
 using namespace tavidoc;
 
 TEST(CommentMarkup, RowsOfComments)
@@ -28,9 +30,29 @@ TEST(CommentMarkup, RowsOfComments)
         {"code with a language loses it too", "!\n * \\code{js}\n *   a\n *  \\endcode\n *  b\n */",
          "\\code{js}\na\n\\endcode\n b"},
         {"what only looks like code", "!\n\\coded \\\\code \\code\n", "\\coded \\\\code \\code{c}"},
+        {"letters and digits continue a command's name", "!\n\\codea \\codez \\codeA \\codeZ \\code0 \\code9 \\code/\n",
+         "\\codea \\codez \\codeA \\codeZ \\code0 \\code9 \\code{c}/"},
+        {"signs next to letters and digits do not", "!\n\\code: \\code@ \\code[ \\code` \\code{x\n",
+         "\\code{c}: \\code{c}@ \\code{c}[ \\code{c}` \\code{x"},
+        {"tabs are blanks, a decorated line may be empty", "!\n\t*\ta\n\t*\n\t*", "a\n"},
+        {"a first line of blanks decides nothing", "!\n \n * a\n\n *\n", " \na\n\n"},
+        {"each block of code has an indentation of its own",
+         "!\n\\code\n    a\n\\endcode\n\\code\n  b\n c\n    d\n\\endcode\n",
+         "\\code{c}\na\n\\endcode\n\\code{c}\nb\nc\n  d\n\\endcode"},
+        {"a backslash ends a line", "!\n\\\n\\", "\\"},
     };
     for (const Row &row : rows)
         EXPECT_EQ(commentMarkup(row.comment, "f()"), row.markup) << row.name;
+}
+
+TEST(CommentMarkup, TextIsWhatDecorationLeaves)
+{
+    for (const char16_t *const none :
+         {u"", u"! a", u"! a\n b", u"!\n \t \n b", u"!\n *\n * \t\n\n\t*\n b", u"!\n \r\n \v\f\r\n", u"!\n *"})
+        EXPECT_FALSE(hasInnerText(none)) << QString::fromUtf16(none).toStdString();
+    for (const char16_t *const some : {u"!\na\n", u"!\n\n  a\n", u"!\n *\n * a\n", u"!\n *\n a\n", u"!\n \r\n *\n",
+                                       u"!\n *\n\n *a\n b", u"!\n\r\n a\n"})
+        EXPECT_TRUE(hasInnerText(some)) << QString::fromUtf16(some).toStdString();
 }
 
 TEST(CommentMarkup, OverviewsKeepTheirFirstLine)
@@ -38,6 +60,8 @@ TEST(CommentMarkup, OverviewsKeepTheirFirstLine)
     EXPECT_EQ(overviewMarkup("\\overview The text\n * goes on\n * here\n "), "\\overview The text\ngoes on\nhere\n ");
     EXPECT_EQ(overviewMarkup("\\overview\n ** a\n * b\n *** c\n "), "\\overview\na\nb\n* c\n ");
     EXPECT_EQ(overviewMarkup("one line"), "one line");
+    EXPECT_EQ(overviewMarkup("* a\n"), "* a\n");
+    EXPECT_EQ(overviewMarkup("\n\n b\n* c"), "\n\n b\n* c");
 }
 
 TEST(CommentMarkup, TextIsWhatDecorationLeaves)

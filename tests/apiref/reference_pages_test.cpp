@@ -164,4 +164,49 @@ int f;
                          "out/lib_h.htm (lib.h): <h3>API Summary</h3>" +
                              s_tableStart + caption("*** UNASSIGNED GROUP ***") +
                              entry("./A::B", "A::B", "A.B A::B A::B.f f") + entry("f", "f", "Of it.") + "</table>\n");
+
+TEST(ReferencePages, SummariesOfOddNamesAndTexts)
+{
+    const ReferenceRun run = runHeader(R"(/*!!
+ One.
+ */
+/*!!
+ Two.
+ */
+/*!
+ Where a \tt{<} b, x<3. Next.
+ */
+int less(void);
+/*!
+ \b{Version 1.5 is} <
+ */
+int open(void);
+namespace a { struct b {
+    /*!
+     See \xref{a::b::get} and \xref{get}
+     */
+    int get(void);
+};
+}
+/*!
+ Old.
+ \ingroup Lost
+ */
+int twice(int);
+/*!
+ New.
+ */
+int twice(char);
+)");
+    EXPECT_EQ(run.pages,
+              "out/get.htm (lib.h): <p>See <a href=\"get.htm\">a::b::get</a> and <a href=\"get.htm\">get</a></p>\n"
+              "out/less.htm (lib.h): <p>Where a <tt><</tt> b, x<3. Next.</p>\n"
+              "out/open.htm (lib.h): <p><b>Version 1.5 is</b> <</p>\n"
+              "out/twice.htm (lib.h): <p>Old.\n </p>\n"
+              "out/twice.htm (lib.h): <p>New.</p>\n"
+              "out/lib_h.htm (lib.h): <p>One.</p><p>Two.</p><h3>API Summary</h3>" +
+                  s_tableStart + caption("*** UNASSIGNED GROUP ***") + entry("get", "get", "See a::b::get and get") +
+                  entry("less", "less", "Where a < b, x<3.") + entry("open", "open", "Version 1.5 is <") +
+                  entry("twice", "twice", "New.") + "</table>\n");
+    EXPECT_EQ(run.messages, "warning: docgen: lib.h:27: the page of twice replaces the one documented in line 22\n");
 }
