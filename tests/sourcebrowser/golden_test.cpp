@@ -1,0 +1,95 @@
+#include "tests/support/header_text.h"
+
+#include <gtest/gtest.h>
+
+#include <QFile>
+
+using namespace tavidoc;
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString goldenFile(const std::string &subject)
+{
+    return QStringLiteral(TAVIDOC_SOURCE_DIR "/tests/sourcebrowser/golden/") + QString::fromStdString(subject) +
+           u".txt"_s;
+}
+
+QString contents(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// Name, lines (counted from 0), access, rendering, bases, flags, comment and its line, as far as \a object has them.
+QString objectText(const SourceBrowserObject &object)
+{
+    const SourceBrowserObject::Lines &lines = object.lines();
+    QString text = u"%1 %2..%3"_s.arg(object.qualifiedName()).arg(lines.first).arg(lines.last);
+    if (lines.bodyFirst >= 0 || lines.bodyLast >= 0)
+        text += u" body %1..%2"_s.arg(lines.bodyFirst).arg(lines.bodyLast);
+    text += u" access %1 | %2"_s.arg(QString::number(object.access()), object.description().simplified());
+    if (const auto *container = dynamic_cast<const SourceBrowserContainer *>(&object)) {
+        for (const SourceBrowserBaseClass &base : container->baseClasses())
+            text += u" | base %1 %2%3"_s.arg(QString::number(base.access), base.isVirtual ? u"virtual "_s : QString(),
+                                             base.name);
+    }
+    if (const auto *method = dynamic_cast<const SourceBrowserMethod *>(&object)) {
+        const std::pair<bool, QString> flags[] = {{method->isStatic, u" static"_s},
+                                                  {method->isVirtual, u" virtual"_s},
+                                                  {method->isConst, u" const"_s},
+                                                  {method->isPure, u" pure"_s},
+                                                  {method->isDeleted, u" deleted"_s}};
+        for (const auto &[isSet, name] : flags)
+            text += isSet ? name : QString();
+    }
+    if (!object.documentation().isEmpty())
+        text += u" | comment %1 at %2"_s.arg(object.documentation().simplified()).arg(object.documentationLine());
+    return text;
+}
+
+/// What is heard of the header in \a row and what its model holds; the sentence and the header stay.
+QString reread(const QString &row)
+{
+    const QString source = row.left(row.indexOf(u"\n---\n"_s));
+    SourceBrowserModel model;
+    HeaderParser parser(model);
+    parser.parseText(source.section(u'\n', 1));
+    QString result = source + u"\n---\n"_s;
+    for (const QString &event : parser.heard.sliced(1, parser.heard.size() - 2)) // without the group around all
+        result += event + u'\n';
+    result += u"=>\n"_s;
+    for (const auto *collection :
+         {&model.containers(), &model.functions(), &model.variables(), &model.enumerations(), &model.macros()}) {
+        for (const SourceBrowserObject *object : *collection)
+            result += objectText(*object) + u'\n';
+    }
+    return result;
+}
+
+class GoldenHeaders : public testing::TestWithParam<std::string>
+{
+};
+
+/// Each file is a row of examples: a sentence, a header, the events and the declarations of the header. With
+/// TAVIDOC_UPDATE set the latter are written anew.
+TEST_P(GoldenHeaders, AreReadAsBefore)
+{
+    const QString name = goldenFile(GetParam());
+    QStringList rows = contents(name).split(u"=== "_s, Qt::SkipEmptyParts);
+    ASSERT_GT(rows.size(), 3);
+    for (QString &row : rows) {
+        const QString result = reread(row);
+        if (qEnvironmentVariableIsSet("TAVIDOC_UPDATE"))
+            row = result;
+        EXPECT_EQ(row.toStdString(), result.toStdString());
+    }
+    QFile file(name);
+    if (qEnvironmentVariableIsSet("TAVIDOC_UPDATE") && file.open(QIODevice::WriteOnly))
+        file.write((u"=== "_s + rows.join(u"=== "_s)).toUtf8());
+}
+
+INSTANTIATE_TEST_SUITE_P(Headers, GoldenHeaders, testing::Values("conditionals", "containers", "recovery"));
+
+} // namespace
