@@ -54,7 +54,7 @@ void SourceBrowserCParser::reset()
     m_ownModel = m_model ? nullptr : std::make_unique<SourceBrowserModel>();
     m_objects = m_model ? m_model : m_ownModel.get();
     m_statistics = {};
-    m_given.reset();
+    m_given.clear();
     m_contexts.clear();
     m_contexts.emplace_back();
     m_context = &m_contexts.front();
@@ -73,9 +73,19 @@ void SourceBrowserCParser::complain(int line, const QString &message)
 
 SourceBrowserTokenRecord SourceBrowserCParser::next()
 {
-    if (m_given)
-        return *std::exchange(m_given, std::nullopt);
-    return m_scanner->read();
+    if (m_given.empty())
+        return m_scanner->read();
+    const Token token = m_given.back();
+    m_given.pop_back();
+    return token;
+}
+
+/// The next token, which stays where it is.
+SourceBrowserTokenRecord SourceBrowserCParser::peek()
+{
+    const Token token = nextWithExtensions();
+    giveBack(token);
+    return token;
 }
 
 /// The next token that is no compiler extension. Several in a row vanish.
@@ -102,6 +112,7 @@ SourceBrowserCParser::Context *SourceBrowserCParser::open(Body body, SourceBrows
     context.parent = m_context;
     context.container = container;
     context.depth = m_context->depth + 1;
+    context.containers = m_context->containers + (body != Body::Block);
     context.scope = container->qualifiedName();
     context.column = m_pending.column;
     m_context = &context;
@@ -148,7 +159,10 @@ void SourceBrowserCParser::statement(const Token &first)
             skipBraces(m_depth);
         return;
     }
-    m_scanner->releaseLines();
+    if (first.is(Skipped))
+        return;
+    if (m_given.empty()) // else a token that was read ahead may be on another line
+        m_scanner->releaseLines();
     closeLostContainers(first);
     switch (first.code) {
     case '}':
@@ -160,7 +174,8 @@ void SourceBrowserCParser::statement(const Token &first)
         }
         return;
     case Using:
-        return skipUntil(';');
+        skipUntil(';');
+        return m_scanner->pendingComment().clear(); // it documents nothing
     case Namespace:
         return namespaceStatement(first);
     default:
@@ -172,13 +187,37 @@ void SourceBrowserCParser::statement(const Token &first)
         return accessLabel(first);
     if (first.is('{'))
         return skipGroup(first);
-    const bool begins =
-        first.isIdentifier() || first.is(Scope) || first.is('~') || first.is('[') || first.code >= Class;
-    if (!begins || first.is(Ellipsis) || first.is(Number) || first.is(Skipped))
-        return;
-    if (first.isIdentifier() && bodyStatement(first))
+    if (first.is(String))
+        return stringStatement();
+    if (!beginsDeclaration(first) || (first.isIdentifier() && bodyStatement(first)))
         return;
     declaration(first);
+}
+
+/// Whether a declaration may begin with \a first. Every other token is passed over alone.
+bool SourceBrowserCParser::beginsDeclaration(const Token &first)
+{
+    switch (first.code) {
+    case '[':
+        return peek().is('[');
+    case '~':
+    case Scope:
+        return peek().isIdentifier();
+    case Ellipsis:
+    case Number:
+        return false;
+    default:
+        return first.code >= Class;
+    }
+}
+
+/// A string belongs to no declaration, but what is in braces after it is read at file level.
+void SourceBrowserCParser::stringStatement()
+{
+    if (isInClass() || !peek().is('{'))
+        return;
+    next();
+    open(Body::Block, m_context->container);
 }
 
 /// Complains of what does not belong in a structure behind "typedef". False when \a first is
@@ -221,18 +260,30 @@ bool SourceBrowserCParser::bodyStatement(const Token &first)
 
 void SourceBrowserCParser::accessLabel(const Token &first)
 {
-    Token token = nextWithExtensions();
-    for (int words = 0; token.isIdentifier() && words < 2; ++words)
-        token = nextWithExtensions();
-    if (!token.is(':'))
-        giveBack(token);
     if (!isInClass())
         return;
-    m_context->access = first.is(Private)     ? SourceBrowserObject::Private
-                        : first.is(Protected) ? SourceBrowserObject::Protected
-                                              : SourceBrowserObject::Public;
+    const Token token = nextWithExtensions();
+    if (token.isIdentifier()) { // "public Q_SLOTS:"
+        const Token colon = nextWithExtensions();
+        if (!colon.is(':')) {
+            giveBack(colon);
+            giveBack(token);
+        }
+    } else if (!token.is(':')) {
+        giveBack(token);
+    }
+    setAccess(first.is(Private)     ? SourceBrowserObject::Private
+              : first.is(Protected) ? SourceBrowserObject::Protected
+                                    : SourceBrowserObject::Public,
+              first.line - 1);
+}
+
+/// The access of the members that follow; the label is on \a line, counted from 0.
+void SourceBrowserCParser::setAccess(SourceBrowserObject::Access access, int line)
+{
+    m_context->access = access;
     if (m_events)
-        m_events->visibilityChange(m_context->access, first.line - 1);
+        m_events->visibilityChange(access, line);
 }
 
 /// A declaration of the file that begins where the class around it began, left of the class's
@@ -261,7 +312,7 @@ bool SourceBrowserCParser::isInClass() const
 
 bool SourceBrowserCParser::isTooDeep() const
 {
-    return m_context->depth >= s_deepestContainer;
+    return m_context->containers >= s_deepestContainer;
 }
 
 } // namespace tavidoc

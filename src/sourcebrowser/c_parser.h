@@ -24,7 +24,6 @@
 #include "sourcebrowser/pending_declaration.h"
 
 #include <deque>
-#include <optional>
 
 namespace tavidoc {
 
@@ -128,6 +127,7 @@ private:
         SourceBrowserContainer *container = nullptr;
         SourceBrowserObject::Access access = SourceBrowserObject::Public; ///< of the members to come
         int depth = 0;
+        int containers = 0;      ///< how many of the contexts, from the outermost to this one, are containers
         int column = 0;          ///< where the declaration began
         int memberColumn = -1;   ///< where the first member began
         bool mayBeStray = false; ///< opened in a conditional that ended without closing it
@@ -165,7 +165,11 @@ private:
     void noteCondition(const Token &token);
     void switchTo(Context *context);
     void skipBranches();
-    void giveBack(const Token &token) { m_given = token; }
+    /// The token comes next, before those that were given back earlier.
+    void giveBack(const Token &token) { m_given.push_back(token); }
+    [[nodiscard]] Token peek();
+    [[nodiscard]] bool isLabel();
+    [[nodiscard]] bool isName(const Token &keyword);
     void reset();
     void complain(int line, const QString &message);
 
@@ -186,7 +190,17 @@ private:
     void begin(const Token &first);
     bool collect(const Token &token);
     bool collectPart(const Token &token);
-    void restart(const Token &token);
+    bool cutOff(const Token &token);
+    void leave();
+    bool endsWithSection(const Token &colon);
+    void setAccess(SourceBrowserObject::Access access, int line);
+    std::vector<SourceBrowserDeclarator> readPending(bool wantsFunction);
+    bool declareAll();
+    bool conceptDeclaration();
+    void stringStatement();
+    [[nodiscard]] bool beginsDeclaration(const Token &first);
+    [[nodiscard]] const Context &home() const;
+    [[nodiscard]] bool isConditionalInside() const;
     bool branchInDeclaration(const Token &token);
     bool isComparison(const Token &equals);
     bool isFollowedBy(int code);
@@ -203,6 +217,7 @@ private:
     void declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment, const Token *brace);
     void addMethod(SourceBrowserContainer &container, std::unique_ptr<SourceBrowserMethod> method);
     void matchDefinition(const SourceBrowserDeclarator &declarator, const SourceBrowserMethod &definition);
+    [[nodiscard]] SourceBrowserContainer *qualifiedContainer(const QString &name) const;
     void nameComposed(SourceBrowserObject &composed, const QString &name);
     [[nodiscard]] QString className() const;
 
@@ -222,6 +237,7 @@ private:
     [[nodiscard]] bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
     [[nodiscard]] QString composedType(const Token &keyword, const QString &name) const;
     [[nodiscard]] bool opensClass() const;
+    [[nodiscard]] size_t headBegin() const;
     [[nodiscard]] QString headName(size_t from) const;
     [[nodiscard]] std::vector<SourceBrowserBaseClass> baseClasses(size_t from) const;
     SourceBrowserContainer *merge(std::unique_ptr<SourceBrowserContainer> container);
@@ -236,7 +252,7 @@ private:
     QString m_overview;
     std::vector<SourceBrowserOverviewComment> m_overviewComments;
 
-    std::optional<Token> m_given; ///< the next token, read before
+    std::vector<Token> m_given; ///< tokens that were read and come again, the next one last
     std::deque<Context> m_contexts;
     std::vector<std::unique_ptr<SourceBrowserObject>> m_absorbed; ///< containers that contexts may still name
     Context *m_context = nullptr;

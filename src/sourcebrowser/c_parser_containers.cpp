@@ -18,9 +18,12 @@ void SourceBrowserCParser::namespaceStatement(const Token &first)
         } else if (token.is('=') || token.is(';')) { // an alias
             if (token.is('='))
                 skipUntil(';');
+            m_pending.comment.clear();
             return endDeclaration();
-        } else if (token.is('[') || token.is('(')) {
+        } else if (token.is('[') && peek().is('[')) {
             skipGroup(token);
+        } else if (token.is(Skipped)) {
+            continue;
         } else if (token.isIdentifier() && name.isEmpty()) {
             name = token.text.toString();
         } else {
@@ -57,6 +60,41 @@ SourceBrowserContainer *SourceBrowserCParser::merge(std::unique_ptr<SourceBrowse
     return static_cast<SourceBrowserContainer *>(&m_objects->add(*m_context->container, std::move(container)));
 }
 
+namespace {
+
+using Tokens = std::vector<SourceBrowserTokenRecord>;
+
+bool isInCapitals(QStringView text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); });
+}
+
+/// Whether the group at \a open holds a number, a word or a basic type and so cannot be the arguments
+/// of a function that has a body: those have names.
+bool isAttributeCall(const Tokens &tokens, size_t open)
+{
+    size_t close = open + 1;
+    bool areTypes = true;
+    for (; close < tokens.size() && !tokens[close].is(')'); ++close)
+        areTypes &= tokens[close].word == Word::BasicType && tokens[close].text != u"void";
+    const size_t count = close - open - 1;
+    if (count == 0)
+        return false;
+    const SourceBrowserTokenRecord &first = tokens[open + 1];
+    return areTypes || first.is(Number) || first.is(String) ||
+           (count == 1 && first.isIdentifier() && first.word == Word::Plain);
+}
+
+} // namespace
+
+/// The index at which the head of the container or enumeration begins, after its keyword.
+size_t SourceBrowserCParser::headBegin() const
+{
+    const size_t at = static_cast<size_t>(m_pending.key) + 1;
+    const bool isCall = at < m_pending.tokens.size() && m_pending.tokens[at].is(')'); // "ALIGNED(class) point"
+    return isCall ? at + 1 : at;
+}
+
 /// Whether the "{" after the tokens opens the container that their last keyword begins, and not the
 /// body of a function that returns one.
 bool SourceBrowserCParser::opensClass() const
@@ -64,7 +102,10 @@ bool SourceBrowserCParser::opensClass() const
     const std::vector<Token> &tokens = m_pending.tokens;
     bool hasName = false;
     int angles = 0;
-    for (size_t at = static_cast<size_t>(m_pending.key) + 1; at < tokens.size(); ++at) {
+    const auto key = static_cast<size_t>(m_pending.key);
+    const bool isScopedEnum = tokens[key].is(Enum) && key + 1 < tokens.size() &&
+                              (tokens[key + 1].is(Class) || tokens[key + 1].is(Struct)); // no function returns one
+    for (size_t at = headBegin(); at < tokens.size(); ++at) {
         const Token &token = tokens[at];
         if (token.is(':'))
             return true;
@@ -79,22 +120,26 @@ bool SourceBrowserCParser::opensClass() const
             while (at + 1 < tokens.size() && !(tokens[at].is(')') && tokens[at + 1].isIdentifier()))
                 ++at;
         } else if (token.isIdentifier()) {
-            const bool isMacro = at + 1 < tokens.size() && tokens[at + 1].is('(');
-            hasName |= !isMacro &&
-                       std::any_of(token.text.begin(), token.text.end(), [](QChar unit) { return unit.isLower(); });
-            if (isMacro && hasName)
-                return false;
+            const bool isCall = at + 1 < tokens.size() && tokens[at + 1].is('(');
+            hasName |= !isCall && !isInCapitals(token.text);
+            if (isCall && hasName) {
+                if (!isScopedEnum && (!isInCapitals(token.text) || !isAttributeCall(tokens, at + 1)))
+                    return false;
+                while (at + 1 < tokens.size() && !tokens[at].is(')'))
+                    ++at;
+            }
         } else if (token.is('[')) {
             while (at < tokens.size() && !tokens[at].is(']'))
                 ++at;
-        } else if (!token.is(Scope) && !token.is(Class) && !token.is(Struct) && !token.is(']')) {
+        } else if (!token.is(Scope) && !token.is(Class) && !token.is(Struct) && !token.is(']') && !token.is(')')) {
             return false;
         }
     }
     return true;
 }
 
-/// The last run of words joined by "::" after index \a from, up to a ":" or the end.
+/// The last run of words joined by "::" after index \a from, up to a ":" or the end. A word in capitals
+/// after a name with small letters is a macro.
 QString SourceBrowserCParser::headName(size_t from) const
 {
     const std::vector<Token> &tokens = m_pending.tokens;
@@ -107,7 +152,8 @@ QString SourceBrowserCParser::headName(size_t from) const
         if ((token.is('<') && isAngle) || token.is('(') || token.is('['))
             ++nesting;
         if (nesting == 0 && token.isIdentifier() && token.text != u"final" && token.word != Word::Storage) {
-            const bool isMacro = at + 1 < tokens.size() && tokens[at + 1].is('(');
+            const bool isMacro = (at + 1 < tokens.size() && tokens[at + 1].is('(')) ||
+                                 (!joins && isInCapitals(token.text) && !isInCapitals(name));
             if (!isMacro)
                 name = joins ? name + "::"_L1 + token.text.toString() : token.text.toString();
         }
@@ -155,7 +201,7 @@ void SourceBrowserCParser::classBody()
     const auto key = static_cast<size_t>(m_pending.key);
     const Token keyword = m_pending.tokens[key];
     const bool isStructure = !keyword.is(Class) && (m_pending.isTypedef || m_context->body == Body::Structure);
-    QString name = headName(key + 1);
+    QString name = headName(headBegin());
     const bool isNamed = !name.isEmpty();
     if (!isNamed)
         name = SourceBrowserContainer::anonymousName();
@@ -163,7 +209,7 @@ void SourceBrowserCParser::classBody()
     auto object = std::make_unique<SourceBrowserContainer>(phylum, name);
     place(*object, m_pending.line);
     attachComment(*object, m_pending.line);
-    object->setBaseClasses(baseClasses(key + 1));
+    object->setBaseClasses(baseClasses(headBegin()));
     // Deliberate: the event of a structure outside a typedef says "class", its object "structure".
     const auto told = isStructure ? SourceBrowserObject::Structure : SourceBrowserObject::Class;
     if (m_events)
@@ -248,7 +294,7 @@ bool SourceBrowserCParser::isComposedMacro(const SourceBrowserDeclarator &declar
 void SourceBrowserCParser::enumBody(const Token &brace)
 {
     const auto key = static_cast<size_t>(m_pending.key);
-    QString name = headName(key + 1);
+    QString name = headName(headBegin());
     const bool isNamed = !name.isEmpty();
     auto object = std::make_unique<SourceBrowserEnum>(SourceBrowserObject::Unknown,
                                                       isNamed ? name : SourceBrowserContainer::anonymousName());

@@ -26,6 +26,8 @@ void SourceBrowserCParser::begin(const Token &first)
     m_pending.tokens = std::move(tokens);
     m_pending.line = first.line - 1;
     m_pending.column = first.column;
+    m_pending.lastLine = first.line;
+    m_pending.className = className();
     std::swap(comment, m_scanner->pendingComment());
     m_scanner->pendingComment().clear();
     m_pending.comment = std::move(comment);
@@ -58,6 +60,8 @@ bool SourceBrowserCParser::collect(const Token &token)
         return true;
     case ConditionalBegin:
     case ConditionalEnd:
+        if (token.is(ConditionalBegin) || isConditionalInside())
+            m_pending.lastLine = token.line;
         noteCondition(token);
         return true;
     case ConditionalBranch:
@@ -70,6 +74,13 @@ bool SourceBrowserCParser::collect(const Token &token)
 /// Takes a token that neither ends the declaration by itself nor branches it.
 bool SourceBrowserCParser::collectPart(const Token &token)
 {
+    if (token.word == Word::Keyword && isName(token)) {
+        Token name = token;
+        name.code = Identifier;
+        name.word = Word::Plain;
+        m_pending.note(name);
+        return true;
+    }
     switch (token.code) {
     case '=':
         if (m_pending.parentheses == 0 && !m_pending.isOperator() && !isComparison(token))
@@ -78,10 +89,24 @@ bool SourceBrowserCParser::collectPart(const Token &token)
     case ':':
         if (m_pending.key < 0 && m_pending.isAfterArguments())
             return constructorInitialisers();
-        if (m_pending.tokens.size() == 1 && m_context->body == Body::Class) { // a section of somebody's own
+        if (m_context->body == Body::Class && endsWithSection(token)) {
             endDeclaration();
             return false;
         }
+        break;
+    case ')':
+        if (m_scanner->pendingComment().isPresent())
+            m_scanner->pendingComment().clear(); // it is the arguments'
+        break;
+    case Skipped:
+        if (!m_pending.isInText())
+            return true;
+        break;
+    case Public:
+    case Protected:
+    case Private:
+        if (m_pending.parentheses == 0 && isInClass() && isLabel())
+            return cutOff(token);
         break;
     case String:
         if (m_pending.parentheses == 0 && !m_pending.tokens.empty() && !m_pending.endsWith(Extern) &&
@@ -96,38 +121,117 @@ bool SourceBrowserCParser::collectPart(const Token &token)
         break;
     case Using:
     case Namespace:
-        if (m_pending.parentheses == 0) {
-            m_pending.isCutOff = true;
-            finish();
-            giveBack(token);
-            return false;
-        }
+        if (m_pending.parentheses == 0)
+            return cutOff(token);
         break;
     default:
         break;
     }
-    if (m_pending.restartsWith(token, m_scanner->pendingComment().isPresent()))
-        restart(token);
+    SourceBrowserPendingComment &next = m_scanner->pendingComment();
+    if (m_pending.restartsWith(token, next)) {
+        leave();
+        begin(token);
+    } else if (next.isPresent() && !m_pending.comment.isPresent() && m_pending.isMacroRun()) {
+        std::swap(m_pending.comment, next);
+    }
     m_pending.note(token);
     return true;
 }
 
-/// What was collected are macros on lines of their own; the declaration begins with \a token.
-void SourceBrowserCParser::restart(const Token &token)
+/// Ends the declaration before its ";", because \a token begins something else.
+bool SourceBrowserCParser::cutOff(const Token &token)
 {
-    SourceBrowserPendingComment between = std::move(m_scanner->pendingComment());
-    finish(); // one of them may wrap a declaration
+    leave();
+    giveBack(token);
+    return false;
+}
+
+/// Declares what was collected before something that does not belong to it, macros on lines of
+/// their own for the most part. A comment after them is that of what follows.
+void SourceBrowserCParser::leave()
+{
+    SourceBrowserPendingComment between;
+    if (m_pending.isReplacedBy(m_scanner->pendingComment()))
+        std::swap(between, m_scanner->pendingComment());
+    m_pending.isCutOff = true;
+    finish();
     if (between.isPresent())
         m_scanner->pendingComment() = std::move(between);
-    begin(token);
+}
+
+/// Whether the word before \a colon is a user-defined access label: alone, or on a line of its own
+/// after macros.
+bool SourceBrowserCParser::endsWithSection(const Token &colon)
+{
+    const std::vector<Token> &tokens = m_pending.tokens;
+    if (tokens.size() == 1)
+        return true;
+    if (tokens.size() < 2 || !tokens.back().isIdentifier() || !m_pending.isMacroRun())
+        return false;
+    const bool isSignals = tokens.back().text == u"Q_SIGNALS";
+    if (!isSignals && tokens.back().line == tokens[tokens.size() - 2].line)
+        return false;
+    if (isSignals)
+        setAccess(SourceBrowserObject::Public, colon.line - 1);
+    return true;
+}
+
+/// Whether \a keyword, which C does not have, is a name: after a type, before what follows a declarator.
+bool SourceBrowserCParser::isName(const Token &keyword)
+{
+    if (m_pending.tokens.empty() || m_pending.parentheses > 0)
+        return false;
+    const Token &before = m_pending.tokens.back();
+    if (!before.isIdentifier() && !before.is('*') && !before.is('&'))
+        return false;
+    switch (keyword.code) {
+    case Class:
+    case Public:
+    case Protected:
+    case Private:
+    case Virtual:
+    case Friend:
+    case Using:
+    case Template:
+    case Namespace: {
+        const int next = peek().code;
+        return next == ';' || next == ',' || next == '=' || next == '[' || next == '(' ||
+               (next == ':' && keyword.line == before.line && !m_pending.isMacroRun());
+    }
+    case Throw:
+    case Operator:
+        return peek().is(';');
+    default:
+        return false;
+    }
+}
+
+/// Whether an access keyword that was just read begins a label and not a base class or a member.
+bool SourceBrowserCParser::isLabel()
+{
+    const Token word = nextWithExtensions();
+    bool isLabel = word.is(':');
+    if (isLabel || word.isIdentifier()) {
+        const Token next = nextWithExtensions();
+        isLabel = isLabel ? !next.is(Number) : next.is(':');
+        giveBack(next);
+    }
+    giveBack(word);
+    return isLabel;
+}
+
+/// Whether the innermost conditional began inside the declaration that is being read.
+bool SourceBrowserCParser::isConditionalInside() const
+{
+    return !m_conditions.empty() && m_conditions.back().declaration == m_declarationNumber &&
+           m_conditions.back().insideDeclaration;
 }
 
 /// "#else" inside a declaration: only the first branch counts when the conditional began inside
 /// it; otherwise the declaration ends here, and the next branch has its own.
 bool SourceBrowserCParser::branchInDeclaration(const Token &token)
 {
-    if (!m_conditions.empty() && m_conditions.back().declaration == m_declarationNumber &&
-        m_conditions.back().insideDeclaration) {
+    if (isConditionalInside() && !m_pending.isMacroRun()) {
         skipBranches();
         return true;
     }
@@ -158,6 +262,8 @@ bool SourceBrowserCParser::isFollowedBy(int code)
 /// Skips an initialiser up to the "," or ";" after it and keeps its first token.
 bool SourceBrowserCParser::initialiser(const Token &equals)
 {
+    if (m_pending.isTemplate && m_pending.tokens.size() == 2 && m_pending.tokens.front().text == u"concept")
+        return conceptDeclaration();
     m_pending.tokens.push_back(equals);
     m_pending.isInitialised = true;
     for (bool isFirst = true;; isFirst = false) {
@@ -239,18 +345,20 @@ bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
 
 void SourceBrowserCParser::finishWithBody(const Token &brace)
 {
-    std::vector<SourceBrowserDeclarator> declarators;
-    if (!m_pending.isFriend)
-        declarators = m_reader.read(m_pending.tokens, className(), m_pending.isTypedef);
-    if (!declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Function)
+    const bool isMacroRun = m_pending.isMacroRun();
+    const std::vector<SourceBrowserDeclarator> declarators = readPending(true);
+    if (!declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Function) {
         declareFunction(declarators.front(), true, &brace);
-    else
+    } else {
+        if (!isMacroRun)
+            m_pending.comment.clear();
         skipGroup(brace);
+    }
     endDeclaration();
     m_afterBody = true;
 }
 
-/// Comments inside the declaration are gone; one that it did not take waits on.
+/// Comments inside the declaration are gone; one that macros did not take waits on.
 void SourceBrowserCParser::endDeclaration()
 {
     restoreComment();
@@ -266,7 +374,11 @@ void SourceBrowserCParser::restoreComment()
 
 QString SourceBrowserCParser::className() const
 {
-    return isInClass() ? m_context->container->name() : QString();
+    if (!isInClass() || m_pending.isFriend)
+        return {};
+    const QString &name = m_context->container->name();
+    const qsizetype colon = name.lastIndexOf(u':'); // "class Outer::Inner"
+    return colon < 0 ? name : name.mid(colon + 1);
 }
 
 } // namespace tavidoc

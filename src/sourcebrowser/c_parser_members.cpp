@@ -5,14 +5,68 @@ namespace tavidoc {
 using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
 
-/// Declares what was collected.
+namespace {
+
+/// A class template is known under its bare name: `Outer<T>::Inner<U>` is "Outer::Inner".
+QString withoutTemplateArguments(const QString &name)
+{
+    if (!name.contains(u'<'))
+        return name;
+    QString bare;
+    int nesting = 0;
+    for (const QChar unit : name) {
+        nesting += unit == u'<';
+        if (nesting == 0 && !unit.isSpace())
+            bare += unit;
+        nesting -= unit == u'>' && nesting > 0;
+    }
+    return bare;
+}
+
+} // namespace
+
+/// Declares what was collected. What declares nothing uses its comment up, except for macros.
 void SourceBrowserCParser::finish()
 {
-    if (m_pending.isFriend || m_pending.tokens.empty() || (m_pending.isCutOff && m_pending.holdsCapitalsOnly()))
+    const bool isMacroRun = m_pending.isMacroRun();
+    const bool isWrapper = isMacroRun && m_pending.endsWithWrapper();
+    if (m_pending.tokens.empty() || (m_pending.isCutOff && isMacroRun && !isWrapper))
         return endDeclaration();
+    if (isWrapper)
+        m_pending.keepLastCall();
+    if (!declareAll() && !isMacroRun)
+        m_pending.comment.clear();
+    endDeclaration();
+}
+
+/// Reads what was collected. Macro calls on lines of their own before it do not take part, unless it
+/// needs them for a type, as in `API(int)` on the line before `f(void)`.
+std::vector<SourceBrowserDeclarator> SourceBrowserCParser::readPending(bool wantsFunction)
+{
+    std::vector<Token> &tokens = m_pending.tokens;
+    const auto macros = static_cast<std::ptrdiff_t>(m_pending.leadingCalls());
+    const bool mayStandAlone = macros > 0 && (tokens[static_cast<size_t>(macros)].isIdentifier() ||
+                                              tokens[static_cast<size_t>(macros)].word == Word::Keyword);
+    if (mayStandAlone) {
+        std::vector<Token> rest(tokens.begin() + macros, tokens.end());
+        std::vector<SourceBrowserDeclarator> declarators = m_reader.read(rest, className(), m_pending.isTypedef);
+        if (!declarators.empty() && !declarators.front().type.text.isEmpty() &&
+            (wantsFunction ? declarators.front().kind == SourceBrowserDeclarator::Function
+                           : declarators.front().kind != SourceBrowserDeclarator::Nothing))
+            return declarators;
+    }
+    return m_reader.read(tokens, className(), m_pending.isTypedef);
+}
+
+/// Declares every declarator of what was collected. False when there is none.
+bool SourceBrowserCParser::declareAll()
+{
+    if (m_pending.isInstantiation)
+        return false;
     bool isFirst = true;
+    bool declares = false;
     QString newName;
-    for (SourceBrowserDeclarator &declarator : m_reader.read(m_pending.tokens, className(), m_pending.isTypedef)) {
+    for (SourceBrowserDeclarator &declarator : readPending(false)) {
         if (!newName.isEmpty() && !m_composedIsNamed) { // `*B` in `typedef struct {...} A, *B;` is an `A *`
             const qsizetype removed = m_composedType.size();
             declarator.type.text.replace(0, removed, newName);
@@ -21,17 +75,32 @@ void SourceBrowserCParser::finish()
         }
         if (isComposedMacro(declarator))
             continue;
-        if (declarator.kind == SourceBrowserDeclarator::Function) {
+        const bool isFunction = declarator.kind == SourceBrowserDeclarator::Function;
+        declares |= isFunction || (declarator.kind == SourceBrowserDeclarator::Object && !m_pending.isFriend);
+        if (isFunction) {
             declareFunction(declarator, isFirst, nullptr);
         } else if (m_composed && isFirst && m_pending.isTypedef && declarator.isBarePlainName) {
             newName = declarator.name;
             nameComposed(*m_composed, newName);
-        } else if (declarator.kind == SourceBrowserDeclarator::Object) {
+        } else if (declarator.kind == SourceBrowserDeclarator::Object && !m_pending.isFriend) {
             declareObject(declarator, isFirst);
         }
         isFirst = false;
     }
+    return declares;
+}
+
+/// Declares `concept C`, whose constraint follows. A concept is an object of the kind of a typedef.
+bool SourceBrowserCParser::conceptDeclaration()
+{
+    SourceBrowserDeclarator declarator;
+    declarator.name = m_pending.tokens.back().text.toString();
+    declarator.type.text = u"concept"_s;
+    m_pending.isTypedef = true;
+    skipUntil(';');
+    declareObject(declarator, true);
     endDeclaration();
+    return false;
 }
 
 /// Gives \a composed, the type that was just read, the name of its typedef. A container of that name that is
@@ -56,10 +125,19 @@ void SourceBrowserCParser::attachComment(SourceBrowserObject &object, int line)
     m_pending.comment.clear();
 }
 
+/// Where what is being declared belongs: a friend is a function of the scope around the class.
+const SourceBrowserCParser::Context &SourceBrowserCParser::home() const
+{
+    const Context *context = m_context;
+    while (m_pending.isFriend && (context->body == Body::Class || context->body == Body::Structure))
+        context = context->parent;
+    return *context;
+}
+
 void SourceBrowserCParser::place(SourceBrowserObject &object, int line)
 {
-    object.setAccess(m_context->access);
-    object.setScope(m_context->scope);
+    object.setAccess(home().access);
+    object.setScope(home().scope);
     object.setDeclarationFile(m_file);
     object.setLines({line, -1, -1, -1});
 }
@@ -87,7 +165,7 @@ void SourceBrowserCParser::declareObject(const SourceBrowserDeclarator &declarat
 void SourceBrowserCParser::declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment,
                                            const Token *brace)
 {
-    SourceBrowserContainer &container = *m_context->container; // the body's conditionals may change the context
+    SourceBrowserContainer &container = *home().container; // the body's conditionals may change the context
     auto method = std::make_unique<SourceBrowserMethod>(declarator.name, declarator.type);
     method->setArguments(declarator.arguments);
     place(*method, m_pending.line);
@@ -113,8 +191,11 @@ void SourceBrowserCParser::declareFunction(const SourceBrowserDeclarator &declar
         m_events->endContainer();
     if (takesComment)
         attachComment(*method, brace ? lines.bodyFirst : m_pending.line);
-    if (!declarator.qualifier.isEmpty())
-        return matchDefinition(declarator, *method);
+    if (!declarator.qualifier.isEmpty()) {
+        if (!m_pending.isFriend) // else a member of another class, which declares it
+            matchDefinition(declarator, *method);
+        return;
+    }
     addMethod(container, std::move(method));
 }
 
@@ -137,25 +218,37 @@ void SourceBrowserCParser::addMethod(SourceBrowserContainer &container, std::uni
     m_objects->add(container, std::move(method));
 }
 
+/// The container that \a name means here, in which "::" separates the names.
+SourceBrowserContainer *SourceBrowserCParser::qualifiedContainer(const QString &name) const
+{
+    QString withStops = name;
+    withStops.replace("::"_L1, "."_L1);
+    if (withStops.startsWith(u'.'))
+        withStops.remove(0, 1);
+    // The name of a class that is itself defined outside its container holds the colons.
+    for (const QString &candidate : {withStops, name}) {
+        SourceBrowserContainer *container =
+            m_context->scope.isEmpty() ? nullptr : m_objects->container(m_context->scope + u'.' + candidate);
+        if (!container)
+            container = m_objects->container(candidate);
+        if (container)
+            return container;
+    }
+    return nullptr;
+}
+
 /// A definition outside its class: its lines go to the declaration in the class, and its comment
 /// when that has none.
 void SourceBrowserCParser::matchDefinition(const SourceBrowserDeclarator &declarator,
                                            const SourceBrowserMethod &definition)
 {
-    QString name = declarator.qualifier;
-    name.replace("::"_L1, "."_L1);
-    if (name.startsWith(u'.'))
-        name.remove(0, 1);
-    SourceBrowserContainer *container =
-        m_context->scope.isEmpty() ? nullptr : m_objects->container(m_context->scope + u'.' + name);
+    const QString name = withoutTemplateArguments(declarator.qualifier);
+    const SourceBrowserContainer *container = qualifiedContainer(name);
     if (!container)
-        container = m_objects->container(name);
-    if (!container)
-        return complain(m_pending.line + 1, "Class "_L1 + declarator.qualifier + " not found"_L1);
+        return complain(m_pending.line + 1, "Class "_L1 + name + " not found"_L1);
     SourceBrowserMethod *method = container->method(definition);
     if (!method)
-        return complain(m_pending.line + 1,
-                        "Method "_L1 + declarator.name + " not found in class "_L1 + declarator.qualifier);
+        return complain(m_pending.line + 1, "Method "_L1 + declarator.name + " not found in class "_L1 + name);
     if (method->documentation().isEmpty())
         method->setDocumentation(definition.documentation(), definition.documentationLine());
     const SourceBrowserObject::Lines &lines = definition.lines();

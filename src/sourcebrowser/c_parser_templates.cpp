@@ -10,8 +10,10 @@ bool SourceBrowserCParser::templateParameters(const Token &keyword)
     Token token = nextWithExtensions();
     if (!token.is('<')) {
         giveBack(token);
-        return true; // an explicit instantiation
+        m_pending.isInstantiation = m_pending.tokens.empty() || m_pending.endsWith(Extern) || m_pending.isMacroRun();
+        return true;
     }
+    m_pending.isTemplate = true;
     if (!skipAngles())
         return true;
     token = nextWithExtensions();

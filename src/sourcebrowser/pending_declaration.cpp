@@ -35,6 +35,8 @@ void SourceBrowserPendingDeclaration::note(const Token &token)
     case Enum:
         if (outside && !(token.is(Class) && endsWith(Enum)) && !(token.is(Struct) && endsWith(Enum)))
             key = static_cast<int>(tokens.size());
+        else if (parentheses == 1 && endsWith('(') && tokens.size() == 2) // "ALIGNED(class) point {"
+            key = static_cast<int>(tokens.size());
         break;
     case Typedef:
         isTypedef |= outside;
@@ -52,7 +54,48 @@ void SourceBrowserPendingDeclaration::note(const Token &token)
     default:
         break;
     }
+    noteText(token);
+    lastLine = token.line;
     tokens.push_back(token);
+}
+
+/// Notes where a text that is taken as it stands begins and ends.
+void SourceBrowserPendingDeclaration::noteText(const Token &token)
+{
+    switch (token.code) {
+    case '[':
+        ++m_squares;
+        break;
+    case ']':
+        m_squares = std::max(0, m_squares - 1);
+        break;
+    case '<':
+        ++m_angles;
+        break;
+    case '>':
+        m_angles = std::max(0, m_angles - 1);
+        break;
+    case '=':
+    case ':':
+        if (m_valueNesting < 0)
+            m_valueNesting = parentheses;
+        break;
+    case ',':
+    case ')':
+        if (parentheses <= m_valueNesting && (token.is(',') || parentheses < m_valueNesting))
+            m_valueNesting = -1;
+        break;
+    case Identifier:
+        m_isComputed |= token.word == Word::TypeOperator;
+        break;
+    default:
+        break;
+    }
+}
+
+bool SourceBrowserPendingDeclaration::isInText() const
+{
+    return m_squares > 0 || m_angles > 0 || m_valueNesting >= 0 || m_isComputed || isOperator();
 }
 
 bool SourceBrowserPendingDeclaration::isOperator() const
@@ -76,30 +119,86 @@ bool SourceBrowserPendingDeclaration::isAfterArguments() const
 
 bool SourceBrowserPendingDeclaration::isLanguageBlock() const
 {
-    return endsWith(String) && (tokens.size() == 1 || tokens[tokens.size() - 2].is(Extern));
+    return endsWith(String) && tokens.size() > 1 && tokens[tokens.size() - 2].is(Extern);
 }
 
-bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, bool commentBetween) const
+bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, const SourceBrowserPendingComment &next)
 {
-    if (tokens.empty() || parentheses > 0 || token.line == tokens.back().line)
+    if (tokens.empty() || parentheses > 0 || !tokens.front().isIdentifier())
+        return false;
+    const int lines = token.line - lastLine;
+    if (lines == 0)
         return false;
     const bool startsStatement = token.is(Typedef) || token.is(Extern) || token.is(Static);
-    const bool isWrapped = tokens.size() > 3 && tokens.back().is(')') && tokens[tokens.size() - 2].is(')');
-    if (!startsStatement && !isWrapped && !commentBetween && token.line - tokens.back().line < 2)
-        return false;
-    // Words and calls only: "BEGIN_DECLARATIONS", "DECLARE(name)".
-    const Token &front = tokens.front();
-    if (!front.isIdentifier() || front.word != Word::Plain)
-        return false;
-    if (tokens.size() == 1)
-        return isInCapitals(front.text);
-    return tokens[1].is('(') && groupEnd == static_cast<int>(tokens.size()) - 1;
+    return (lines > 1 || startsStatement || endsWithWrapper() || isReplacedBy(next)) && isMacroRun();
 }
 
-bool SourceBrowserPendingDeclaration::holdsCapitalsOnly() const
+bool SourceBrowserPendingDeclaration::isReplacedBy(const SourceBrowserPendingComment &next) const
 {
-    return std::all_of(tokens.begin(), tokens.end(),
-                       [](const Token &token) { return token.isIdentifier() && isInCapitals(token.text); });
+    return next.isPresent() && (tokens.empty() || next.firstLine() > tokens.back().line);
+}
+
+bool SourceBrowserPendingDeclaration::isMacroRun()
+{
+    if (parentheses > 0 || tokens.empty() || tokens.front().text == className)
+        return false;
+    for (; m_runEnd < tokens.size(); ++m_runEnd) {
+        const Token &token = tokens[m_runEnd];
+        const bool opensGroup = token.is('(') && m_runEnd > 0 && tokens[m_runEnd - 1].isIdentifier();
+        if (opensGroup) {
+            m_runEnd = afterGroup(m_runEnd) - 1;
+            continue;
+        }
+        if (!token.isIdentifier() || token.word != Word::Plain)
+            return false;
+        const bool isFirstCall = m_runEnd == 0 && tokens.size() > 1 && tokens[1].is('(');
+        if (!isFirstCall && !isInCapitals(token.text))
+            return false;
+    }
+    return true;
+}
+
+/// The index after the group that \a open opens; the end when it is not closed.
+size_t SourceBrowserPendingDeclaration::afterGroup(size_t open) const
+{
+    int nesting = 0;
+    for (size_t at = open; at < tokens.size(); ++at) {
+        nesting += tokens[at].is('(') - tokens[at].is(')');
+        if (nesting == 0)
+            return at + 1;
+    }
+    return tokens.size();
+}
+
+bool SourceBrowserPendingDeclaration::endsWithWrapper() const
+{
+    return tokens.size() > 3 && tokens.back().is(')') && tokens[tokens.size() - 2].is(')');
+}
+
+void SourceBrowserPendingDeclaration::keepLastCall()
+{
+    size_t begin = tokens.size();
+    for (int nesting = 0; begin > 0;) {
+        --begin;
+        nesting += tokens[begin].is(')') - tokens[begin].is('(');
+        if (nesting == 0 && tokens[begin].isIdentifier())
+            break;
+    }
+    tokens.erase(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(begin));
+}
+
+size_t SourceBrowserPendingDeclaration::leadingCalls() const
+{
+    size_t end = 0;
+    for (size_t at = 0; at + 1 < tokens.size() && tokens[at].isIdentifier() && tokens[at].word == Word::Plain;) {
+        const bool isCall = tokens[at + 1].is('(');
+        if (!(isCall && at == 0) && !isInCapitals(tokens[at].text))
+            break;
+        at = isCall ? afterGroup(at + 1) : at + 1;
+        if (isCall && at < tokens.size() && tokens[at].line != tokens[at - 1].line)
+            end = at;
+    }
+    return end;
 }
 
 bool SourceBrowserPendingDeclaration::isOldStyle()

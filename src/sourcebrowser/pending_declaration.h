@@ -17,7 +17,9 @@ struct SourceBrowserPendingDeclaration
     std::vector<Token> tokens;           ///< without bodies and initialisers
     SourceBrowserPendingComment comment; ///< the one that was pending when it began
     int line = 0;                        ///< counted from 0
+    int lastLine = 0;                    ///< of the last token or conditional in it, counted from 1
     int column = 0;                      ///< counted from 0
+    QString className;                   ///< of the class around it
     int parentheses = 0;                 ///< "(" and "[" that are open
     int key = -1;                        ///< index of the last class, struct, union or enum outside brackets
     int groupEnd = -1;                   ///< index of the last ")" outside brackets
@@ -25,6 +27,8 @@ struct SourceBrowserPendingDeclaration
     bool isStatic = false;
     bool isVirtual = false;
     bool isFriend = false;
+    bool isTemplate = false;      ///< template parameters were passed over
+    bool isInstantiation = false; ///< "template" without parameters: it declares nothing
     bool isInitialised = false;
     bool isCutOff = false; ///< ended by something else than a ";"
 
@@ -35,21 +39,39 @@ struct SourceBrowserPendingDeclaration
     [[nodiscard]] bool isOperator() const;
     /// Whether an argument list and what may follow it have been read.
     [[nodiscard]] bool isAfterArguments() const;
-    /// Whether the tokens are `extern "C"`, or a string alone.
+    /// Whether the tokens are `extern "C"`.
     [[nodiscard]] bool isLanguageBlock() const;
-    /// Whether the tokens are macros that form a statement of their own, and \a token begins the
-    /// declaration. \a commentBetween tells whether a block comment stands between.
-    [[nodiscard]] bool restartsWith(const Token &token, bool commentBetween) const;
-    /// Whether there is nothing but words in capitals: macros, when no ";" follows.
-    [[nodiscard]] bool holdsCapitalsOnly() const;
+    /// Whether the tokens are macros that form statements of their own, and \a token begins the
+    /// declaration. \a next is the comment that was read last.
+    [[nodiscard]] bool restartsWith(const Token &token, const SourceBrowserPendingComment &next);
+    /// Whether \a next, the comment that was read last, begins on a line after the tokens.
+    [[nodiscard]] bool isReplacedBy(const SourceBrowserPendingComment &next) const;
+    /// Whether there is nothing but words in capitals and calls: macros, when no ";" follows.
+    [[nodiscard]] bool isMacroRun();
+    /// Whether the tokens end with a macro call that may wrap a declaration: `EXPORT(int, f, (void))`.
+    [[nodiscard]] bool endsWithWrapper() const;
+    /// Removes what precedes the macro call at the end.
+    void keepLastCall();
+    /// How many tokens at the beginning are macro calls on lines of their own, with the words before them.
+    [[nodiscard]] size_t leadingCalls() const;
+    /// Whether characters that make no token are part of the text that is being read: a value, an
+    /// array bound, a bit width, template arguments or an operator's name.
+    [[nodiscard]] bool isInText() const;
     /// Whether the arguments of an old function definition are being declared.
     [[nodiscard]] bool isOldStyle();
 
 private:
     void readOldNames();
+    void noteText(const Token &token);
+    [[nodiscard]] size_t afterGroup(size_t open) const;
 
     QSet<QStringView> m_oldNames; ///< the words in the last group outside brackets, when it holds nothing else
     int m_oldNamesEnd = -1;       ///< the groupEnd that they belong to
+    size_t m_runEnd = 0;          ///< the tokens before it are words in capitals and calls
+    int m_squares = 0;            ///< "[" that are open
+    int m_angles = 0;             ///< "<" that are open
+    int m_valueNesting = -1;      ///< the parentheses around the value or bit width that is being read
+    bool m_isComputed = false;    ///< the type is that of an expression
 };
 
 } // namespace tavidoc

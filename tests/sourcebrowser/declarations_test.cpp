@@ -210,7 +210,7 @@ INSTANTIATE_TEST_SUITE_P(
             u"= n;",
             "n ; n.v1 ; f = int f(void) ; n.v1.a = int a"},
         Row{u"class A { public slots: void s(); Q_PROPERTY(int a READ b) friend class B; friend int g(A); Q_OBJECT };",
-            "A ; A.s = void s(void)"},
+            "A ; A.s = void s(void) ; g = int g(A)"},
         Row{u"extern \"C\" { int a; } extern \"C\" int b; int C::*member; const int M::x = 3;",
             "a = int a ; b = int b ; member = int C::* member"}));
 
