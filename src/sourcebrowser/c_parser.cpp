@@ -64,6 +64,7 @@ void SourceBrowserCParser::reset()
     m_reader.reset();
     m_depth = 0;
     m_bodyMayBeStray = false;
+    m_knowsLostBraces = false;
 }
 
 void SourceBrowserCParser::complain(int line, const QString &message)
@@ -202,7 +203,7 @@ bool SourceBrowserCParser::beginsDeclaration(const Token &first)
         return peek().is('[');
     case '~':
     case Scope:
-        return peek().isIdentifier();
+        return peek().isIdentifier() && m_given.back().word == Word::Plain;
     case Ellipsis:
     case Number:
         return false;
@@ -298,11 +299,21 @@ void SourceBrowserCParser::closeLostContainers(const Token &first)
         return;
     const bool beginsDeclaration = first.isIdentifier() || first.code >= Class;
     const bool fileLevelOnly = first.is(Typedef) || first.is(Extern) || first.is(Namespace);
-    if (m_context->mayBeStray ? beginsDeclaration && m_context->memberColumn > 0
-                              : fileLevelOnly && m_context->memberColumn > 0) {
-        while (isInClass())
-            closeContext(-1);
+    if (m_context->memberColumn <= 0 || !(m_context->mayBeStray ? beginsDeclaration : fileLevelOnly && lacksBrace()))
+        return;
+    for (; isInClass(); --m_lostBraces)
+        closeContext(-1);
+}
+
+/// Whether the rest of the file closes fewer braces than are open. A "typedef" at the left margin of a
+/// class ends nothing while the class's own brace is still to come. The file is looked through once.
+bool SourceBrowserCParser::lacksBrace()
+{
+    if (!m_knowsLostBraces) {
+        m_knowsLostBraces = true;
+        m_lostBraces = m_context->depth - m_scanner->closersAhead();
     }
+    return m_lostBraces > 0;
 }
 
 bool SourceBrowserCParser::isInClass() const

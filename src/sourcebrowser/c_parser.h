@@ -179,6 +179,7 @@ private:
     bool structureToken(const Token &first);
     void accessLabel(const Token &first);
     void closeLostContainers(const Token &first);
+    bool lacksBrace();
     void closeContext(int line);
     void rescope(SourceBrowserContainer &container);
     Context *open(Body body, SourceBrowserContainer *container);
@@ -260,6 +261,8 @@ private:
     int m_depth = 0; ///< of the braces that are being skipped
     qsizetype m_declarationNumber = 0;
     bool m_bodyMayBeStray = false;
+    bool m_knowsLostBraces = false;
+    int m_lostBraces = 0; ///< how many braces of the contexts are never closed, once that is known
     Pending m_pending;
     SourceBrowserDeclaratorReader m_reader;
     bool m_afterBody = false;                  ///< the last declaration ended with a body

@@ -182,7 +182,7 @@ bool SourceBrowserCParser::isName(const Token &keyword)
     if (m_pending.tokens.empty() || m_pending.parentheses > 0)
         return false;
     const Token &before = m_pending.tokens.back();
-    if (!before.isIdentifier() && !before.is('*') && !before.is('&'))
+    if (!before.isIdentifier() && !before.is('*') && !before.is('&') && !before.is(','))
         return false;
     switch (keyword.code) {
     case Class:
@@ -235,6 +235,7 @@ bool SourceBrowserCParser::branchInDeclaration(const Token &token)
         skipBranches();
         return true;
     }
+    m_pending.isCutOff |= m_pending.isMacroRun();
     finish();
     noteCondition(token);
     return false;

@@ -45,6 +45,8 @@ public:
     /// The same with places, and with Skipped and the conditional codes. The texts of tokens
     /// stay until releaseLines().
     SourceBrowserTokenRecord read();
+    /// How many more braces the rest of the file closes than it opens. Reads it ahead, once.
+    int closersAhead();
     /// The tokens read so far are not used any more.
     void releaseLines();
     /// While off, the texts of the tokens that follow are not kept beyond their line.
@@ -71,6 +73,7 @@ private:
 
     // Lines and what stands between tokens.
     bool readPlainLine();
+    bool deliverLine(QString &line);
     bool readNextLine();
     void readDirective();
     void appendContinuation(QString &directive);
@@ -91,6 +94,7 @@ private:
     SourceBrowserLineStatistics &m_statistics;
     QStringList m_fixmeWords;
 
+    std::deque<QString> m_ahead; ///< lines that were read ahead
     QString m_line;
     const char16_t *m_units = nullptr; ///< of m_line
     qsizetype m_size = 0;              ///< of m_line

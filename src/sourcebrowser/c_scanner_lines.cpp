@@ -61,6 +61,59 @@ bool leavesCommentOpen(QStringView directive)
     return false;
 }
 
+/// Counts the braces of lines, outside comments and literals and in the first branch of conditionals only.
+class BraceCounter
+{
+public:
+    void countLine(QStringView line)
+    {
+        const qsizetype start = firstNonBlank(line);
+        if (!m_inComment && start < line.size() && line[start] == u'#')
+            noteDirective(directiveWord(line.mid(start)));
+        else
+            count(line);
+    }
+
+    void count(QStringView line)
+    {
+        for (qsizetype at = 0; at < line.size(); ++at) {
+            const char16_t unit = line[at].unicode();
+            const char16_t next = at + 1 < line.size() ? line[at + 1].unicode() : u'\0';
+            if (m_inComment) {
+                m_inComment = unit != u'*' || next != u'/';
+                at += !m_inComment;
+            } else if (unit == u'/' && next == u'/') {
+                return;
+            } else if (unit == u'/' && next == u'*') {
+                m_inComment = true;
+                ++at;
+            } else if (unit == u'"' || (unit == u'\'' && (at == 0 || !line[at - 1].isLetterOrNumber()))) {
+                for (++at; at < line.size() && line[at] != unit; ++at)
+                    at += line[at] == u'\\';
+            } else if (m_skipped == 0) {
+                m_balance += (unit == u'{') - (unit == u'}');
+            }
+        }
+    }
+
+    /// What is opened and not closed; negative when more is closed.
+    [[nodiscard]] int balance() const { return m_balance; }
+
+private:
+    void noteDirective(QStringView word)
+    {
+        const bool begins = word == u"if" || word == u"ifdef" || word == u"ifndef";
+        if (m_skipped > 0)
+            m_skipped += begins - (word == u"endif");
+        else if (word == u"else" || word.startsWith(u"elif"))
+            m_skipped = 1;
+    }
+
+    int m_balance = 0;
+    int m_skipped = 0; ///< conditionals that are open in a branch that does not count
+    bool m_inComment = false;
+};
+
 } // namespace
 
 void SourceBrowserCScanner::releaseLines()
@@ -88,7 +141,7 @@ bool SourceBrowserCScanner::readPlainLine()
     if (m_lineIsUsed)
         m_kept.push_back(std::exchange(m_line, QString())); // of other lines the next one takes the memory
     m_column = 0;
-    const bool delivered = m_lines.readLine(m_line);
+    const bool delivered = deliverLine(m_line);
     if (!delivered)
         m_line.clear();
     m_units = reinterpret_cast<const char16_t *>(m_line.constData());
@@ -101,6 +154,26 @@ bool SourceBrowserCScanner::readPlainLine()
     if (firstNonBlank(m_line) == m_size)
         ++m_statistics.blank;
     return true;
+}
+
+bool SourceBrowserCScanner::deliverLine(QString &line)
+{
+    if (m_ahead.empty())
+        return m_lines.readLine(line);
+    line = std::move(m_ahead.front());
+    m_ahead.pop_front();
+    return true;
+}
+
+int SourceBrowserCScanner::closersAhead()
+{
+    for (QString line; m_lines.readLine(line);)
+        m_ahead.push_back(line);
+    BraceCounter counter;
+    counter.count(QStringView(m_line).mid(m_column));
+    for (const QString &line : m_ahead)
+        counter.countLine(line);
+    return -counter.balance();
 }
 
 /// Goes on to the next line that may hold tokens, or to the end of a conditional directive.

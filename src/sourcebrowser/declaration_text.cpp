@@ -130,7 +130,8 @@ QString prototypeText(const SourceBrowserMethod &function, unsigned flags)
 QString variableText(const SourceBrowserVariable &variable)
 {
     const SourceBrowserType &type = variable.type();
-    QString text = variable.phylum() == SourceBrowserObject::Typedef ? u"typedef "_s : QString();
+    const bool isConcept = type.text == u"concept"; // of the kind of a typedef, but none in C
+    QString text = variable.phylum() == SourceBrowserObject::Typedef && !isConcept ? u"typedef "_s : QString();
     text += beforeName(type);
     if (!type.hasInsertion())
         text += u' ';

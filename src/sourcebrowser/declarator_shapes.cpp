@@ -137,6 +137,13 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Ind
     if (stop > at && token(stop - 1).is(Scope) && code(stop, end) == Operator)
         return readOperator(last, stop, end, shape);
     const bool beforeGroup = code(stop, end) == '(';
+    if (beforeGroup && looksLikeMacro(last) && code(stop + 1, end) == Identifier && code(stop + 2, end) == ',' &&
+        code(stop + 3, end) == '(') { // "FILE *REDIRECT(name, (int), other)"
+        shape.nameBegin = stop + 1;
+        shape.nameEnd = stop + 2;
+        beginArguments(stop + 3, end, shape);
+        return std::min(afterGroup(stop), end);
+    }
     const Index inner = beforeGroup ? wrappedArguments(stop) : -1;
     const bool lastIsMacro = previous >= 0 && previousIsOwn && looksLikeMacro(last);
     if (beforeGroup && isRedirection(last, stop, end)) // "FILE *REDIRECT(name, (int), other)"

@@ -151,11 +151,21 @@ bool SourceBrowserPendingDeclaration::isMacroRun()
         }
         if (!token.isIdentifier() || token.word != Word::Plain)
             return false;
-        const bool isFirstCall = m_runEnd == 0 && tokens.size() > 1 && tokens[1].is('(');
-        if (!isFirstCall && !isInCapitals(token.text))
+        if (!isInCapitals(token.text) && !isMacroCall(m_runEnd))
             return false;
     }
     return true;
+}
+
+/// Whether a call that is not in capitals may be that of a macro: it begins the run, or its line as in
+/// `DECLARE_FUNCTIONS_only(a)`.
+bool SourceBrowserPendingDeclaration::isMacroCall(size_t at) const
+{
+    if (at + 1 >= tokens.size() || !tokens[at + 1].is('('))
+        return false;
+    const QStringView text = tokens[at].text;
+    return at == 0 ||
+           (tokens[at].line != tokens[at - 1].line && text.size() > 2 && text[0].isUpper() && text[1].isUpper());
 }
 
 /// The index after the group that \a open opens; the end when it is not closed.
@@ -192,7 +202,7 @@ size_t SourceBrowserPendingDeclaration::leadingCalls() const
     size_t end = 0;
     for (size_t at = 0; at + 1 < tokens.size() && tokens[at].isIdentifier() && tokens[at].word == Word::Plain;) {
         const bool isCall = tokens[at + 1].is('(');
-        if (!(isCall && at == 0) && !isInCapitals(tokens[at].text))
+        if (!isInCapitals(tokens[at].text) && !isMacroCall(at))
             break;
         at = isCall ? afterGroup(at + 1) : at + 1;
         if (isCall && at < tokens.size() && tokens[at].line != tokens[at - 1].line)

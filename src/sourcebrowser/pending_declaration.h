@@ -63,6 +63,7 @@ struct SourceBrowserPendingDeclaration
 private:
     void readOldNames();
     void noteText(const Token &token);
+    [[nodiscard]] bool isMacroCall(size_t at) const;
     [[nodiscard]] size_t afterGroup(size_t open) const;
 
     QSet<QStringView> m_oldNames; ///< the words in the last group outside brackets, when it holds nothing else

@@ -85,7 +85,8 @@ INSTANTIATE_TEST_SUITE_P(
             u"y))\n",
             "a = int a(int x) ; b = int b(int y) ; version = png_uint_32 version(void)"},
         Row{u"int f OF((int a)); typedef int (*g) OF((void));", "f = int f(int a) ; g = typedef int (*g)(void)"},
-        Row{u"extern int REDIRECT (f, (int a), other);", "f = int f(int a)"},
+        Row{u"extern int REDIRECT (f, (int a), other); extern FILE *__REDIRECT (g, (int a), other) __wur;",
+            "f = int f(int a) ; g = FILE *g(int a)"},
         Row{u"extern FILE *out ATTRIBUTE(3); int errors ALIGNED;", "errors = int errors ; out = FILE *out"},
         Row{u"typedef void (WINAPI *call)(int); typedef int (API call2)(int);",
             "call = typedef void (*call)(int) ; call2 = typedef int call2(int)"},
@@ -157,6 +158,59 @@ INSTANTIATE_TEST_SUITE_P(
             "a = int a(char *s, ...) ; c = FILE *c(int d)"}));
 
 INSTANTIATE_TEST_SUITE_P(
+    MacrosThatStandAlone, Declarations,
+    testing::Values(
+        Row{u"class W {\n Q_GADGET\n QML_ELEMENT\npublic:\n int a();\n P(W)\n A(x)\n B\nprotected:\n int b;\n A(x) "
+            u"public: "
+            u"int c;\n F\n A(x)\n BOOL f(HANDLE h);\n G\n Q_SIGNALS:\n void s();\n A(x)\n W();\n A(x)\n B\n};\nint z;",
+            "W ; W.W = W(void) ; W.a = int a(void) ; W.f = BOOL f(HANDLE h) ; W.s = void s(void) ; W.b = int b ; "
+            "W.c = int c ; z = int z"},
+        Row{u"G_BEGIN_DECLS\nUV_TYPES\n\nint f(void);\nA(x)\nB\nnamespace n { int k; }\nA(x)\nB\n\nBOOL g(void);\nB "
+            u"A(x)",
+            "n ; f = int f(void) ; g = BOOL g(void) ; n.k = int k"},
+        Row{u"D(a)\nD_only(a, b)\nD(a)\n\nX *f(const S(X) *a);\nB\n#if Q\nA\n#else\nint g(void);\n#endif\nint h(void);",
+            "f = X *f(const S(X) *a) ; g = int g(void) ; h = int h(void)"},
+        Row{u"DEP(x)\nALL\ngchar *f(void);\nA(x)\nEXPORT(1, int, g, (void));\nAPI(XML_Bool)\nh(void);\nS(X)\n*i(void);",
+            "f = gchar *f(void) ; g = int g(void) ; h = API(XML_Bool) h(void) ; i = S(X) *i(void)"},
+        Row{u"API\n#if A\nint\n#else\nlong\n#endif\nf(void); class C {\n C()\n#if A\n N\n#endif\n : a() {} };",
+            "C ; C.C = C(void) ; f = int f(void)"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    Heads, Declarations,
+    testing::Values(
+        Row{u"class U_API It U_FINAL : B { It(); }; struct packet PACKED { }; struct s ALIGNED(8) { int a; };",
+            "It ; packet ; s ; It.It = It(void) ; s.a = int a"},
+        Row{u"ALIGNED16(class) Vector { Vector(); }; enum class E UNDERLYING(unsigned char) { A };"
+            u" enum F UNDERLYING(unsigned char) { B };",
+            "Vector ; Vector.Vector = Vector(void) ; E = typedef enum { A } E ; F = typedef enum { B } F"},
+        Row{u"struct s ALLOC(void) { } struct s FREE(int a) { }",
+            "ALLOC = struct s ALLOC(void) ; FREE = struct s FREE(int a)"},
+        Row{u"class Outer::Inner { Inner(int); API explicit Inner(); ~Inner(); };",
+            "Outer::Inner ; Outer::Inner.Inner = Inner(int) ; Outer::Inner.Inner = Inner(void) ; "
+            "Outer::Inner.~Inner = ~Inner(void)"},
+        Row{u"struct a {\n int x;\ntypedef int y; // }\n int z;\n};\nint end;",
+            "a ; a.x = int x ; a.y = typedef int y ; a.z = int z ; end = int end"},
+        Row{u"extern \"C\" {\nstruct a {\n int x; /* } */\n\ntypedef int y;\n#if 1\nstruct b {\n#else\nstruct b "
+            u"{\n#endif\n};\n}",
+            "a ; b ; a.x = int x ; y = typedef int y"}));
+
+INSTANTIATE_TEST_SUITE_P(
+    TokensWithoutMeaning, Declarations,
+    testing::Values(
+        Row{u"int @ $ a | ( int % b ) ; int x = 1 | 2, y[2 | 4]; int operator|(int c);",
+            "a = int a(int b) ; operator| = int operator|(int c) ; x = int x ; y = int y[2 | 4]"},
+        Row{u"int f(int a = 1 | 2, B<3 | 4> b, int % c); S<1 | 2> s;",
+            "f = int f(int a, B<3 | 4> b, int c) ; s = S<1 | 2> s"},
+        Row{u"\"text\" int z; class Q { \"str\" int a; + int b; [ int c; ~ int d; 5 int e; public int f; , int g; :: "
+            u"int h; @ "
+            u"int i; }; public int p;",
+            "Q ; Q.a = int a ; Q.b = int b ; Q.c = int c ; Q.d = int d ; Q.e = int e ; Q.f = int f ; Q.g = int g ; "
+            "Q.h = int h ; Q.i = int i ; p = int p ; z = int z"},
+        Row{u"struct v { int class, private; int virtual; char *template; unsigned friend : 3; int using[2]; };",
+            "v ; v.class = int class ; v.friend = unsigned friend : 3 ; v.private = int private ; "
+            "v.template = char *template ; v.using = int using[2] ; v.virtual = int virtual"}));
+
+INSTANTIATE_TEST_SUITE_P(
     Structures, Declarations,
     testing::Values(Row{u"typedef struct { int x, y; } Point, *PPoint;",
                         "Point ; PPoint = typedef Point *PPoint ; Point.x = int x ; Point.y = int y"},
@@ -211,6 +265,12 @@ INSTANTIATE_TEST_SUITE_P(
             "n ; n.v1 ; f = int f(void) ; n.v1.a = int a"},
         Row{u"class A { public slots: void s(); Q_PROPERTY(int a READ b) friend class B; friend int g(A); Q_OBJECT };",
             "A ; A.s = void s(void) ; g = int g(A)"},
+        Row{u"namespace n { class A { class B { friend int f(A); friend B g(B b) { } friend class C; friend int "
+            u"C::h(); }; }; }",
+            "n ; n.A ; n.A.B ; n.f = int f(A) ; n.g = B g(B b)"},
+        Row{u"template <class T> concept C = requires(T a) { a + a; } && D<T, int>; template class V<int>; "
+            u"extern template int f<int>(int);",
+            "C = concept C"},
         Row{u"extern \"C\" { int a; } extern \"C\" int b; int C::*member; const int M::x = 3;",
             "a = int a ; b = int b ; member = int C::* member"}));
 
@@ -228,6 +288,36 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"FP_EXPORT(2, break a, (int x))\nFP_EXPORT(3, int, A::~, (int)) A::~(; int b; A::~", "b = int b"},
         Row{u"int \"unclosed\nint a; 'b\nint c; /* open", "a = int a ; c = int c"}));
 
+/// Which declarations have which comment.
+TEST(Declarations, TakeTheirOwnComments)
+{
+    const std::pair<const char16_t *, const char *> rows[] = {
+        {u"/*c*/\nQ_GADGET\nint f();", "f=c "},
+        {u"/*old*/\nA(x)\nB\n/*new*/\nint f();", "f=new "},
+        {u"/*c*/ API /* exported */\nint f();", "f=c "},
+        {u"API /*c*/ int f(); A(/*inner*/ x)\nint g();", "f=c "},
+        {u"B\nA(x)\n/*c*/\nnamespace n { }", "n=c "},
+        {u"class C {\nA(x)\n/*c*/\npublic:\nint f(); };", "C.f=c "},
+        {u"/*c*/\nEXPORT(1, int, f, (void))\n/*d*/\nEXPORT(2, int, g, (void));", "f=c g=d "},
+        {u"/*c*/ using A = B;\nint f();", ""},
+        {u"/*c*/ struct s;\nint f();", ""},
+        {u"/*c*/ template class V<int>;\nint f();", ""},
+        {u"/*c*/ namespace a = b;\nint f();", ""},
+        {u"class C { /*c*/ friend class D;\nint f(); /*g*/ friend int g(); };", "g=g "},
+        {u"/*c*/ template <class T> concept K = A<T>;\nint f();", "K=c "},
+        {u"/*c*/ A(x);\nint f();", "f=c "},
+    };
+    for (const auto &[header, documented] : rows) {
+        SourceBrowserModel model;
+        HeaderParser(model).parseText(QString::fromUtf16(header));
+        QString text;
+        for (const SourceBrowserObject *object :
+             model.chosen([](const auto &any) { return !any.documentation().isEmpty(); }))
+            text += object->qualifiedName() + u'=' + object->documentation() + u' ';
+        EXPECT_EQ(text.toStdString(), documented) << QString::fromUtf16(header).toStdString();
+    }
+}
+
 TEST(Declarations, DeepAndLongInputEnds)
 {
     const qsizetype count = 20000;
@@ -243,6 +333,8 @@ TEST(Declarations, DeepAndLongInputEnds)
         u"["_s.repeated(count),
         u"int a = {"_s.repeated(count),
         u"A(x) "_s.repeated(count),
+        u"A(x)\n"_s.repeated(count),
+        u"struct a {\n b;\ntypedef c;\n"_s.repeated(count),
         u"int f("_s + u"int (*a)("_s.repeated(count),
     };
     for (const QString &text : texts) {

@@ -128,6 +128,17 @@ INSTANTIATE_TEST_SUITE_P(
             "1 object 3 b | int b; end"},
         Row{"each stray token of a namespace is reported", u"namespace A B C {\n}",
             "src/io.h:1: Bad namespace identifier; src/io.h:1: Bad namespace identifier; 0 container 7 A | A |; end"},
+        Row{"a nested namespace is named first", u"namespace @ a::b {\nint c; }",
+            "src/io.h:1: Bad namespace identifier; src/io.h:1: Bad namespace identifier; 0 container 7 a | a |; "
+            "1 object 3 c | int c; end"},
+        Row{"template arguments do not hide a class",
+            u"class S { void f(); class I { I(); }; };\ntemplate <class T> void S<T>::f() { }\n"
+            u"template <class T, class U> S<T>::I<U>::I() { }\ntemplate <class T> void S<T>::g();\nM<T>::M() { }",
+            "0 container 1 S | S |; 0 container 2 f | void f(void) |; end; 0 container 1 I | I |; 0 container 2 I | "
+            "I(void) "
+            "|; end; end; end; 1 container 2 f | void f(void) |; end; 2 container 2 I | I(void) |; end; "
+            "3 container 2 g | void g(void) |; end; src/io.h:4: Method g not found in class S; "
+            "4 container 2 M | M(void) |; end; src/io.h:5: Class M not found"},
         Row{"a nameless namespace has the file's name", u"namespace { int a; }",
             "0 container 7 (io.h) | (io.h) |; 0 object 3 a | int a; end"},
         Row{"definitions outside are matched with their class", u"class A { };\nint A::f() { }\nint B::g() { }",
