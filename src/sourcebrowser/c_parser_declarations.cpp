@@ -164,9 +164,11 @@ void SourceBrowserCParser::leave()
 bool SourceBrowserCParser::endsWithSection(const Token &colon)
 {
     const std::vector<Token> &tokens = m_pending.tokens;
+    if (tokens.empty() || !tokens.back().isIdentifier())
+        return false;
     if (tokens.size() == 1)
         return true;
-    if (tokens.size() < 2 || !tokens.back().isIdentifier() || !m_pending.isMacroRun())
+    if (!m_pending.isMacroRun())
         return false;
     const bool isSignals = tokens.back().text == u"Q_SIGNALS";
     if (!isSignals && tokens.back().line == tokens[tokens.size() - 2].line)
@@ -194,7 +196,10 @@ bool SourceBrowserCParser::isName(const Token &keyword)
     case Using:
     case Template:
     case Namespace: {
-        const int next = peek().code;
+        const Token token = nextWithExtensions();
+        const bool isAttribute = token.is('[') && peek().is('['); // "BEGIN class [[x]] C {"
+        giveBack(token);
+        const int next = isAttribute ? 0 : token.code;
         return next == ';' || next == ',' || next == '=' || next == '[' || next == '(' ||
                (next == ':' && keyword.line == before.line && !m_pending.isMacroRun());
     }

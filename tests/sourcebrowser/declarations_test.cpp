@@ -183,6 +183,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"ALIGNED16(class) Vector { Vector(); }; enum class E UNDERLYING(unsigned char) { A };"
             u" enum F UNDERLYING(unsigned char) { B };",
             "Vector ; Vector.Vector = Vector(void) ; E = typedef enum { A } E ; F = typedef enum { B } F"},
+        Row{u"BEGIN\n\ntemplate <class T>\nclass [[nodiscard]] C { enum : int { A }; mine: int a; };",
+            "C ; C.a = int a ; C.(Anonymous) = typedef enum { A } (Anonymous)"},
         Row{u"struct s ALLOC(void) { } struct s FREE(int a) { }",
             "ALLOC = struct s ALLOC(void) ; FREE = struct s FREE(int a)"},
         Row{u"class Outer::Inner { Inner(int); API explicit Inner(); ~Inner(); };",
