@@ -74,8 +74,11 @@ void SourceBrowserCParser::complain(int line, const QString &message)
 
 SourceBrowserTokenRecord SourceBrowserCParser::next()
 {
-    if (m_given.empty())
-        return m_scanner->read();
+    return m_given.empty() ? m_scanner->read() : takeGiven();
+}
+
+SourceBrowserTokenRecord SourceBrowserCParser::takeGiven()
+{
     const Token token = m_given.back();
     m_given.pop_back();
     return token;
@@ -116,6 +119,10 @@ SourceBrowserCParser::Context *SourceBrowserCParser::open(Body body, SourceBrows
     context.containers = m_context->containers + (body != Body::Block);
     context.scope = container->qualifiedName();
     context.column = m_pending.column;
+    if (body == Body::Class || body == Body::Structure) {
+        const QString &name = container->name(); // constructors of "class Outer::Inner" are "Inner"
+        context.className = name.mid(name.lastIndexOf(u':') + 1);
+    }
     m_context = &context;
     return m_context;
 }

@@ -132,6 +132,7 @@ private:
         int memberColumn = -1;   ///< where the first member began
         bool mayBeStray = false; ///< opened in a conditional that ended without closing it
         QString scope;           ///< of the members
+        QString className;       ///< of a class, the name of its constructors
         SourceBrowserObject::Phylum phylum = SourceBrowserObject::Unknown; ///< as listeners were told
         // For the declarators after the closing brace:
         QString composedType;
@@ -167,6 +168,7 @@ private:
     void skipBranches();
     /// The token comes next, before those that were given back earlier.
     void giveBack(const Token &token) { m_given.push_back(token); }
+    Token takeGiven();
     [[nodiscard]] Token peek();
     [[nodiscard]] bool isLabel();
     [[nodiscard]] bool isName(const Token &keyword);
@@ -192,6 +194,7 @@ private:
     bool collect(const Token &token);
     bool collectPart(const Token &token);
     bool cutOff(const Token &token);
+    void leaveMacros(const Token &token);
     void leave();
     bool endsWithSection(const Token &colon);
     void setAccess(SourceBrowserObject::Access access, int line);
@@ -220,7 +223,7 @@ private:
     void matchDefinition(const SourceBrowserDeclarator &declarator, const SourceBrowserMethod &definition);
     [[nodiscard]] SourceBrowserContainer *qualifiedContainer(const QString &name) const;
     void nameComposed(SourceBrowserObject &composed, const QString &name);
-    [[nodiscard]] QString className() const;
+    [[nodiscard]] const QString &className() const;
 
     // Templates: c_parser_templates.cpp.
     bool templateParameters(const Token &keyword);

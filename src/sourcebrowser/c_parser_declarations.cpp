@@ -27,7 +27,7 @@ void SourceBrowserCParser::begin(const Token &first)
     m_pending.line = first.line - 1;
     m_pending.column = first.column;
     m_pending.lastLine = first.line;
-    m_pending.className = className();
+    m_pending.className = m_context->className;
     std::swap(comment, m_scanner->pendingComment());
     m_scanner->pendingComment().clear();
     m_pending.comment = std::move(comment);
@@ -127,15 +127,22 @@ bool SourceBrowserCParser::collectPart(const Token &token)
     default:
         break;
     }
+    if (token.line != m_pending.lastLine || m_scanner->pendingComment().isPresent())
+        leaveMacros(token);
+    m_pending.note(token);
+    return true;
+}
+
+/// Begins anew with \a token when what was collected are macros that stand alone.
+void SourceBrowserCParser::leaveMacros(const Token &token)
+{
     SourceBrowserPendingComment &next = m_scanner->pendingComment();
     if (m_pending.restartsWith(token, next)) {
         leave();
         begin(token);
     } else if (next.isPresent() && !m_pending.comment.isPresent() && m_pending.isMacroRun()) {
-        std::swap(m_pending.comment, next);
+        std::swap(m_pending.comment, next); // "API /*! what f does */ int f(void);"
     }
-    m_pending.note(token);
-    return true;
 }
 
 /// Ends the declaration before its ";", because \a token begins something else.
@@ -378,13 +385,11 @@ void SourceBrowserCParser::restoreComment()
     m_pending.comment.clear();
 }
 
-QString SourceBrowserCParser::className() const
+/// The name that constructors have here; empty outside classes.
+const QString &SourceBrowserCParser::className() const
 {
-    if (!isInClass() || m_pending.isFriend)
-        return {};
-    const QString &name = m_context->container->name();
-    const qsizetype colon = name.lastIndexOf(u':'); // "class Outer::Inner"
-    return colon < 0 ? name : name.mid(colon + 1);
+    static const QString none;
+    return m_pending.isFriend ? none : m_context->className;
 }
 
 } // namespace tavidoc

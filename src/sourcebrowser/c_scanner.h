@@ -73,7 +73,7 @@ private:
 
     // Lines and what stands between tokens.
     bool readPlainLine();
-    bool deliverLine(QString &line);
+    bool takeLineAhead();
     bool readNextLine();
     void readDirective();
     void appendContinuation(QString &directive);

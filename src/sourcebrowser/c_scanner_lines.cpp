@@ -141,7 +141,7 @@ bool SourceBrowserCScanner::readPlainLine()
     if (m_lineIsUsed)
         m_kept.push_back(std::exchange(m_line, QString())); // of other lines the next one takes the memory
     m_column = 0;
-    const bool delivered = deliverLine(m_line);
+    const bool delivered = m_ahead.empty() ? m_lines.readLine(m_line) : takeLineAhead();
     if (!delivered)
         m_line.clear();
     m_units = reinterpret_cast<const char16_t *>(m_line.constData());
@@ -156,11 +156,9 @@ bool SourceBrowserCScanner::readPlainLine()
     return true;
 }
 
-bool SourceBrowserCScanner::deliverLine(QString &line)
+bool SourceBrowserCScanner::takeLineAhead()
 {
-    if (m_ahead.empty())
-        return m_lines.readLine(line);
-    line = std::move(m_ahead.front());
+    m_line = std::move(m_ahead.front());
     m_ahead.pop_front();
     return true;
 }

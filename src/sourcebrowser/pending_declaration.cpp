@@ -54,7 +54,6 @@ void SourceBrowserPendingDeclaration::note(const Token &token)
     default:
         break;
     }
-    noteText(token);
     lastLine = token.line;
     tokens.push_back(token);
 }
@@ -63,6 +62,9 @@ void SourceBrowserPendingDeclaration::note(const Token &token)
 void SourceBrowserPendingDeclaration::noteText(const Token &token)
 {
     switch (token.code) {
+    case '(':
+        ++m_nesting;
+        break;
     case '[':
         ++m_squares;
         break;
@@ -78,11 +80,15 @@ void SourceBrowserPendingDeclaration::noteText(const Token &token)
     case '=':
     case ':':
         if (m_valueNesting < 0)
-            m_valueNesting = parentheses;
+            m_valueNesting = m_nesting;
+        break;
+    case ')':
+        m_nesting = std::max(0, m_nesting - 1);
+        if (m_nesting < m_valueNesting)
+            m_valueNesting = -1;
         break;
     case ',':
-    case ')':
-        if (parentheses <= m_valueNesting && (token.is(',') || parentheses < m_valueNesting))
+        if (m_nesting <= m_valueNesting)
             m_valueNesting = -1;
         break;
     case Identifier:
@@ -93,8 +99,10 @@ void SourceBrowserPendingDeclaration::noteText(const Token &token)
     }
 }
 
-bool SourceBrowserPendingDeclaration::isInText() const
+bool SourceBrowserPendingDeclaration::isInText()
 {
+    for (; m_textEnd < tokens.size(); ++m_textEnd)
+        noteText(tokens[m_textEnd]);
     return m_squares > 0 || m_angles > 0 || m_valueNesting >= 0 || m_isComputed || isOperator();
 }
 
@@ -124,7 +132,7 @@ bool SourceBrowserPendingDeclaration::isLanguageBlock() const
 
 bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, const SourceBrowserPendingComment &next)
 {
-    if (tokens.empty() || parentheses > 0 || !tokens.front().isIdentifier())
+    if (tokens.empty() || parentheses > 0 || tokens.front().word != Word::Plain)
         return false;
     const int lines = token.line - lastLine;
     if (lines == 0)
@@ -140,7 +148,7 @@ bool SourceBrowserPendingDeclaration::isReplacedBy(const SourceBrowserPendingCom
 
 bool SourceBrowserPendingDeclaration::isMacroRun()
 {
-    if (parentheses > 0 || tokens.empty() || tokens.front().text == className)
+    if (parentheses > 0 || tokens.empty() || tokens.front().word != Word::Plain)
         return false;
     for (; m_runEnd < tokens.size(); ++m_runEnd) {
         const Token &token = tokens[m_runEnd];
@@ -154,7 +162,7 @@ bool SourceBrowserPendingDeclaration::isMacroRun()
         if (!isInCapitals(token.text) && !isMacroCall(m_runEnd))
             return false;
     }
-    return true;
+    return className.isEmpty() || tokens.front().text != className; // a constructor
 }
 
 /// Whether a call that is not in capitals may be that of a macro: it begins the run, or its line as in
@@ -182,7 +190,15 @@ size_t SourceBrowserPendingDeclaration::afterGroup(size_t open) const
 
 bool SourceBrowserPendingDeclaration::endsWithWrapper() const
 {
-    return tokens.size() > 3 && tokens.back().is(')') && tokens[tokens.size() - 2].is(')');
+    if (tokens.size() < 5 || !tokens.back().is(')') || !tokens[tokens.size() - 2].is(')'))
+        return false;
+    int nesting = 0;
+    for (size_t at = tokens.size() - 2; at > 0; --at) {
+        nesting += tokens[at].is(')') - tokens[at].is('(');
+        if (nesting == 0)
+            return tokens[at - 1].is(',');
+    }
+    return false;
 }
 
 void SourceBrowserPendingDeclaration::keepLastCall()
@@ -200,6 +216,8 @@ void SourceBrowserPendingDeclaration::keepLastCall()
 size_t SourceBrowserPendingDeclaration::leadingCalls() const
 {
     size_t end = 0;
+    if (tokens.empty() || tokens.front().line == tokens.back().line)
+        return end;
     for (size_t at = 0; at + 1 < tokens.size() && tokens[at].isIdentifier() && tokens[at].word == Word::Plain;) {
         const bool isCall = tokens[at + 1].is('(');
         if (!isInCapitals(tokens[at].text) && !isMacroCall(at))

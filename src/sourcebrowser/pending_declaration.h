@@ -19,7 +19,7 @@ struct SourceBrowserPendingDeclaration
     int line = 0;                        ///< counted from 0
     int lastLine = 0;                    ///< of the last token or conditional in it, counted from 1
     int column = 0;                      ///< counted from 0
-    QString className;                   ///< of the class around it
+    QStringView className;               ///< of the class around it; empty elsewhere
     int parentheses = 0;                 ///< "(" and "[" that are open
     int key = -1;                        ///< index of the last class, struct, union or enum outside brackets
     int groupEnd = -1;                   ///< index of the last ")" outside brackets
@@ -56,7 +56,7 @@ struct SourceBrowserPendingDeclaration
     [[nodiscard]] size_t leadingCalls() const;
     /// Whether characters that make no token are part of the text that is being read: a value, an
     /// array bound, a bit width, template arguments or an operator's name.
-    [[nodiscard]] bool isInText() const;
+    [[nodiscard]] bool isInText();
     /// Whether the arguments of an old function definition are being declared.
     [[nodiscard]] bool isOldStyle();
 
@@ -69,6 +69,8 @@ private:
     QSet<QStringView> m_oldNames; ///< the words in the last group outside brackets, when it holds nothing else
     int m_oldNamesEnd = -1;       ///< the groupEnd that they belong to
     size_t m_runEnd = 0;          ///< the tokens before it are words in capitals and calls
+    size_t m_textEnd = 0;         ///< the tokens before it are counted in what follows
+    int m_nesting = 0;            ///< "(" that are open
     int m_squares = 0;            ///< "[" that are open
     int m_angles = 0;             ///< "<" that are open
     int m_valueNesting = -1;      ///< the parentheses around the value or bit width that is being read

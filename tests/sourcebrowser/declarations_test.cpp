@@ -170,8 +170,11 @@ INSTANTIATE_TEST_SUITE_P(
             "n ; f = int f(void) ; g = BOOL g(void) ; n.k = int k"},
         Row{u"D(a)\nD_only(a, b)\nD(a)\n\nX *f(const S(X) *a);\nB\n#if Q\nA\n#else\nint g(void);\n#endif\nint h(void);",
             "f = X *f(const S(X) *a) ; g = int g(void) ; h = int h(void)"},
-        Row{u"DEP(x)\nALL\ngchar *f(void);\nA(x)\nEXPORT(1, int, g, (void));\nAPI(XML_Bool)\nh(void);\nS(X)\n*i(void);",
-            "f = gchar *f(void) ; g = int g(void) ; h = API(XML_Bool) h(void) ; i = S(X) *i(void)"},
+        Row{u"DEP(x)\nALL\ngchar *f(void);\nA(x)\nEXPORT(1, int, g, "
+            u"(void));\nAPI(XML_Bool)\nh(void);\nS(X)\n*i(void);\nDEV\nRET(const a, NN(b))\nj(int);",
+            "f = gchar *f(void) ; g = int g(void) ; h = API(XML_Bool) h(void) ; i = S(X) *i(void) ; j = RET(const a, "
+            "NN(b)) "
+            "j(int)"},
         Row{u"API\n#if A\nint\n#else\nlong\n#endif\nf(void); class C {\n C()\n#if A\n N\n#endif\n : a() {} };",
             "C ; C.C = C(void) ; f = int f(void)"}));
 
