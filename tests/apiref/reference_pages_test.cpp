@@ -164,6 +164,7 @@ int f;
                          "out/lib_h.htm (lib.h): <h3>API Summary</h3>" +
                              s_tableStart + caption("*** UNASSIGNED GROUP ***") +
                              entry("./A::B", "A::B", "A.B A::B A::B.f f") + entry("f", "f", "Of it.") + "</table>\n");
+}
 
 TEST(ReferencePages, SummariesOfOddNamesAndTexts)
 {
