@@ -251,6 +251,18 @@ TEST(Commands, AllAreThereOnce)
     EXPECT_EQ(Translator::findCommand("Title"), nullptr);
 }
 
+ROWS(Edges, Row{"characters of four bytes", "\xF0\x9F\x98\x80 \xF4\x8F\xBF\xBF", "<p>&#x1f600; &#x10ffff;</p>"},
+     Row{"look-ups without an action", "\\menu a \\key b \\tip c",
+         "<p>***ERROR*** \\menu a ***ERROR*** \\key b ***ERROR*** \\tip c</p>",
+         "error: docgen: doc.dg:2: \\menu: the argument is missing\nerror: docgen: doc.dg:2: \\key: the argument is "
+         "missing\n"
+         "error: docgen: doc.dg:2: \\tip: the argument is missing\n"},
+     Row{"look-ups of an unknown action", "\\menu{a&b} \\key{c} \\tip{d}",
+         "<p><b>\\menu Can't find a&amp;b</b> <b></b> <b>***ERROR NO TIP*** d</b></p>",
+         "warning: docgen: doc.dg:2: Can't find a&b in message scheme\nwarning: docgen: doc.dg:2: Can't find c in key "
+         "scheme\n"
+         "error: docgen: doc.dg:2: \\tip: there is no tip for d\n"});
+
 TEST(Translator, SplitFlagAndFormatDecideOnHeadings)
 {
     const std::string source = "\\split p\n\\title A & B\n\\section C\n\\subsection D\n\\table{*}\n\\endtable";
@@ -269,6 +281,7 @@ TEST(Translator, TextOnNoPageIsReportedOnce)
     EXPECT_EQ(run.pages, "p.htm: <p>kept\n</p>\n");
     EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: text before the first \\split is on no page\n"
                             "error: docgen: doc.dg:7: text before the first \\split is on no page\n");
+    EXPECT_EQ(runMarkup("\n\n<>").messages, "error: docgen: doc.dg:3: text before the first \\split is on no page\n");
 }
 
 TEST(Translator, ASplitWithoutANameEndsThePage)

@@ -22,11 +22,11 @@ QString contents(const QString &name)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// Name, lines (counted from 0), access, rendering, bases, flags, comment and its line, as far as \a object has them.
+/// Phylum, name, lines (counted from 0), access, rendering, bases, flags, comment and its line, as far as \a object has them.
 QString objectText(const SourceBrowserObject &object)
 {
     const SourceBrowserObject::Lines &lines = object.lines();
-    QString text = u"%1 %2..%3"_s.arg(object.qualifiedName()).arg(lines.first).arg(lines.last);
+    QString text = u"%1 %2 %3..%4"_s.arg(object.phylum()).arg(object.qualifiedName()).arg(lines.first).arg(lines.last);
     if (lines.bodyFirst >= 0 || lines.bodyLast >= 0)
         text += u" body %1..%2"_s.arg(lines.bodyFirst).arg(lines.bodyLast);
     text += u" access %1 | %2"_s.arg(QString::number(object.access()), object.description().simplified());
