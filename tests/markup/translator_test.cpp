@@ -252,6 +252,14 @@ TEST(Commands, AllAreThereOnce)
 }
 
 ROWS(Edges, Row{"characters of four bytes", "\xF0\x9F\x98\x80 \xF4\x8F\xBF\xBF", "<p>&#x1f600; &#x10ffff;</p>"},
+     Row{"commands without their argument", "\\xref a \\line b \\screen c \\img d \\icon e",
+         "<p>***ERROR*** \\xref a ***ERROR*** \\line b ***ERROR*** \\screen c ***ERROR*** \\img d ***ERROR*** \\icon "
+         "e</p>",
+         "error: docgen: doc.dg:2: \\xref: the argument is missing\n"
+         "error: docgen: doc.dg:2: \\line: the argument is missing\n"
+         "error: docgen: doc.dg:2: \\screen: the argument is missing\n"
+         "error: docgen: doc.dg:2: \\img: the argument is missing\n"
+         "error: docgen: doc.dg:2: \\icon: the argument is missing\n"},
      Row{"look-ups without an action", "\\menu a \\key b \\tip c",
          "<p>***ERROR*** \\menu a ***ERROR*** \\key b ***ERROR*** \\tip c</p>",
          "error: docgen: doc.dg:2: \\menu: the argument is missing\nerror: docgen: doc.dg:2: \\key: the argument is "
