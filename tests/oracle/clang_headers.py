@@ -101,8 +101,10 @@ class Collector:
         return names
 
     def friend(self, cursor, scope):
-        """A friend function is one of the scope around the class; a class that is a friend declares nothing."""
-        outer = scope[:-1].rpartition(".")[0]
+        """A friend function belongs to the namespace around the class; a friend class declares nothing."""
+        outer, around = scope[:-1], cursor.semantic_parent
+        while around is not None and KINDS.get(around.kind) == "type" and around.kind != Kind.NAMESPACE:
+            outer, around = outer.rpartition(".")[0], around.semantic_parent
         for child in cursor.get_children():
             qualified = self.text[:child.location.offset].rstrip().endswith(b"::")  # declared elsewhere
             if KINDS.get(child.kind) == "function" and not qualified:
