@@ -162,6 +162,7 @@ void SourceBrowserCParser::statement(const Token &first)
 {
     if (first.code >= ConditionalBegin) {
         m_pending.tokens.clear();
+        m_pending.isTemplate = false;
         noteCondition(first);
         if (m_depth > 0)
             skipBraces(m_depth);

@@ -209,9 +209,10 @@ private:
     bool isComparison(const Token &equals);
     bool isFollowedBy(int code);
     bool initialiser(const Token &equals);
+    bool skipToAngle();
     bool constructorInitialisers();
     bool braceInDeclaration(const Token &brace);
-    void finishWithBody(const Token &brace);
+    bool finishWithBody(const Token &brace);
     void finish();
     void endDeclaration();
     void restoreComment();

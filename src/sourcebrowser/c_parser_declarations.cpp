@@ -116,8 +116,11 @@ bool SourceBrowserCParser::collectPart(const Token &token)
         }
         break;
     case Template:
-        if (m_pending.parentheses == 0 && !m_pending.endsWith(Scope))
+        if (m_pending.parentheses == 0 && !m_pending.endsWith(Scope)) {
+            if (token.line != m_pending.lastLine)
+                leaveMacros(token);
             return templateParameters(token);
+        }
         break;
     case Using:
     case Namespace:
@@ -211,8 +214,13 @@ bool SourceBrowserCParser::isName(const Token &keyword)
                (next == ':' && keyword.line == before.line && !m_pending.isMacroRun());
     }
     case Throw:
-    case Operator:
-        return peek().is(';');
+        return m_pending.groupEnd < 0 && (peek().is(';') || m_given.back().is('('));
+    case Operator: {
+        const Token token = nextWithExtensions();
+        const bool isFunction = token.is('(') && !peek().is(')'); // not "operator()"
+        giveBack(token);
+        return isFunction || token.is(';');
+    }
     default:
         return false;
     }
@@ -253,79 +261,6 @@ bool SourceBrowserCParser::branchInDeclaration(const Token &token)
     return false;
 }
 
-/// Whether \a equals is the second half of "!=", "<=", ">=" or "==", or the first half of the last.
-bool SourceBrowserCParser::isComparison(const Token &equals)
-{
-    if (!equals.blankBefore && !m_pending.tokens.empty()) {
-        const Token &before = m_pending.tokens.back();
-        if (before.is('!') || before.is('<') || before.is('>') || before.is('='))
-            return true;
-    }
-    return isFollowedBy('=');
-}
-
-/// Whether the next token is \a code, with nothing between it and the last one.
-bool SourceBrowserCParser::isFollowedBy(int code)
-{
-    const Token token = next();
-    giveBack(token);
-    return token.is(code) && !token.blankBefore;
-}
-
-/// Skips an initialiser up to the "," or ";" after it and keeps its first token.
-bool SourceBrowserCParser::initialiser(const Token &equals)
-{
-    if (m_pending.isTemplate && m_pending.tokens.size() == 2 && m_pending.tokens.front().text == u"concept")
-        return conceptDeclaration();
-    m_pending.tokens.push_back(equals);
-    m_pending.isInitialised = true;
-    for (bool isFirst = true;; isFirst = false) {
-        const Token token = nextWithExtensions();
-        switch (token.code) {
-        case ',':
-        case ';':
-        case '}':
-        case EndOfInput:
-        case ConditionalBranch:
-            return collect(token);
-        case '(':
-        case '[':
-        case '{':
-            skipGroup(token);
-            break;
-        case ConditionalBegin:
-        case ConditionalEnd:
-            noteCondition(token);
-            break;
-        default:
-            if (isFirst)
-                m_pending.tokens.push_back(token);
-            break;
-        }
-    }
-}
-
-/// Passes over what a constructor initialises, up to its body.
-bool SourceBrowserCParser::constructorInitialisers()
-{
-    int previous = 0;
-    for (;;) {
-        const Token token = nextWithExtensions();
-        if (token.is('{') && previous != Identifier && previous != '>') {
-            finishWithBody(token);
-            return false;
-        }
-        if (token.is(';') || token.is('}') || token.is(EndOfInput) || token.is(ConditionalBranch))
-            return collect(token);
-        if (token.is('(') || token.is('[') || token.is('{'))
-            skipGroup(token);
-        else if (token.code >= ConditionalBegin)
-            noteCondition(token);
-        if (token.code < ConditionalBegin)
-            previous = token.code;
-    }
-}
-
 /// A "{" outside brackets: a container, an enumeration, a body or an initialiser.
 bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
 {
@@ -347,8 +282,7 @@ bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
         return true;
     }
     if (m_pending.groupEnd >= 0) {
-        finishWithBody(brace);
-        return false;
+        return finishWithBody(brace);
     }
     // "int value {3};" or a macro that stands before braces
     skipGroup(brace);
@@ -356,19 +290,30 @@ bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
     return m_pending.tokens.size() > 1;
 }
 
-void SourceBrowserCParser::finishWithBody(const Token &brace)
+/// Skips a function's body, or the value of a variable: `int a GUARDED_BY(b) {3};`. False when the declaration has
+/// ended.
+bool SourceBrowserCParser::finishWithBody(const Token &brace)
 {
     const bool isMacroRun = m_pending.isMacroRun();
     const std::vector<SourceBrowserDeclarator> declarators = readPending(true);
     if (!declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Function) {
         declareFunction(declarators.front(), true, &brace);
     } else {
-        if (!isMacroRun)
-            m_pending.comment.clear();
         skipGroup(brace);
+        if (!isMacroRun) {
+            SourceBrowserPendingComment &comment = m_scanner->pendingComment();
+            comment.clear(); // it is the body's
+            const bool isObject = !declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Object;
+            if (isObject && (peek().is(';') || m_given.back().is(','))) {
+                m_pending.isInitialised = true;
+                return true;
+            }
+            m_pending.comment = std::move(comment);
+        }
     }
     endDeclaration();
     m_afterBody = true;
+    return false;
 }
 
 /// Comments inside the declaration are gone; one that macros did not take waits on.
@@ -376,6 +321,7 @@ void SourceBrowserCParser::endDeclaration()
 {
     restoreComment();
     m_pending.tokens.clear();
+    m_pending.isTemplate = false;
     m_afterBody = false;
 }
 

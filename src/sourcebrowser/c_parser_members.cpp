@@ -61,7 +61,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserCParser::readPending(bool want
 /// Declares every declarator of what was collected. False when there is none.
 bool SourceBrowserCParser::declareAll()
 {
-    if (m_pending.isInstantiation)
+    if (m_pending.isInstantiation || m_pending.isForwardDeclaration())
         return false;
     bool isFirst = true;
     bool declares = false;

@@ -102,7 +102,8 @@ void SourceBrowserCParser::skipUntil(int code)
 void SourceBrowserCParser::noteCondition(const Token &token)
 {
     if (token.is(ConditionalBegin)) {
-        m_conditions.push_back({m_context, m_depth, m_declarationNumber, !m_pending.tokens.empty(), false, nullptr, 0});
+        const bool isInside = m_pending.isTemplate || !m_pending.tokens.empty();
+        m_conditions.push_back({m_context, m_depth, m_declarationNumber, isInside, false, nullptr, 0});
         return;
     }
     if (m_conditions.empty())

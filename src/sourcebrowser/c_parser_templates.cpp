@@ -32,12 +32,15 @@ bool SourceBrowserCParser::skipAngles()
     int nesting = 1;
     while (nesting > 0) {
         const Token token = next();
-        if (token.is(EndOfInput) || token.is(';') || token.is('{') || token.is('}')) {
+        const bool isValue = token.is('{') && !token.blankBefore; // "IsEnum<T>{}"
+        if (token.is(EndOfInput) || token.is(';') || token.is('}') || (token.is('{') && !isValue)) {
             giveBack(token);
             return false;
         }
-        if (token.is('(') || token.is('['))
+        if (token.is('(') || token.is('[') || isValue)
             skipGroup(token);
+        else if (token.is(ConditionalBranch) && isConditionalInside())
+            skipBranches();
         else if (token.code >= ConditionalBegin)
             noteCondition(token);
         else if (token.is('<') && (isFollowedBy('<') || isFollowedBy('=')))

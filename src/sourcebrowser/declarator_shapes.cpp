@@ -52,6 +52,14 @@ bool SourceBrowserDeclaratorReader::isNestedDeclarator(Index open, Index end) co
     return (at == close || token(at).is(')')) && after == '(' && wrappedArguments(close + 1) < 0;
 }
 
+/// Whether the group at \a open is that of a macro call which is the type of a name in parentheses: `TYPE(x) (min)()`.
+bool SourceBrowserDeclaratorReader::isTypeBeforeName(Index open, Index end) const
+{
+    const Index name = token(open).match + 1;
+    return name + 3 < end && token(name).is('(') && isWord(token(name + 1)) && token(name + 2).is(')') &&
+           token(name + 3).is('(') && looksLikeMacro(open - 1);
+}
+
 /// Reads pointers, the name and what follows it, from the first token after the type.
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readShape(Index at, Index end, Shape &shape,
                                                                               bool isArgument)

@@ -45,7 +45,7 @@ bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
     if (first == u'*' || first == u'&' || first == u'^')
         return last != u'*' && last != u'&' && last != u'(' && last != u':' && last != u'^';
     if (first == u'(')
-        return isWordCharacter(last) && token.blankBefore;
+        return (isWordCharacter(last) || last == u',') && token.blankBefore;
     if (first == u'.')
         return last == u',' || (token.blankBefore && isWordCharacter(last));
     return token.blankBefore && (isArithmetic(first) || ((first == u'<' || first == u'>') && token.match < 0));
@@ -210,6 +210,13 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wrappedArgum
     if (close >= size || open + 1 >= close || !token(open + 1).is('('))
         return -1;
     return token(open + 1).match == close - 1 ? open + 1 : -1;
+}
+
+/// The "(" of the argument list that the macro call \a word makes: `OF((int a))`, `MACRO(...)`; else -1.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::macroArguments(Index word, Index open) const
+{
+    const bool isOpenList = token(open).match == open + 2 && token(open + 1).is(Ellipsis);
+    return isOpenList && looksLikeMacro(word) && word > 0 && !looksLikeMacro(word - 1) ? open : wrappedArguments(open);
 }
 
 } // namespace tavidoc

@@ -127,7 +127,8 @@ void SourceBrowserDeclaratorReader::readWordsAsNames(std::vector<Token> &tokens,
         if (token.word == Word::Plain)
             continue;
         const int next = at + 1 < tokens.size() ? tokens[at + 1].code : ';';
-        if (!followsName(next) && next != '(')
+        const bool isAttribute = next == '[' && at + 2 < tokens.size() && tokens[at + 2].is('[');
+        if (isAttribute || (!followsName(next) && next != '('))
             continue;
         const bool isComma = token.is(Operator) && at + 2 < tokens.size() && tokens[at + 2].is('('); // "operator,("
         if (!isComma && isNameHere(token, tokens[at - 1], next, isTypedef)) {
@@ -161,10 +162,12 @@ bool SourceBrowserDeclaratorReader::isTypeCall(const Item &item) const
            (item.end - item.begin == 4 && isPlain(first) && !looksLikeMacro(item.begin + 2));
 }
 
-/// Whether a macro's argument is one word, as in `EXTERN(JDIMENSION) name(void)`.
+/// Whether a call may be the type of a function: that of a macro, or one with one word in it, as in
+/// `EXTERN(JDIMENSION) name(void)`.
 bool SourceBrowserDeclaratorReader::isMacroTypeCall(const Item &item) const
 {
-    return item.kind == Item::Call && item.end - item.begin == 4 && isPlain(token(item.begin + 2));
+    return item.kind == Item::Call && item.end - item.begin >= 4 &&
+           (looksLikeMacro(item.begin) || (item.end - item.begin == 4 && isPlain(token(item.begin + 2))));
 }
 
 /// Whether the call that is item \a index can be the type of the words after it: `STACK_OF(X) name`.

@@ -161,9 +161,9 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
     }
     if (isRedirection(at, stop, end) && counts().types + counts().words > 0)
         return readRedirection(stop, end, shape);
-    if (const Index inner = wrappedArguments(stop); inner >= 0 && !m_items.empty() &&
-                                                    m_items.back().kind == Item::Plain &&
-                                                    counts().types + counts().words > 1) { // "int f OF((int a))"
+    if (const Index inner = macroArguments(at, stop); inner >= 0 && !m_items.empty() &&
+                                                      m_items.back().kind == Item::Plain &&
+                                                      counts().types + counts().words > 1) { // "int f OF((int a))"
         shape.nameBegin = m_items.back().begin;
         shape.nameEnd = m_items.back().end;
         m_items.pop_back();
@@ -171,7 +171,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         shape.isFunction = true;
         return std::min(afterGroup(stop), end);
     }
-    if (isNestedDeclarator(stop, end)) {
+    if (isNestedDeclarator(stop, end) && !isTypeBeforeName(stop, end)) {
         m_items.push_back({Item::Plain, at, stop});
         return stop;
     }
@@ -231,9 +231,10 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
     if (!m_className.isEmpty() && token(begin).text == m_className && token(begin).isIdentifier())
         return true;
     if (open - begin > 2 && token(open - 2).is(Scope))
-        return true; // a constructor outside its class
-    if (before.words == 0 && isMacro)
-        return false;
+        return true;                  // a constructor outside its class
+    if (before.words == 0 && isMacro) // "API(void) FD_ZERO(set *s);"
+        return before.typeCalls > 0 && afterGroup(open) >= end && token(begin).line == token(begin - 1).line &&
+               holdsArguments(open, end);
     if (before.words == 0 && before.typeCalls == 0)
         return !m_items.empty() && isMacroTypeCall(m_items.back()) && holdsArguments(open, end);
     const bool typeFollows = close + 1 < end && (token(close + 1).word == Word::BasicType || isTag(token(close + 1)));

@@ -135,6 +135,7 @@ private:
     SourceBrowserType returnType(Index begin, Index end);
     void setName(const Shape &shape, SourceBrowserDeclarator &declarator) const;
     [[nodiscard]] bool isNestedDeclarator(Index open, Index end) const;
+    [[nodiscard]] bool isTypeBeforeName(Index open, Index end) const;
     [[nodiscard]] bool isPointerAhead(Index at, Index end) const;
 
     // Argument lists and macro calls that hold them: declarator_arguments.cpp.
@@ -155,6 +156,7 @@ private:
     [[nodiscard]] Index afterGroup(Index at) const;
     [[nodiscard]] Index findTopLevel(Index from, Index end, int code) const;
     [[nodiscard]] Index wrappedArguments(Index open) const;
+    [[nodiscard]] Index macroArguments(Index word, Index open) const;
     [[nodiscard]] bool isQualifier(Index at) const;
     /// One copy of equal texts, most of the time: types and the names of arguments repeat.
     QString shared(const QString &text);

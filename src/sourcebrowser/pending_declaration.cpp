@@ -132,12 +132,12 @@ bool SourceBrowserPendingDeclaration::isLanguageBlock() const
 
 bool SourceBrowserPendingDeclaration::restartsWith(const Token &token, const SourceBrowserPendingComment &next)
 {
-    if (tokens.empty() || parentheses > 0 || tokens.front().word != Word::Plain)
+    if (isTemplate || tokens.empty() || parentheses > 0 || tokens.front().word != Word::Plain)
         return false;
     const int lines = token.line - lastLine;
     if (lines == 0)
         return false;
-    const bool startsStatement = token.is(Typedef) || token.is(Extern) || token.is(Static);
+    const bool startsStatement = token.is(Typedef) || token.is(Extern) || token.is(Static) || token.is(Template);
     return (lines > 1 || startsStatement || endsWithWrapper() || isReplacedBy(next)) && isMacroRun();
 }
 
@@ -227,6 +227,33 @@ size_t SourceBrowserPendingDeclaration::leadingCalls() const
             end = at;
     }
     return end;
+}
+
+bool SourceBrowserPendingDeclaration::isForwardDeclaration() const
+{
+    if (key < 0 || isTypedef || (!isTemplate && !tokens[static_cast<size_t>(key)].is(Class)))
+        return false;
+    bool hasName = false;
+    for (size_t at = static_cast<size_t>(key) + 1; at < tokens.size(); ++at) {
+        const Token &token = tokens[at];
+        const int next = at + 1 < tokens.size() ? tokens[at + 1].code : 0;
+        if (token.is('[') && next == '[') {
+            while (at + 1 < tokens.size() && !(tokens[at].is(']') && tokens[at + 1].is(']')))
+                ++at;
+            ++at;
+        } else if (token.is(Scope)) {
+            hasName = false;
+        } else if (token.is('<')) {
+            return hasName && endsWith('>');
+        } else if (hasName || !token.isIdentifier()) {
+            return false;
+        } else if (next == '(' && isInCapitals(token.text)) {
+            at = afterGroup(at + 1) - 1;
+        } else {
+            hasName = next == 0 || next == '<' || token.text.size() == 1 || !isInCapitals(token.text);
+        }
+    }
+    return hasName;
 }
 
 bool SourceBrowserPendingDeclaration::isOldStyle()

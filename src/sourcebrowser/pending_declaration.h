@@ -57,6 +57,9 @@ struct SourceBrowserPendingDeclaration
     /// Whether characters that make no token are part of the text that is being read: a value, an
     /// array bound, a bit width, template arguments or an operator's name.
     [[nodiscard]] bool isInText();
+    /// Whether the tokens declare a class that is defined elsewhere, perhaps with macros before its name. After "struct"
+    /// a word in capitals may be the type of a variable, unless it is a template.
+    [[nodiscard]] bool isForwardDeclaration() const;
     /// Whether the arguments of an old function definition are being declared.
     [[nodiscard]] bool isOldStyle();
 

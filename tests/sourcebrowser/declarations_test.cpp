@@ -67,6 +67,10 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"int a(3), b = 1, c(2); static const T t(\"x\"); std::string s(\"y\", 2); int ATTRIBUTE(3); X(3);",
             "a = int a ; b = int b ; c = int c ; s = std::string s ; t = const T t"},
         Row{u"int sum(int n, ...), old();", "old = int old(void) ; sum = int sum(int n, ...)"},
+        Row{u"int a = 1, d(3), e{4}, f; A<B *> head GUARDED_BY(m){nullptr}, tail; int g MACRO(m) { } int h;",
+            "a = int a ; d = int d ; e = int e ; f = int f ; h = int h ; head = A<B *> head ; tail = A<B *> tail"},
+        Row{u"int a = N == 0 ? N : f<N * 10, f<D, (1)>, N + 1>::v, b = c<d, e; int g = h<1, i = j>2, k;",
+            "a = int a ; b = int b ; e = int e ; g = int g ; i = int i ; k = int k"},
         Row{u"unsigned long long x = 1, y = f(1, 2), z = { 1, 2 };",
             "x = unsigned long long x ; y = unsigned long long y ; z = unsigned long long z"},
         Row{u"int old(a, b) int a; char *b; { return 0; } int next;", "old = int old(a, b) ; next = int next"},
@@ -117,6 +121,9 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"void *new(size_t size); void delete(void *p); int concept(int); int f(int a), *static_assert;",
             "concept = int concept(int) ; delete = void delete(void *p) ; f = int f(int a) ; "
             "new = void *new(size_t size) ; static_assert = int *static_assert"},
+        Row{u"int throw(int); int operator(int); char *throw(void), throw; void g() NOTHROW throw(int);",
+            "g = void g(void) ; operator = int operator(int) ; throw = int throw(int) ; "
+            "throw = char *throw(void) ; throw = char throw"},
         Row{u"void f(Foo class, char *template, void (*d)(int class), const char *using, int operator, int decltype);",
             "f = void f(Foo class, char *template, void (*d)(int class), const char *using, int operator, int "
             "decltype)"},
@@ -154,6 +161,15 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"BOOL\nWINAPI\nf(\n  _In_ HANDLE h,\n  int (* & * 3), + 1\n);\n_Success_(return != 0) HANDLE "
             u"f2(_Out_writes_(3) PBYTE q);",
             "f = BOOL f(HANDLE h, int (*&*3), + 1) ; f2 = HANDLE f2(PBYTE q)"},
+        Row{u"RET((A<B, C<D> >), (const E &)) f(T *n); RETVAL(f, Scalar) g(const Scalar &x); struct S { RET((A)) S(S "
+            u"&s); "
+            u"RET((A), (B)) h(T &t); RET(a, b) i(S); };",
+            "S ; S.S = S(S &s) ; S.h = RET((A), (B)) h(T &t) ; "
+            "f = RET((A<B, C<D>>), (const E &)) f(T *n) ; g = RETVAL(f, Scalar) g(const Scalar &x)"},
+        Row{u"API(void)  FD_ZERO(set *s); API(PRInt32) FD_INIT(void); DECLARE(a) FOO(b); DECLARE(a)\nBAR();",
+            "FD_INIT = API(PRInt32) FD_INIT(void) ; FD_ZERO = API(void) FD_ZERO(set *s)"},
+        Row{u"S f MACRO(...) { } class C { static constexpr IN_NAMESPACE(C) (min)() { } };",
+            "C ; C.min = IN_NAMESPACE(C) min(void) ; f = S f(...)"},
         Row{u"extern int __REDIRECT (a, (char *s, ...), b) __wur; extern FILE *__REDIRECT_NTH (c, (int d), e);",
             "a = int a(char *s, ...) ; c = FILE *c(int d)"}));
 
@@ -276,6 +292,18 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"template <class T> concept C = requires(T a) { a + a; } && D<T, int>; template class V<int>; "
             u"extern template int f<int>(int);",
             "C = concept C"},
+        Row{u"template <class T> class NODISCARD E; template <int N> struct OWNER ALIGNED(8) F; class API G; struct "
+            u"API g;"
+            u" API class [[nodiscard]] H; extern template class EXPORT I<float>; template class EXPORT J<int>; struct "
+            u"API *h;",
+            "g = struct API g ; h = struct API *h"},
+        Row{u"struct A { template <class T, class = If<isEnum<T>{} && !isInt<T>{1}>> A(T e) : A(f(e)) {} };"
+            u" template <class T> class B {}; template <int N = a < b> struct C { int c; };",
+            "A ; B ; A.A = A(T e)"},
+        Row{u"template <class T,\n#if A\nbool U = S<T>()>\n#else\nbool U = X<S<T, 1>>()>\n#endif\nstruct A { A(); };\n"
+            u"template <class T\n#if A\n, int U = 1\n#else\n, int U = 2>\n#endif\n> struct B { B(); };\n#if A\nint c;\n"
+            u"#else\nint d;\n#endif",
+            "A ; B ; A.A = A(void) ; B.B = B(void) ; c = int c ; d = int d"},
         Row{u"extern \"C\" { int a; } extern \"C\" int b; int C::*member; const int M::x = 3;",
             "a = int a ; b = int b ; member = int C::* member"}));
 
@@ -311,6 +339,9 @@ TEST(Declarations, TakeTheirOwnComments)
         {u"class C { /*c*/ friend class D;\nint f(); /*g*/ friend int g(); };", "g=g "},
         {u"/*c*/ template <class T> concept K = A<T>;\nint f();", "K=c "},
         {u"/*c*/ A(x);\nint f();", "f=c "},
+        {u"/*c*/\ntemplate <class T>\nMACRO\nstatic void f(T);", "f=c "},
+        {u"A(x)\nB\n/*c*/\ntemplate <class T>\nMACRO\ntypename T::X f(T);", "f=c "},
+        {u"/*c*/ API class [[nodiscard]] X;\nint f();\n/*d*/ template <class T> class API Y;\nint g();", ""},
     };
     for (const auto &[header, documented] : rows) {
         SourceBrowserModel model;
