@@ -54,6 +54,16 @@ def flattened(name):
     return name if name.startswith("operator") else re.sub(r"<.*$", "", name)
 
 
+def before_arguments(text):
+    """The text up to the first "(" outside template arguments."""
+    angles = 0
+    for at, character in enumerate(text):
+        angles += (character == "<") - (character == ">")
+        if character == "(" and angles == 0:
+            return text[:at]
+    return text
+
+
 def file_position(location):
     """File, offset and line at which a token is written; an argument of a macro is where the call has it."""
     file, line, column, offset = cindex.c_object_p(), ctypes.c_uint(), ctypes.c_uint(), ctypes.c_uint()
@@ -178,7 +188,7 @@ class Collector:
             return "(%s)" % os.path.basename(self.header)
         if re.match(r"operator\s*(?!new|delete|co_await)\w", cursor.spelling):  # a conversion, perhaps a template
             offset = file_position(cursor.location)[1]
-            return flattened(re.match(rb"[^(]*", self.text[offset:offset + 400]).group().decode("utf-8", "replace"))
+            return flattened(before_arguments(self.text[offset:offset + 400].decode("utf-8", "replace")))
         return flattened(cursor.spelling) or ANONYMOUS
 
     def line_of_name(self, cursor, scope):
