@@ -108,7 +108,7 @@ def check(tavidoc, path, records, always, folder):
             results.append(Result("found", path, tag, ""))
             continue
         shares = first_names[tag.number] is not tag
-        verdict = reason(text, code, tag, shares) or outside(code, tag, found) or replaced(code, tag, found) or ("misplaced" if names else "lost")
+        verdict = reason(text, code, tag, shares) or outside(text, code, tag, found) or replaced(code, tag, found) or ("misplaced" if names else "lost")
         if names and other_word(code, tag, names):
             verdict = "ctags: another word of the declaration"
         results.append(Result(verdict, path, tag, " ".join(sorted(names)[:3])))
@@ -188,10 +188,15 @@ def other_word(code, tag, names):
     return False
 
 
-def outside(code, tag, found):
-    """A member that is defined outside its class needs the class in the same header."""
-    if is_outside(code, tag) and not any(member(other) == member(tag) and not other.number for other in found):
+def outside(text, code, tag, found):
+    """A member that is defined outside its class needs the class in the same header, and gives way to a comment there."""
+    if not is_outside(code, tag):
+        return None
+    inside = [other for other in found if member(other) == member(tag) and not other.number]
+    if not inside:
         return "defined outside its class, which is elsewhere"
+    if any(other.start >= 0 and text[:other.start].rstrip().endswith("*/") for other in inside):
+        return "defined outside its class, which has a comment of it"
     return None
 
 
