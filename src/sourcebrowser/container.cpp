@@ -17,6 +17,24 @@ QString signature(const SourceBrowserMethod &method)
     return method.isConst ? text + ")const"_L1 : text;
 }
 
+/// \a signature as a class template writes it inside: `Vector<T> &&` is "Vector &&" in the class Vector.
+QString withoutOwnArguments(const QString &signature, QStringView className)
+{
+    QString text;
+    qsizetype copied = 0;
+    for (qsizetype at = signature.indexOf(className); at >= 0; at = signature.indexOf(className, copied)) {
+        qsizetype end = at + className.size();
+        text += QStringView(signature).sliced(copied, end - copied);
+        copied = end;
+        if (end == signature.size() || signature[end] != u'<')
+            continue;
+        for (int nesting = 0; end < signature.size() && (nesting > 0 || end == copied); ++end)
+            nesting += (signature[end] == u'<') - (signature[end] == u'>');
+        copied = end;
+    }
+    return text += QStringView(signature).sliced(copied);
+}
+
 } // namespace
 
 const QString &SourceBrowserContainer::anonymousName()
@@ -115,7 +133,10 @@ SourceBrowserMethod *SourceBrowserContainer::method(const SourceBrowserMethod &w
                 known.signatures.insert(signature(*method), method);
         }
     }
-    return known.signatures.value(signature(wanted), newest);
+    const QString written = signature(wanted);
+    if (SourceBrowserMethod *same = known.signatures.value(written))
+        return same;
+    return known.signatures.value(withoutOwnArguments(written, name()), newest);
 }
 
 SourceBrowserVariable *SourceBrowserContainer::variable(const QString &name) const

@@ -150,6 +150,20 @@ TEST(Model, DefinitionsOutsideGiveTheirClassLinesAndComment)
     EXPECT_EQ(model.find(u"last")->documentation(), QString()) << "a comment of a definition is used up";
 }
 
+TEST(Model, DefinitionsOutsideClassTemplatesFindTheirOverload)
+{
+    SourceBrowserModel model;
+    HeaderParser(model).parseText(u"template <class T> class V { V &operator=(V &&v); V &operator=(const V &v); "
+                                  u"void f(V, int v); void f(); };\n"
+                                  u"/*move*/ template <class T> V<T> &V<T>::operator=(V<T> &&v) { }\n"
+                                  u"/*copy*/ template <class T> V<T> &V<T>::operator=(const V<T> &v) { }\n"
+                                  u"/*f*/ template <class T> void V<T>::f(V<T>, int v) { }"_s);
+    QString heard;
+    for (const SourceBrowserObject *method : model.functions())
+        heard += method->documentation() + u' ';
+    EXPECT_EQ(heard, u"f  move copy "_s);
+}
+
 TEST(Model, LaterVirtualMethodsReplaceEarlierOnes)
 {
     SourceBrowserModel model;
