@@ -23,7 +23,7 @@ const std::vector<Rule> &rules()
 {
     static const std::vector<Rule> table = {
         {"base", {}},
-        {"sourcebrowser", {}},
+        {"sourcebrowser", {"base"}},
         {"codeedit", {"base"}},
         {"definitions", {"base"}},
         {"reading", {"base"}},
