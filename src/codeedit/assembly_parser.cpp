@@ -4,7 +4,6 @@
 #include "codeedit/comment_words.h"
 #include "codeedit/styled_line.h"
 #include "codeedit/word_lists.h"
-#include "codeedit/word_table.h"
 
 #include <algorithm>
 
@@ -19,12 +18,6 @@ enum class Open : quint32
     Comment,
     String,
 };
-
-const WordTable &registers()
-{
-    static const WordTable table(WordLists::registers());
-    return table;
-}
 
 constexpr unsigned s_wordCharacters = Characters::Word | Characters::Dot;
 
@@ -133,7 +126,7 @@ void AssemblyPass::takeWord()
 /// The style of the word from \a begin on: a register, a directive, a mnemonic or another name.
 CodeStyle AssemblyPass::styleOfWord(const char16_t *begin) const
 {
-    if (registers().contains({begin, static_cast<std::size_t>(m_at - begin)}))
+    if (WordLists::registers.contains(std::u16string_view(begin, m_at)))
         return CodeStyle::Register;
     if (!m_statementStart)
         return CodeStyle::Text;

@@ -1,23 +1,20 @@
 #include "codeedit/c_pass.h"
 
-#include <algorithm>
-
 namespace tavidoc {
 
 namespace {
 
 using std::u16string_view;
 
-/// The names of directives that a header name follows, and those that begin a message.
+/// The directives that are followed by a header name, those that are followed by a message, and the words of a
+/// condition that are followed by a header name in parentheses.
 constexpr u16string_view s_headerDirectives[] = {u"include", u"include_next", u"import", u"embed"};
 constexpr u16string_view s_messageDirectives[] = {u"error", u"warning"};
-/// The words of a condition that have a header name in parentheses.
 constexpr u16string_view s_headerTests[] = {u"__has_include", u"__has_include_next", u"__has_embed"};
 
-template <std::size_t Count> bool isOneOf(u16string_view word, const u16string_view (&words)[Count])
-{
-    return std::ranges::find(words, word) != std::end(words);
-}
+constexpr Words s_headerDirectiveIndex = Words::of<s_headerDirectives>();
+constexpr Words s_messageDirectiveIndex = Words::of<s_messageDirectives>();
+constexpr Words s_headerTestIndex = Words::of<s_headerTests>();
 
 } // namespace
 
@@ -117,8 +114,9 @@ void CPass::takeDirectiveName()
         m_at = Characters::skip(m_at, Characters::Word);
         m_out.writeTo(m_at, CodeStyle::Control);
     }
-    const bool message = isOneOf(word(begin), s_messageDirectives);
-    m_part = isOneOf(word(begin), s_headerDirectives) ? Part::HeaderName : message ? Part::Message : Part::Directive;
+    const u16string_view name = word(begin);
+    const bool message = s_messageDirectiveIndex.contains(name);
+    m_part = s_headerDirectiveIndex.contains(name) ? Part::HeaderName : message ? Part::Message : Part::Directive;
 }
 
 /// Takes a header name in angle brackets, if there is one; its words are no keywords.
@@ -139,7 +137,7 @@ void CPass::takeHeaderName()
 /// Takes the parenthesis and the header name behind \a name, if it is a word that tests for a header.
 void CPass::takeHeaderTest(u16string_view name)
 {
-    if (!isOneOf(name, s_headerTests))
+    if (!s_headerTestIndex.contains(name))
         return;
     takeBlanks();
     if (*m_at != u'(')

@@ -23,14 +23,7 @@ constexpr LiteralPrefix s_prefixes[] = {
     {u"LR", true}, {u"uR", true}, {u"UR", true}, {u"u8R", true},
 };
 
-const LiteralPrefix *findPrefix(u16string_view word)
-{
-    for (const LiteralPrefix &prefix : s_prefixes) {
-        if (prefix.text == word)
-            return &prefix;
-    }
-    return nullptr;
-}
+constexpr auto s_prefixIndex = WordIndex<LiteralPrefix, &LiteralPrefix::text>::of<s_prefixes>();
 
 bool isDelimiterCharacter(char16_t c)
 {
@@ -127,7 +120,7 @@ void CPass::takeWordOrLiteral()
     const char16_t *const begin = m_at;
     m_at = Characters::skip(m_at, Characters::Word);
     if (*m_at == u'"' || *m_at == u'\'') {
-        const LiteralPrefix *const prefix = findPrefix(word(begin));
+        const LiteralPrefix *const prefix = s_prefixIndex.find(word(begin));
         if (prefix != nullptr && prefix->raw && *m_at == u'"')
             return takeRawString();
         if (prefix != nullptr && !prefix->raw)
@@ -196,13 +189,7 @@ void CPass::takeRawStringRest()
         takeSuffix();
 }
 
-CodeEditCParser::CodeEditCParser() : CodeEditStandardParser(sharedKeywords()) {}
-
-const WordTable &CodeEditCParser::sharedKeywords()
-{
-    static const WordTable keywords(WordLists::c());
-    return keywords;
-}
+CodeEditCParser::CodeEditCParser() : CodeEditStandardParser(WordLists::c) {}
 
 void CodeEditCParser::styleLine(const char16_t *line, char16_t *out, quint32 &state)
 {

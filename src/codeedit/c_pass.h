@@ -9,7 +9,7 @@ namespace tavidoc {
 class CPass : public FamilyPass
 {
 public:
-    CPass(const char16_t *line, char16_t *out, const WordTable &keywords, quint32 state)
+    CPass(const char16_t *line, char16_t *out, const Words &keywords, quint32 state)
         : FamilyPass(line, out, keywords), m_line(line), m_part(static_cast<Part>(state >> s_partShift & 7)),
           m_delimiter(state >> s_delimiterShift)
     {

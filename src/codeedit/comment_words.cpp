@@ -1,9 +1,8 @@
 #include "codeedit/comment_words.h"
 
+#include "base/word_index.h"
 #include "codeedit/characters.h"
 
-#include <algorithm>
-#include <iterator>
 #include <string_view>
 
 namespace tavidoc {
@@ -27,35 +26,20 @@ constexpr NotedWord s_notedWords[] = {
     {u"IMPORTANT", CodeStyle::Attention},
 };
 
+constexpr auto s_notedWordIndex = WordIndex<NotedWord, &NotedWord::word>::of<s_notedWords>();
+
 /// The commands whose next word is an argument.
 constexpr u16string_view s_commandsWithArgument[] = {
     u"a", u"p", u"param",   u"tparam", u"ref",   u"e",      u"em",        u"b",
     u"f", u"m", u"ingroup", u"region", u"group", u"throws", u"exception",
 };
 
-CodeStyle styleOfWord(u16string_view word)
-{
-    for (const NotedWord &row : s_notedWords) {
-        if (row.word == word)
-            return row.style;
-    }
-    return CodeStyle::Comment;
-}
-
-bool takesArgument(u16string_view command)
-{
-    return std::ranges::find(s_commandsWithArgument, command) != std::end(s_commandsWithArgument);
-}
+constexpr auto s_commandIndex = WordIndex<u16string_view>::of<s_commandsWithArgument>();
 
 /// The end of the letters and digits from \a at on.
 const char16_t *wordEnd(const char16_t *at)
 {
     return Characters::skip(at, Characters::Word);
-}
-
-u16string_view view(const char16_t *begin, const char16_t *end)
-{
-    return {begin, static_cast<std::size_t>(end - begin)};
 }
 
 /// Styles the argument of a documentation command: the word after the blanks at \a at, or what
@@ -80,24 +64,24 @@ const char16_t *styleCommand(StyledLine &out, const char16_t *at, Kind &kind)
     if (at[1] == at[0])
         return at + 2;
     const char16_t *const end = wordEnd(at + 1);
-    const u16string_view name = view(at + 1, end);
+    const u16string_view name = u16string_view(at + 1, end);
     const bool endsCode = name == u"endcode" || name == u"endpre";
     if (name.empty() || (kind == Kind::DocumentationCode && !endsCode))
         return at + 1;
     out.writeTo(at, kind == Kind::DocumentationCode ? CodeStyle::DocCode : CodeStyle::Comment);
     out.writeTo(end, CodeStyle::DocKeyword);
     kind = name == u"code" || name == u"pre" ? Kind::DocumentationCode : Kind::Documentation;
-    return takesArgument(name) ? styleArgument(out, end) : end;
+    return s_commandIndex.contains(name) ? styleArgument(out, end) : end;
 }
 
 /// Styles the word in capitals at \a at when it is one of those that stand out. The result is its end.
 const char16_t *styleNotedWord(StyledLine &out, const char16_t *at)
 {
     const char16_t *const end = wordEnd(at);
-    const CodeStyle style = styleOfWord(view(at, end));
-    if (style != CodeStyle::Comment) {
+    const NotedWord *const row = s_notedWordIndex.find(u16string_view(at, end));
+    if (row != nullptr) {
         out.writeTo(at, CodeStyle::Comment);
-        out.writeTo(end, style);
+        out.writeTo(end, row->style);
     }
     return end;
 }

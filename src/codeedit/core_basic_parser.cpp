@@ -4,7 +4,6 @@
 #include "codeedit/comment_words.h"
 #include "codeedit/styled_line.h"
 #include "codeedit/word_lists.h"
-#include "codeedit/word_table.h"
 
 #include <string_view>
 
@@ -13,12 +12,6 @@ namespace tavidoc {
 namespace {
 
 using std::u16string_view;
-
-const WordTable &words()
-{
-    static const WordTable table(WordLists::basic());
-    return table;
-}
 
 bool isSigil(char16_t c)
 {
@@ -52,7 +45,7 @@ private:
     void takeNameTo(const char16_t *end);
     [[nodiscard]] bool isTableWord(const char16_t *end) const
     {
-        return words().contains({m_at, static_cast<std::size_t>(end - m_at)});
+        return WordLists::basic.contains(u16string_view(m_at, end));
     }
 
     const char16_t *m_at;

@@ -3,7 +3,7 @@
 #include "codeedit/characters.h"
 #include "codeedit/comment_words.h"
 #include "codeedit/styled_line.h"
-#include "codeedit/word_table.h"
+#include "codeedit/word_lists.h"
 
 #include <QtGlobal>
 
@@ -17,7 +17,7 @@ namespace tavidoc {
 class FamilyPass
 {
 public:
-    FamilyPass(const char16_t *line, char16_t *out, const WordTable &keywords)
+    FamilyPass(const char16_t *line, char16_t *out, const Words &keywords)
         : m_at(line), m_out(line, out), m_keywords(keywords)
     {
     }
@@ -88,7 +88,7 @@ protected:
 
     const char16_t *m_at;
     StyledLine m_out;
-    const WordTable &m_keywords;
+    const Words &m_keywords;
     Mode m_mode = Mode::Code;
     Comment m_comment = Comment::Plain;
 };

@@ -4,8 +4,6 @@
 #include "codeedit/regular_expression_ends.h"
 #include "codeedit/word_lists.h"
 
-#include <algorithm>
-
 namespace tavidoc {
 
 namespace {
@@ -56,7 +54,9 @@ constexpr LeadingWord s_leadingWords[] = {
     {u"with", Before::Operator, Enclosed::Condition},
 };
 
-/// Those of them that are no keywords.
+constexpr auto s_leadingWordIndex = WordIndex<LeadingWord, &LeadingWord::word>::of<s_leadingWords>();
+
+/// True for the words that an operand follows although they are not keywords.
 bool leadsToExpression(u16string_view name)
 {
     return name == u"of" || name == u"yield" || name == u"await";
@@ -78,7 +78,7 @@ bool isParenthesis(Bracket bracket)
 class JavaScriptPass : public FamilyPass
 {
 public:
-    JavaScriptPass(const char16_t *line, char16_t *out, const WordTable &keywords, quint32 state,
+    JavaScriptPass(const char16_t *line, char16_t *out, const Words &keywords, quint32 state,
                    std::vector<Bracket> &brackets)
         : FamilyPass(line, out, keywords), m_brackets(brackets),
           m_before(static_cast<Before>(state >> s_beforeShift & 7)),
@@ -190,10 +190,9 @@ void JavaScriptPass::followKeyword(u16string_view name)
         m_before = Before::Operator;
         return;
     }
-    const auto row = std::ranges::find(s_leadingWords, name, &LeadingWord::word);
-    const bool leading = row != std::end(s_leadingWords);
-    m_before = leading ? row->before : Before::Operator;
-    m_parenthesis = leading ? row->parenthesis : Enclosed::Arguments;
+    const LeadingWord *const row = s_leadingWordIndex.find(name);
+    m_before = row != nullptr ? row->before : Before::Operator;
+    m_parenthesis = row != nullptr ? row->parenthesis : Enclosed::Arguments;
 }
 
 /// Takes a number with its separators and suffix. Only a decimal number has a point, and one: a
@@ -378,13 +377,7 @@ void JavaScriptPass::takeTemplate()
 
 } // namespace
 
-CodeEditJavaScriptParser::CodeEditJavaScriptParser() : CodeEditStandardParser(sharedKeywords()) {}
-
-const WordTable &CodeEditJavaScriptParser::sharedKeywords()
-{
-    static const WordTable keywords(WordLists::javaScript());
-    return keywords;
-}
+CodeEditJavaScriptParser::CodeEditJavaScriptParser() : CodeEditStandardParser(WordLists::javaScript) {}
 
 void CodeEditJavaScriptParser::styleLine(const char16_t *line, char16_t *out, quint32 &state)
 {

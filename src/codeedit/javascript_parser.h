@@ -33,8 +33,6 @@ public:
     };
 
 private:
-    static const WordTable &sharedKeywords();
-
     std::vector<Bracket> m_brackets; // open ones, innermost last, behind the outermost level
 };
 

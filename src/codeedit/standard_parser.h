@@ -1,22 +1,22 @@
 #pragma once
 
 #include "codeedit/parser.h"
-#include "codeedit/word_table.h"
+#include "codeedit/word_lists.h"
 
 namespace tavidoc {
 
-/// The base of the lexers of C-like languages, which differ in their keywords and in what their
-/// passes over a line make of single characters.
+/// The base of the lexers of C-like languages, which differ in their keywords and in how they
+/// treat single characters.
 class CodeEditStandardParser : public CodeEditParser
 {
 protected:
     /// \a keywords is borrowed and must outlive the lexer.
-    explicit CodeEditStandardParser(const WordTable &keywords) : m_keywords(keywords) {}
+    explicit CodeEditStandardParser(const Words &keywords) : m_keywords(keywords) {}
 
-    [[nodiscard]] const WordTable &keywords() const { return m_keywords; }
+    [[nodiscard]] const Words &keywords() const { return m_keywords; }
 
 private:
-    const WordTable &m_keywords;
+    const Words &m_keywords;
 };
 
 } // namespace tavidoc

@@ -6,7 +6,8 @@ namespace WordLists {
 
 namespace {
 
-/// C and C++ keywords, the integer types of the library, and words of some compilers. Kept as it stands.
+/// C and C++ keywords, the integer types of the library, and words of some compilers. Deliberate: the mixture, with
+/// "overload" and "noreturn" in it.
 constexpr std::u16string_view s_c[] = {
     u"_Alignas",
     u"_Alignof",
@@ -213,25 +214,10 @@ constexpr std::u16string_view s_registers[] = {
 
 } // namespace
 
-std::span<const std::u16string_view> c()
-{
-    return s_c;
-}
-
-std::span<const std::u16string_view> javaScript()
-{
-    return s_javaScript;
-}
-
-std::span<const std::u16string_view> basic()
-{
-    return s_basic;
-}
-
-std::span<const std::u16string_view> registers()
-{
-    return s_registers;
-}
+constexpr Words c = Words::of<s_c>();
+constexpr Words javaScript = Words::of<s_javaScript>();
+constexpr Words basic = Words::of<s_basic>();
+constexpr Words registers = Words::of<s_registers>();
 
 } // namespace WordLists
 

@@ -1,18 +1,22 @@
 #pragma once
 
-#include <span>
+#include "base/word_index.h"
+
 #include <string_view>
 
 namespace tavidoc {
 
-/// The words that lexers know. A table word is a keyword (for the assembler: a register)
-/// wherever it is a word.
+/// A set of words.
+using Words = WordIndex<std::u16string_view>;
+
+/// The words that lexers know. Such a word is a keyword (for the assembler: a register) wherever
+/// it is a word.
 namespace WordLists {
 
-[[nodiscard]] std::span<const std::u16string_view> c();
-[[nodiscard]] std::span<const std::u16string_view> javaScript();
-[[nodiscard]] std::span<const std::u16string_view> basic();
-[[nodiscard]] std::span<const std::u16string_view> registers();
+extern const Words c;
+extern const Words javaScript;
+extern const Words basic;
+extern const Words registers; ///< each in lower and in upper case
 
 } // namespace WordLists
 

@@ -2,6 +2,7 @@
 
 #include "base/product.h"
 #include "base/source_text.h"
+#include "codeedit/languages.h"
 
 #include <utility>
 
@@ -9,41 +10,14 @@ namespace tavidoc {
 
 namespace {
 
-struct Extension
-{
-    std::string_view name;
-    std::string_view language;
-    bool anyCase = false;
-};
-
-constexpr Extension s_extensions[] = {
-    {"bas", "basic"},     {"xml", "xml"},       {"emproject", "xml", true},
-    {"hzp", "xml", true}, {"cpp", "c"},         {"hpp", "c"},
-    {"cxx", "c"},         {"hxx", "c"},         {"cc", "c"},
-    {"hh", "c"},          {"js", "javascript"},
-};
-
-std::string lowered(std::string_view text)
-{
-    std::string result(text);
-    for (char &c : result) {
-        if (c >= 'A' && c <= 'Z')
-            c = static_cast<char>(c + ('a' - 'A'));
-    }
-    return result;
-}
-
+/// The name of the language that the suffix of \a file stands for.
 std::string_view languageOf(std::string_view file)
 {
     const std::string_view name = file.substr(file.rfind('/') + 1);
     const std::size_t dot = name.rfind('.');
-    const std::string_view extension = dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
-    const std::string inLowerCase = lowered(extension);
-    for (const Extension &row : s_extensions) {
-        if (row.name == (row.anyCase ? std::string_view(inLowerCase) : extension))
-            return row.language;
-    }
-    return "plain";
+    const Language *const language =
+        dot != std::string_view::npos ? Languages::ofSuffix(name.substr(dot + 1)) : nullptr;
+    return language != nullptr ? *language->names.begin() : "plain";
 }
 
 QString fileName(std::string_view file)

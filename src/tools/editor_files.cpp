@@ -4,6 +4,7 @@
 
 #include "base/hexception.h"
 #include "base/whole_file.h"
+#include "codeedit/languages.h"
 #include "markup/translator.h"
 #include "reading/conditions.h"
 
@@ -59,19 +60,19 @@ constexpr Kind s_kinds[] = {
     {"Inline", "Function", "support.function.tavidoc", isWord},
 };
 
-/// A language of listings that editors have colours for.
-struct Listing
+QString fromUtf8(std::string_view text)
 {
-    const char *names; ///< with bars between them
-    const char *vimSyntax;
-    const char *scope;
-};
+    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+}
 
-constexpr Listing s_listings[] = {
-    {"c", "cpp", "source.cpp"},
-    {"xml", "xml", "text.xml"},
-    {"js|javascript", "javascript", "source.js"},
-};
+/// The names of \a language with \a separator between them.
+QString namesOf(const Language &language, const QString &separator)
+{
+    QStringList names;
+    for (const std::string_view name : language.names)
+        names.append(fromUtf8(name));
+    return names.join(separator);
+}
 
 QStringList wordsOf(const Kind &kind)
 {
@@ -79,7 +80,7 @@ QStringList wordsOf(const Kind &kind)
     for (const Translator::Command &command : Translator::commands()) {
         const auto *const first = std::ranges::find_if(s_kinds, [&](const Kind &row) { return row.holds(command); });
         if (first == &kind)
-            words.append(QString::fromUtf8(command.name.data(), qsizetype(command.name.size())));
+            words.append(fromUtf8(command.name));
     }
     words.sort();
     return words;
@@ -89,7 +90,7 @@ QStringList directives()
 {
     QStringList words;
     for (const std::string_view word : Conditions::openers())
-        words.append(QString::fromUtf8(word.data(), qsizetype(word.size())));
+        words.append(fromUtf8(word));
     words << u"@else"_s << u"@end"_s;
     words.sort();
     return words;
@@ -114,13 +115,15 @@ QString vimRegion(const QString &opening, const QString &cluster = {})
 QString vimListings()
 {
     QString text = vimRegion(uR"(\%(code\|pre\)\%({[^}]*}\)\=[0-9A-Za-z]\@!)"_s);
-    for (const Listing &listing : s_listings) {
-        const QLatin1StringView syntax(listing.vimSyntax);
+    for (const Language &language : Languages::all()) {
+        if (language.editors.vim.empty())
+            continue;
+        const QString syntax = fromUtf8(language.editors.vim);
         const QString cluster = u"tavidoc_"_s + syntax;
-        const QString names = QString::fromLatin1(listing.names).replace(u'|', u"\\|"_s);
+        const QString names = namesOf(language, u"\\|"_s);
         text += u"syntax include @%1 syntax/%2.vim\nunlet! b:current_syntax\n"_s.arg(cluster, syntax);
         text += vimRegion(uR"(\%(code\|pre\){\%(%1\)})"_s.arg(names), cluster);
-        if (names == u"c"_s)
+        if (&language == Languages::named("c")) // what a listing without a language is in
             text += vimRegion(uR"(code[0-9A-Za-z{]\@!)"_s, cluster);
     }
     return text;
@@ -161,15 +164,15 @@ QJsonObject pattern(const QString &expression, const char *scope)
     return {{u"match"_s, expression}, {u"name"_s, QLatin1StringView(scope)}};
 }
 
-QJsonObject listingPattern(const QString &opening, const char *scope)
+QJsonObject listingPattern(const QString &opening, std::string_view scope)
 {
     QJsonObject listing = {{u"begin"_s, opening},
                            {u"end"_s, uR"(\\end(?:code|pre)(?![0-9A-Za-z]))"_s},
                            {u"name"_s, u"meta.embedded.block.tavidoc"_s},
                            {u"beginCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_kinds[3].scope)}}},
                            {u"endCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_kinds[3].scope)}}}};
-    if (scope != nullptr)
-        listing[u"patterns"_s] = QJsonArray{QJsonObject{{u"include"_s, QLatin1StringView(scope)}}};
+    if (!scope.empty())
+        listing[u"patterns"_s] = QJsonArray{QJsonObject{{u"include"_s, fromUtf8(scope)}}};
     return listing;
 }
 
@@ -180,12 +183,14 @@ QByteArray textMateGrammar()
         pattern(uR"(^\s*@def\b.*)"_s, "keyword.control.directive.define.tavidoc"),
         pattern(uR"(^\s*(?:%1)\s*$)"_s.arg(directives().join(u'|')), "keyword.control.directive.tavidoc"),
         pattern(uR"(\\(?:rem|fixme|review)(?![0-9A-Za-z]).*)"_s, "comment.line.remark.tavidoc"),
-        listingPattern(uR"(\\code(?![0-9A-Za-z{]))"_s, "source.cpp"),
+        listingPattern(uR"(\\code(?![0-9A-Za-z{]))"_s, Languages::named("c")->editors.textMate),
     };
-    for (const Listing &listing : s_listings)
-        patterns.append(
-            listingPattern(uR"(\\(?:code|pre)\{(?:%1)\})"_s.arg(QLatin1StringView(listing.names)), listing.scope));
-    patterns.append(listingPattern(uR"(\\(?:code|pre)(?:\{[^}]*\})?(?![0-9A-Za-z]))"_s, nullptr));
+    for (const Language &language : Languages::all()) {
+        if (!language.editors.textMate.empty())
+            patterns.append(listingPattern(uR"(\\(?:code|pre)\{(?:%1)\})"_s.arg(namesOf(language, u"|"_s)),
+                                           language.editors.textMate));
+    }
+    patterns.append(listingPattern(uR"(\\(?:code|pre)(?:\{[^}]*\})?(?![0-9A-Za-z]))"_s, {}));
     for (const Kind &kind : s_kinds)
         patterns.append(pattern(
             uR"(\\(?:%1)(?![0-9A-Za-z])%2)"_s.arg(wordsOf(kind).join(u'|'), QLatin1StringView(kind.tail)), kind.scope));
