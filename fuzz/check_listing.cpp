@@ -1,14 +1,14 @@
 // Listings to styled lines and to spans.
 
 #include "base/source_text.h"
-#include "codeedit/lexer_factory.h"
 #include "codeedit/listing.h"
-#include "codeedit/styled_line.h"
 #include "codeedit/utf16_lines.h"
+#include "fuzz/listing_languages.h"
 #include "fuzz/page_checks.h"
 #include "fuzz/process_state.h"
 #include "fuzz/promise.h"
 #include "fuzz/subjects.h"
+#include "tests/support/lexer_rules.h"
 
 #include <utility>
 #include <vector>
@@ -17,27 +17,14 @@ using namespace tavidoc;
 
 namespace {
 
-constexpr std::string_view s_languages[] = {"basic", "classic-basic", "c", "xml", "asm", "javascript", "js", ""};
-
-/// A lexer writes 3n + 1 units at the most, the styled line holds the line, and each marker stands before text.
 void checkStyledLines(std::string_view text, CodeEditParser &lexer)
 {
-    constexpr char16_t guard = u'\uFFFE';
     Utf16Lines lines(text);
+    std::vector<char16_t> styled;
     quint32 state = 0;
     while (lines.next()) {
-        const std::size_t room = 3 * lines.size() + 1;
-        std::vector<char16_t> styled(room + 1, guard);
-        lexer.styleLine(lines.line(), styled.data(), state);
-        promise(styled[room] == guard, "a lexer writes 3n + 1 units at the most");
-        const char16_t *at = styled.data();
-        for (const char16_t *unit = lines.line(); *unit != 0; ++unit) {
-            if (*at == s_styleMarker)
-                at += 2;
-            promise(*at == *unit, "a styled line holds the line");
-            ++at;
-        }
-        promise(*at == 0, "a styled line ends with its text");
+        const std::string_view broken = brokenRule(lexer, {lines.line(), lines.size()}, styled, state);
+        promise(broken.empty(), broken);
     }
 }
 
@@ -111,20 +98,21 @@ void checkListing(std::string_view input)
 {
     if (input.empty())
         return;
-    const std::string_view language = s_languages[static_cast<unsigned char>(input.front()) % std::size(s_languages)];
+    const std::string_view language = ListingLanguages::chosenBy(input.front());
+    const Language *const row = Languages::named(language);
     input.remove_prefix(1);
     const std::string text =
         decodedSource(QByteArray(input.data(), static_cast<qsizetype>(input.size()))).toStdString();
-    if (const auto lexer = makeLexer(language))
-        checkStyledLines(text, *lexer);
+    if (row != nullptr)
+        checkStyledLines(text, *row->makeLexer());
     settleProcessState();
     std::string html;
     appendListing(html, text, language);
-    if (language.empty())
+    if (row == nullptr)
         return promiseEqual(plainText(html), text, "the text of a listing survives");
     checkPage(html, false, false);
     const std::string expected = expectedText(text) + "\n";
-    if (language == "basic")
+    if (row->lineNumbers == Language::LineNumbers::LeftOut)
         checkEndsOfLines(plainText(html), expected);
     else
         promiseEqual(plainText(html), expected, "the text of a listing survives");

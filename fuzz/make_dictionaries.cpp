@@ -1,5 +1,6 @@
 // Writes the dictionary of each fuzz target from the tables that the library itself uses.
 
+#include "codeedit/languages.h"
 #include "codeedit/word_lists.h"
 #include "markup/translator.h"
 #include "pages/icon_table.h"
@@ -103,8 +104,10 @@ bool writeMarkup(const std::string &directory)
 {
     Dictionary words(directory, "markup");
     addMarkup(words);
-    for (const std::string_view language : {"c", "xml", "asm", "basic", "js"})
-        words.add(std::string("\\code{").append(language).append("}\n"));
+    for (const Language &language : Languages::all()) {
+        for (const std::string_view name : language.names)
+            words.add(std::string("\\code{").append(name).append("}\n"));
+    }
     return words.isWritten();
 }
 
@@ -165,10 +168,8 @@ bool writeHeader(const std::string &directory)
 bool writeListing(const std::string &directory)
 {
     Dictionary words(directory, "listing");
-    words.add(WordLists::c());
-    words.add(WordLists::javaScript());
-    words.add(WordLists::basic());
-    words.add(WordLists::registers());
+    for (const Words *list : WordLists::all)
+        words.add(list->rows());
     words.add({"/*",         "*/",   "//",   "<!--",  "-->",    "<![CDATA[", "]]>",     "<?",    "?>",
                "<!DOCTYPE ", "[",    "]>",   "&amp;", "</",     "/>",        "R\"x(",   ")x\"",  "u8\"",
                "0x",         "1'0",  "1e+5", "`",     "${",     "\\vdots",   "\\hdots", "\\...", "#include <",

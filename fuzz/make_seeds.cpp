@@ -2,6 +2,7 @@
 // project, or the inputs of those that read headers from the headers that are installed. An input is named after its
 // bytes, so that equal ones are one.
 
+#include "fuzz/listing_languages.h"
 #include "fuzz/string_literals.h"
 
 #include <cstdint>
@@ -44,17 +45,24 @@ std::vector<std::string> chunks(std::string_view text, std::size_t size = s_chun
     return pieces;
 }
 
+/// The languages in which text from a file with \a suffix makes sense as a listing: all for ".txt", whose text may be
+/// anything.
+std::vector<std::string_view> listingLanguagesOf(std::string_view suffix)
+{
+    static const std::map<std::string_view, std::string_view> others = {
+        {".c", "c"}, {".h", "c"}, {".svg", "xml"}, {".htm", "xml"}, {".dg", ""}};
+    if (suffix == ".txt")
+        return ListingLanguages::all();
+    if (const auto found = others.find(suffix); found != others.end())
+        return {found->second};
+    const tavidoc::Language *const language = suffix.empty() ? nullptr : tavidoc::Languages::ofSuffix(suffix.substr(1));
+    return language != nullptr ? std::vector{*language->names.begin()} : std::vector<std::string_view>();
+}
+
 void addListing(Seeds &seeds, std::string_view suffix, std::string_view text)
 {
-    // The digit chooses the lexer; see the subject.
-    static const std::map<std::string_view, std::string_view> languages = {
-        {".c", "2"},   {".h", "2"},   {".cpp", "2"}, {".xml", "3"},
-        {".svg", "3"}, {".htm", "3"}, {".dg", "7"},  {".txt", "01456"}};
-    const auto found = languages.find(suffix);
-    if (found == languages.end())
-        return;
-    for (const char language : found->second)
-        seeds["listing"].insert(language + std::string(text));
+    for (const std::string_view language : listingLanguagesOf(suffix))
+        seeds["listing"].insert(ListingLanguages::choiceOf(language) + std::string(text));
 }
 
 void addPiece(Seeds &seeds, std::string_view suffix, const std::string &text)

@@ -219,6 +219,8 @@ constexpr Words javaScript = Words::of<s_javaScript>();
 constexpr Words basic = Words::of<s_basic>();
 constexpr Words registers = Words::of<s_registers>();
 
+constexpr std::array<const Words *, 4> all = {&c, &javaScript, &basic, &registers};
+
 } // namespace WordLists
 
 } // namespace tavidoc

@@ -2,6 +2,7 @@
 
 #include "base/word_index.h"
 
+#include <array>
 #include <string_view>
 
 namespace tavidoc {
@@ -17,6 +18,9 @@ extern const Words c;
 extern const Words javaScript;
 extern const Words basic;
 extern const Words registers; ///< each in lower and in upper case
+
+/// All of them.
+extern const std::array<const Words *, 4> all;
 
 } // namespace WordLists
 

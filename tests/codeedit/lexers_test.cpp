@@ -1,10 +1,13 @@
-#include "codeedit/lexer_factory.h"
+#include "codeedit/languages.h"
 #include "tests/support/styled_text.h"
 
 #include <gtest/gtest.h>
 
+#include <QDir>
 #include <QFile>
 #include <QStringList>
+
+#include <set>
 
 using namespace tavidoc;
 
@@ -12,9 +15,23 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-QString goldenFile(const std::string &language)
+const QString s_goldenFiles = QStringLiteral(TAVIDOC_SOURCE_DIR "/tests/codeedit/golden");
+
+/// One name for each lexer: the first in the table.
+std::vector<std::string> lexers()
 {
-    return QStringLiteral(TAVIDOC_SOURCE_DIR "/tests/codeedit/golden/") + QString::fromStdString(language) + u".txt"_s;
+    std::set<decltype(Language::makeLexer)> makers;
+    std::vector<std::string> names;
+    for (const Language &language : Languages::all()) {
+        if (makers.insert(language.makeLexer).second)
+            names.emplace_back(*language.names.begin());
+    }
+    return names;
+}
+
+QString goldenFile(const std::string &lexer)
+{
+    return s_goldenFiles + u'/' + QString::fromStdString(lexer) + u".txt"_s;
 }
 
 QString contents(const QString &name)
@@ -23,11 +40,11 @@ QString contents(const QString &name)
     return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
 }
 
-/// What \a row becomes: its sentence and its source stay, the styled lines are made anew.
-QString restyled(const QString &row, const std::string &language)
+/// The example \a row with its title and its source as they are and the styled lines written anew.
+QString restyled(const QString &row, const std::string &name)
 {
     const QString source = row.left(row.indexOf(u"\n---\n"_s));
-    const std::unique_ptr<CodeEditParser> lexer = makeLexer(language);
+    const std::unique_ptr<CodeEditParser> lexer = Languages::named(name)->makeLexer();
     QString result = source + u"\n---\n"_s;
     quint32 state = 0;
     for (const QString &line : source.split(u'\n').sliced(1))
@@ -39,13 +56,13 @@ class Golden : public testing::TestWithParam<std::string>
 {
 };
 
-/// Each file is a row of examples: a sentence, a listing, the styled listing. With TAVIDOC_UPDATE set
+/// Each lexer has a file of examples: a title, a listing, the styled listing. With TAVIDOC_UPDATE set
 /// the styled listings are written anew.
 TEST_P(Golden, ListingsAreStyledAsBefore)
 {
     const QString name = goldenFile(GetParam());
     QStringList rows = contents(name).split(u"=== "_s, Qt::SkipEmptyParts);
-    ASSERT_GT(rows.size(), 3);
+    ASSERT_GT(rows.size(), 3) << "write examples into " << name.toStdString();
     for (QString &row : rows) {
         const QString styled = restyled(row, GetParam());
         if (qEnvironmentVariableIsSet("TAVIDOC_UPDATE"))
@@ -57,6 +74,13 @@ TEST_P(Golden, ListingsAreStyledAsBefore)
         file.write((u"=== "_s + rows.join(u"=== "_s)).toUtf8());
 }
 
-INSTANTIATE_TEST_SUITE_P(Lexers, Golden, testing::Values("c", "javascript", "xml", "asm", "basic"));
+INSTANTIATE_TEST_SUITE_P(Lexers, Golden, testing::ValuesIn(lexers()), [](const auto &lexer) {
+    return QString::fromStdString(lexer.param).remove(u'-').toStdString();
+});
+
+TEST(GoldenFiles, AllBelongToALexer)
+{
+    EXPECT_EQ(QDir(s_goldenFiles).entryList(QDir::Files).size(), lexers().size());
+}
 
 } // namespace

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "codeedit/parser.h"
-#include "codeedit/styled_line.h"
+#include "codeedit/code_style.h"
+#include "tests/support/lexer_rules.h"
 
 #include <QString>
 
@@ -10,16 +10,14 @@
 
 using namespace tavidoc;
 
-/// A styled line as a text to read: each marker is the name of its style, or its number, in
-/// brackets. A lexer that overruns its room is told by what stands behind the room.
+/// A styled line in a readable form: each marker is the name of its style, or its number, in
+/// brackets. For a line that breaks a rule of lexers it is that rule.
 inline QString styledText(CodeEditParser &lexer, const QString &line, quint32 &state)
 {
-    const std::u16string units = line.toStdU16String();
-    constexpr char16_t guard = u'\uFFFE';
-    std::vector<char16_t> styled(3 * units.size() + 3, guard);
-    lexer.styleLine(units.c_str(), styled.data(), state);
-    if (styled[3 * units.size() + 1] != guard)
-        return QStringLiteral("more than 3n + 1");
+    std::vector<char16_t> styled;
+    const std::string_view broken = brokenRule(lexer, line.toStdU16String(), styled, state);
+    if (!broken.empty())
+        return QStringLiteral("broken rule: ") + QString::fromUtf8(broken.data(), qsizetype(broken.size()));
     QString text;
     for (const char16_t *at = styled.data(); *at != 0; ++at) {
         if (*at != s_styleMarker) {
