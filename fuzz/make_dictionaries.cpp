@@ -2,7 +2,7 @@
 
 #include "codeedit/languages.h"
 #include "codeedit/word_lists.h"
-#include "markup/translator.h"
+#include "markup/command_table.h"
 #include "pages/icon_table.h"
 #include "reading/conditions.h"
 #include "sourcebrowser/tokens.h"
@@ -67,7 +67,7 @@ bool writeReader(const std::string &directory)
 
 void addMarkup(Dictionary &words)
 {
-    for (const Translator::Command &command : Translator::commands())
+    for (const Command &command : CommandTable::rows())
         words.add(std::string("\\").append(command.name));
     words.add({"{",
                "}",

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "markup/page_titles.h"
 #include "markup/declarations.h"
+#include "markup/page_titles.h"
 
 #include <optional>
 #include <string>

@@ -8,23 +8,15 @@ namespace tavidoc {
 
 namespace {
 
-/// Characters at which the copying of running text stops.
-enum Special : std::uint8_t
-{
-    Backslash = 1,
-    LineEnd = 2,
-    Less = 4,
-    PerhapsMiddleDot = 8, // its first byte, and that of other characters
-    Bar = 16,
-};
-
+/// The bit of each character that can be special. The bit of the middle dot belongs to its first byte, which begins
+/// other characters too.
 constexpr std::array<std::uint8_t, 256> specialTable()
 {
     std::array<std::uint8_t, 256> table{};
     table['\\'] = Backslash;
     table['\n'] = LineEnd;
     table['<'] = Less;
-    table[0xC2] = PerhapsMiddleDot;
+    table[0xC2] = MiddleDot;
     table['|'] = Bar;
     return table;
 }
@@ -32,25 +24,14 @@ constexpr std::array<std::uint8_t, 256> specialTable()
 constexpr std::array<std::uint8_t, 256> s_special = specialTable();
 constexpr std::string_view s_middleDot = "\xC2\xB7";
 
-constexpr unsigned s_text = Backslash | LineEnd | Less | PerhapsMiddleDot;
-constexpr unsigned s_list = Backslash | LineEnd | PerhapsMiddleDot;
-constexpr unsigned s_grid = Backslash | Bar | PerhapsMiddleDot;
-
-/// What is special in each block mode.
-constexpr unsigned s_specialInMode[] = {s_text, s_text, s_list, s_list, s_list, 0, s_grid, s_grid};
-
-bool isGrid(BlockMode mode)
-{
-    return mode == BlockMode::Table || mode == BlockMode::Matrix;
-}
-
 } // namespace
 
 Translator::Translator(std::string_view text, const TranslatorSurroundings &surroundings)
     : m_cursor(text), m_blocks(surroundings.blocks), m_pages(surroundings.pages), m_contents(surroundings.contents),
       m_references(surroundings.references), m_report(surroundings.report), m_actions(surroundings.actions),
       m_properties(surroundings.properties), m_icons(surroundings.icons), m_declarations(surroundings.declarations),
-      m_outputFormat(surroundings.outputFormat), m_baseHeadingLevel(surroundings.baseHeadingLevel)
+      m_outputFormat(surroundings.outputFormat), m_baseHeadingLevel(surroundings.baseHeadingLevel),
+      m_table(surroundings.blocks)
 {
 }
 
@@ -65,17 +46,17 @@ void Translator::translate()
         else
             break;
     }
-    if (isGrid(m_blocks.mode()))
-        m_report.warning(m_gridOffset, "this table or matrix is still open at the end of the document");
+    if (m_table.isOpen())
+        m_report.warning(m_tableOffset, "this table or matrix is still open at the end of the document");
     m_blocks.setMode(BlockMode::None);
 }
 
-/// Copies characters that mean nothing special, as a run.
+/// Copies a run of characters that are not special.
 void Translator::copyText()
 {
     if (m_blocks.mode() == BlockMode::None && !m_inSynopsis)
         m_cursor.skipBlanksAndLineEnds();
-    else if (isGrid(m_blocks.mode()) && m_row == Row::None)
+    else if (m_table.isBeforeFirstRow())
         m_cursor.skipSpace();
     const std::size_t begin = m_cursor.offset();
     const std::size_t end = plainTextEnd();
@@ -109,8 +90,8 @@ std::size_t Translator::plainTextEnd() const
 unsigned Translator::specialCharacters() const
 {
     if (m_inSynopsis)
-        return Backslash | PerhapsMiddleDot;
-    const unsigned special = s_specialInMode[static_cast<std::size_t>(m_blocks.mode())];
+        return Backslash | MiddleDot;
+    const unsigned special = traitsOf(m_blocks.mode()).special;
     return m_frames.empty() ? special : special & ~unsigned{LineEnd | Bar};
 }
 
@@ -158,7 +139,7 @@ void Translator::backslash()
 {
     m_commandOffset = m_cursor.offset();
     m_commandName = m_cursor.takeCommandName();
-    if (const Command *const command = findCommand(m_commandName))
+    if (const Command *const command = CommandTable::find(m_commandName))
         run(*command);
     else if (m_commandName.empty() || !isNameCharacter(m_commandName.front()))
         escape(m_commandName);
@@ -175,9 +156,9 @@ void Translator::escape(std::string_view name)
     beginText();
     if (name.empty())
         return write("&#x5c;");
-    const Command *const command = findCommand(name.substr(0, 1));
+    const Command *const command = CommandTable::find(name.substr(0, 1));
     if (command != nullptr)
-        write(command->first);
+        write(command->opening);
     else
         writeEscaped(name.substr(0, 1));
     write(name.substr(1));
@@ -185,9 +166,9 @@ void Translator::escape(std::string_view name)
 
 void Translator::run(const Command &command)
 {
-    if (command.place != Place::Anywhere && !m_frames.empty())
+    if (!isAllowedInArgument(command) && !m_frames.empty())
         return errorMarker("not allowed inside an argument or a synopsis");
-    if (command.place == Place::Document && m_declarations != nullptr)
+    if (command.kind == CommandKind::Page && m_declarations != nullptr)
         return errorMarker("not allowed in the comment of a header");
     (this->*command.handler)(command);
 }
@@ -226,10 +207,7 @@ void Translator::beginText()
     if (m_inSynopsis)
         return;
     m_blocks.setMode(BlockMode::Paragraph);
-    if (m_row == Row::None && m_blocks.mode() == BlockMode::Table)
-        tableBar(true);
-    else if (m_row == Row::None && m_blocks.mode() == BlockMode::Matrix)
-        matrixBar(true);
+    m_table.beginText();
 }
 
 void Translator::write(std::string_view html)

@@ -2,8 +2,10 @@
 
 #include "definitions/action_names.h"
 #include "definitions/properties.h"
+#include "markup/command_table.h"
 #include "markup/cross_references.h"
 #include "markup/markup_cursor.h"
+#include "markup/table_writer.h"
 #include "pages/contents.h"
 #include "pages/html_blocks.h"
 #include "pages/icon_table.h"
@@ -12,14 +14,13 @@
 
 #include <initializer_list>
 #include <optional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace tavidoc {
 
-/// What a translator works on. All are borrowed and must outlive it.
+/// What a translator works on. Everything is borrowed and must outlive it.
 struct TranslatorSurroundings
 {
     HtmlBlocks &blocks;
@@ -35,39 +36,16 @@ struct TranslatorSurroundings
     int baseHeadingLevel; ///< of a document that is not split into pages; 0 for a top-level one
 };
 
-/// Turns the text of one document, or of one comment of a header, into HTML: one pass over the
-/// text. Wrong markup leaves a marker in the page and a message; it never ends the pass.
+/// Turns the text of one document, or of one comment of a header, into HTML in one pass. Wrong
+/// markup leaves a marker in the page and a message; it never ends the pass.
 class Translator
 {
 public:
-    /// Where a command may stand.
-    enum class Place
-    {
-        Anywhere,
-        Block,    ///< opens, closes or switches a block: not inside an argument or a synopsis
-        Document, ///< besides, not in the comments of a header
-    };
-
-    /// A row of the command table. What \a first and \a second mean is the handler's business.
-    struct Command
-    {
-        std::string_view name;
-        Place place;
-        void (Translator::*handler)(const Command &);
-        std::string_view first = {};
-        std::string_view second = {};
-    };
-
     /// \a text is UTF-8.
     Translator(std::string_view text, const TranslatorSurroundings &surroundings);
 
     /// Translates the whole text and closes the block that is open at its end.
     void translate();
-
-    /// All commands; none is named twice.
-    [[nodiscard]] static std::span<const Command> commands();
-    /// Null for an unknown name.
-    [[nodiscard]] static const Command *findCommand(std::string_view name);
 
     /// The last `\brief` of the text as HTML; empty without one.
     [[nodiscard]] const std::string &brief() const { return m_brief; }
@@ -75,8 +53,10 @@ public:
     [[nodiscard]] const std::string &group() const { return m_group; }
 
 private:
-    /// A stretch of text that is translated by the same loop as any other and that something
-    /// follows: an argument, a synopsis, a line. A stack of them replaces recursion.
+    friend class CommandTable; // its rows point to the handlers
+
+    /// A stretch of text that is translated by the same loop as any other text and then closed:
+    /// an argument, a synopsis, a line. A stack of frames replaces recursion.
     struct Frame
     {
         std::size_t end;          // of the stretch
@@ -116,91 +96,34 @@ private:
     std::optional<std::string_view> lineOrBraced();
     std::optional<std::string_view> filledLine();
 
-    // Inline
-    void misplaced(const Command &command);
-    void symbol(const Command &command);
-    void style(const Command &command);
-    void rawHtml(const Command &command);
-    void wrapText(const Command &command);
-    void image(const Command &command);
-    void screen(const Command &command);
-    void link(const Command &command);
-    void lineNumber(const Command &command);
-    void discardLine(const Command &command);
-    void paragraphStyle(const Command &command);
+    // The handlers of commands, each with the functions that only they use
+    using Handler = void(const Command &);
 
-    // Blocks
-    void item(const Command &command);
+    Handler symbol, style, rawHtml, wrapText, image, screen, link, choose, choosing;
+    Handler misplaced, lineNumber, discardLine, paragraphStyle;
+
+    Handler item, term, step, parameter, returns, referenceSection, synopsis, heading, section, subsection, overview;
+    Handler copyLine, briefText;
     void skipAfterLabel();
-    void term(const Command &command);
-    void step(const Command &command);
-    void parameter(const Command &command);
-    void returns(const Command &command);
-    void referenceSection(const Command &command);
-    void synopsis(const Command &command);
     void endSynopsis();
     [[nodiscard]] std::size_t synopsisEnd() const;
-    void namedHeading(const Command &command);
-    void section(const Command &command);
-    void overview(const Command &command);
-    void copyLine(const Command &command);
-    void briefText(const Command &command);
     void endBrief();
     void startSection(int levelBelowTop, std::string_view title);
 
-    // Tables and matrices
-    void table(const Command &command);
-    void matrix(const Command &command);
-    void endTable(const Command &command);
-    void endMatrix(const Command &command);
-    void endGrid(BlockMode mode);
-    void warnOfOpenGrid();
-    void tableBar(bool startsRow);
-    void headingRow();
-    void groupRow();
+    Handler table, matrix, endTable, endMatrix;
+    bool beginTable(BlockMode mode);
+    void endTable(BlockMode mode);
     void endGroupRow();
-    void matrixBar(bool startsRow);
-    [[nodiscard]] bool barStartsRow() const;
 
-    // Listings and files
-    void listing(const Command &command);
-    void present(const Command &command);
-    void copyFile(const Command &command);
-    void show(const Command &command);
+    Handler codeListing, plainListing, present, copyFile, show;
+    void listing(std::string_view defaultLanguage);
     void writeListing(std::string_view text, std::string_view language);
 
-    // Pages and contents
-    void title(const Command &command);
-    void split(const Command &command);
-    void here(const Command &command);
-    void contents(const Command &command);
+    Handler title, split, here, contents, includeInContents, rawContent, beginGroup, endGroup, inGroup, groupOrder;
     void steerContents(std::string_view direction);
-    void includeInContents(const Command &command);
-    void rawContent(const Command &command);
-    void beginGroup(const Command &command);
-    void endGroup(const Command &command);
-    void inGroup(const Command &command);
-    void groupOrder(const Command &command);
 
-    // Menus, keys, properties, icons
-    void menu(const Command &command);
-    void key(const Command &command);
-    void tip(const Command &command);
-    void choose(const Command &command);
-    void property(const Command &command);
-    void propertyPage(const Command &command);
-    void icon(const Command &command);
-
-    /// Which kind of row of a table or matrix is open.
-    enum class Row
-    {
-        None,
-        Heading,
-        Data,
-    };
-
-    static constexpr std::string_view s_headingRowEnd = "</th></tr>\n";
-    static constexpr std::string_view s_dataRowEnd = "</td></tr>\n";
+    Handler menu, key, tip, property, propertyPage, icon;
+    void instruct(std::string_view menuVerb, std::string_view keyVerb);
 
     MarkupCursor m_cursor;
     HtmlBlocks &m_blocks;
@@ -215,11 +138,11 @@ private:
     std::string_view m_outputFormat;
     int m_baseHeadingLevel;
 
-    std::vector<Frame> m_frames; // innermost last
+    TableWriter m_table;
+    std::size_t m_tableOffset = 0; // of the command that opened the table or matrix
+    std::vector<Frame> m_frames;   // innermost last
     std::size_t m_commandOffset = 0;
     std::string_view m_commandName;
-    Row m_row = Row::None;
-    std::size_t m_gridOffset = 0; // of the command that opened the table or matrix
     bool m_inSynopsis = false;
     bool m_saidNoPage = false;
     bool m_pageOpened = false;   // at this place or before

@@ -6,12 +6,6 @@
 
 namespace tavidoc {
 
-namespace {
-
-constexpr int s_levelBelowTop = 1; // a section is that much below the title of a split document
-
-} // namespace
-
 void Translator::item(const Command &)
 {
     if (m_cursor.atBrace() && !m_cursor.argumentEnd())
@@ -79,13 +73,13 @@ void Translator::returns(const Command &)
 void Translator::referenceSection(const Command &command)
 {
     m_blocks.setMode(BlockMode::None);
-    appendHeading(m_blocks.text(), 4, command.first);
+    write(command.opening);
 }
 
 void Translator::synopsis(const Command &command)
 {
     referenceSection(command);
-    m_blocks.append("<pre>");
+    m_blocks.append({});
     m_cursor.skipBlanks();
     m_cursor.skipLineEnd();
     const std::size_t begin = m_cursor.offset();
@@ -96,7 +90,7 @@ void Translator::synopsis(const Command &command)
     if (m_declarations != nullptr && trimmed(m_cursor.text().substr(begin, end - begin)).empty())
         writeEscaped(m_declarations->currentSynopsis());
     m_inSynopsis = true;
-    openFrame(end, resume, "</pre>", &Translator::endSynopsis);
+    openFrame(end, resume, command.closing, &Translator::endSynopsis);
 }
 
 void Translator::endSynopsis()
@@ -115,8 +109,8 @@ std::size_t Translator::synopsisEnd() const
         const std::size_t begin = line.offset();
         line.skipBlanks();
         if (line.peek() == '\\') {
-            const Command *const command = findCommand(line.takeCommandName());
-            if (command != nullptr && command->place != Place::Anywhere)
+            const Command *const command = CommandTable::find(line.takeCommandName());
+            if (command != nullptr && !isAllowedInArgument(*command))
                 return begin;
         }
         line.takeLine();
@@ -125,31 +119,35 @@ std::size_t Translator::synopsisEnd() const
     return line.offset();
 }
 
-/// Writes a heading whose tag the table names, with the text of the line.
-void Translator::namedHeading(const Command &command)
+void Translator::heading(const Command &command)
 {
     const auto text = filledLine();
     if (!text)
         return;
     m_blocks.setMode(BlockMode::None);
-    const std::string tag(command.first);
-    write("<" + tag + ">");
+    write(command.opening);
     writeEscaped(*text);
-    write("</" + tag + ">");
+    write(command.closing);
 }
 
-void Translator::section(const Command &command)
+void Translator::section(const Command &)
 {
     if (const auto text = filledLine())
-        startSection(command.first.front() - '0', *text);
+        startSection(1, *text);
 }
 
-void Translator::overview(const Command &command)
+void Translator::subsection(const Command &)
 {
-    startSection(s_levelBelowTop, command.first);
+    if (const auto text = filledLine())
+        startSection(2, *text);
 }
 
-/// Writes the heading of a section; \a levelBelowTop is 1 for a section, 2 for a subsection.
+void Translator::overview(const Command &)
+{
+    startSection(1, "Overview");
+}
+
+/// Writes a heading \a levelBelowTop levels below that of the page title.
 void Translator::startSection(int levelBelowTop, std::string_view title)
 {
     m_blocks.setMode(BlockMode::None);

@@ -34,7 +34,7 @@ void Translator::misplaced(const Command &)
 void Translator::symbol(const Command &command)
 {
     beginText();
-    write(command.first);
+    write(command.opening);
 }
 
 /// Opens a style; its argument is translated by the same loop as any other text, and the style
@@ -45,9 +45,9 @@ void Translator::style(const Command &command)
     if (!end)
         return missingArgument();
     beginText();
-    write(command.first);
+    write(command.opening);
     m_cursor.moveTo(m_cursor.offset() + 1);
-    openFrame(*end, *end + 1, command.second);
+    openFrame(*end, *end + 1, command.closing);
 }
 
 void Translator::rawHtml(const Command &)
@@ -61,9 +61,9 @@ void Translator::wrapText(const Command &command)
     const auto text = braced();
     if (!text)
         return;
-    write(command.first);
+    write(command.opening);
     writeEscaped(*text);
-    write(command.second);
+    write(command.closing);
 }
 
 void Translator::image(const Command &)
@@ -108,11 +108,21 @@ void Translator::link(const Command &command)
         return errorMarker("the argument is missing");
     const auto caption = m_cursor.takeArgument();
     beginText();
-    write(command.first);
+    write(command.opening);
     m_references.appendLink(m_blocks.text(), *target, caption);
-    write(command.second);
+    write(command.closing);
     if (!caption && m_cursor.atBrace())
         missingArgument();
+}
+
+void Translator::choose(const Command &)
+{
+    instruct("Choose", "Press");
+}
+
+void Translator::choosing(const Command &)
+{
+    instruct("Choosing", "Pressing");
 }
 
 void Translator::lineNumber(const Command &)

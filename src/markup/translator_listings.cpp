@@ -33,13 +33,24 @@ ClosingCommand findClosing(std::string_view text, std::size_t offset)
 
 } // namespace
 
-void Translator::listing(const Command &command)
+void Translator::codeListing(const Command &)
+{
+    listing("c");
+}
+
+void Translator::plainListing(const Command &)
+{
+    listing("plain");
+}
+
+/// Writes the listing that begins at the cursor. Its argument names the language.
+void Translator::listing(std::string_view defaultLanguage)
 {
     if (m_cursor.atBrace() && !m_cursor.argumentEnd())
         return missingArgument();
-    std::string_view language = m_cursor.takeArgument().value_or(command.first);
+    std::string_view language = m_cursor.takeArgument().value_or(defaultLanguage);
     if (language.empty())
-        language = command.first;
+        language = defaultLanguage;
     m_cursor.skipLineEnd();
     const std::string_view text = m_cursor.text();
     const std::size_t begin = m_cursor.offset();

@@ -75,17 +75,16 @@ void Translator::tip(const Command &)
     write("</b>");
 }
 
-/// Tells the reader how to invoke an action; the verbs are those of the table.
-void Translator::choose(const Command &command)
+/// Writes how to invoke an action. The verbs are capitalized.
+void Translator::instruct(std::string_view menuVerb, std::string_view keyVerb)
 {
     const auto action = braced();
     if (!action)
         return;
     beginText();
     const bool capital = endsBeforeSentence(m_blocks.openText());
-    const std::string menuVerb = capital ? std::string(command.first) : inSentence(command.first);
-    const std::string keyVerb = capital ? std::string(command.second) : inSentence(command.second);
-    const ChoosePhrase phrase = m_actions.choosePhrase(*action, menuVerb, keyVerb);
+    const ChoosePhrase phrase = m_actions.choosePhrase(*action, capital ? std::string(menuVerb) : inSentence(menuVerb),
+                                                       capital ? std::string(keyVerb) : inSentence(keyVerb));
     for (const std::string &message : phrase.warnings)
         warning(message);
     if (!phrase.errorLine.empty()) {

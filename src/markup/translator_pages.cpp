@@ -1,8 +1,8 @@
 #include "markup/translator.h"
 
 #include "base/text_escape.h"
-#include "markup/page_titles.h"
 #include "markup/member_groups.h"
+#include "markup/page_titles.h"
 #include "pages/html_pages.h"
 
 #include <utility>

@@ -8,12 +8,6 @@ namespace tavidoc {
 
 namespace {
 
-/// True when \a requested leaves the block \a open as it is.
-bool staysOpen(BlockMode open, BlockMode requested)
-{
-    return requested == open || (requested == BlockMode::Paragraph && open != BlockMode::None);
-}
-
 bool removeEnding(std::string &text, std::string_view ending)
 {
     if (!text.ends_with(ending))
@@ -26,28 +20,18 @@ bool removeEnding(std::string &text, std::string_view ending)
 
 void HtmlBlocks::setMode(BlockMode mode, std::string_view columns, std::string_view widths)
 {
-    if (staysOpen(m_mode, mode))
+    if (mode == m_mode || (mode == BlockMode::Paragraph && !traitsOf(m_mode).opensParagraph))
         return;
     close();
     m_mode = mode;
-    switch (mode) {
-    case BlockMode::None:
-        return;
-    case BlockMode::Paragraph:
+    const BlockTraits &opened = traitsOf(mode);
+    if (mode == BlockMode::Paragraph)
         return openParagraph();
-    case BlockMode::BulletedList:
-        return append("<ul><li>");
-    case BlockMode::DefinitionList:
-        return append("<dl><dt>");
-    case BlockMode::NumberedList:
-        return append("<ol><li>");
-    case BlockMode::Literal:
-        return append("\n<pre class=\"zkt-code\">");
-    case BlockMode::Table:
-        return openTable(columns, widths, "2");
-    case BlockMode::Matrix:
-        return openMatrix(columns, widths);
-    }
+    if (!opened.hasRows)
+        return append(opened.opening);
+    openTable(opened.opening, columns, widths);
+    if (mode == BlockMode::Matrix)
+        appendMatrixColumns();
 }
 
 void HtmlBlocks::setMatrixColumns(std::size_t count, int percent)
@@ -85,7 +69,7 @@ std::string_view HtmlBlocks::firstParagraph() const
 
 void HtmlBlocks::openParagraph()
 {
-    // The style is used up here, so that one set inside the paragraph is for the next.
+    // The style is reset here and not at the end, so that a style set inside the paragraph applies to the next.
     m_paragraphTag = std::exchange(m_nextParagraphTag, "p");
     if (m_paragraphTag.empty())
         m_paragraphTag = "p";
@@ -95,22 +79,17 @@ void HtmlBlocks::openParagraph()
     m_paragraphBegin = m_text.size();
 }
 
-void HtmlBlocks::openTable(std::string_view columns, std::string_view widths, std::string_view spacing)
+void HtmlBlocks::openTable(std::string_view opening, std::string_view columns, std::string_view widths)
 {
-    m_text += "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"";
-    m_text += spacing == "2" ? "2" : "0";
-    m_text += "\" cellspacing=\"";
-    m_text += spacing;
-    m_text += "\" border=\"0\" cols=\"";
+    m_text += opening;
     m_text += columns;
     m_text += "\" fm_widths=\"";
     m_text += widths;
     append("\">\n");
 }
 
-void HtmlBlocks::openMatrix(std::string_view columns, std::string_view widths)
+void HtmlBlocks::appendMatrixColumns()
 {
-    openTable(columns, widths, "4");
     std::string column = "<col width=\"";
     column.append(std::to_string(m_matrixPercent)).append("%\"/>");
     for (std::size_t index = 0; index < m_matrixColumns; ++index)
@@ -119,31 +98,30 @@ void HtmlBlocks::openMatrix(std::string_view columns, std::string_view widths)
 
 void HtmlBlocks::close()
 {
-    static constexpr std::string_view endings[] = {
-        "", "", "</li></ul>", "</dd></dl>", "</li></ol>", "", "</td></tr></table>", "</td></tr></table>",
-    };
-    if (m_mode == BlockMode::Paragraph) {
-        if (m_firstParagraphEnd == 0) {
-            m_firstParagraphBegin = m_paragraphBegin;
-            m_firstParagraphEnd = m_text.size();
-        }
-        m_text += "</";
-        m_text += m_paragraphTag;
-        m_text += '>';
-    } else if (m_mode == BlockMode::Literal) {
-        closeLiteral();
-    } else {
-        m_text += std::exchange(m_rowEnd, {});
-        m_text += endings[static_cast<std::size_t>(m_mode)];
-    }
+    if (m_mode == BlockMode::Paragraph)
+        closeParagraph();
+    else if (m_mode == BlockMode::Literal)
+        trimLiteral();
+    m_text += std::exchange(m_rowEnd, {});
+    m_text += traitsOf(m_mode).closing;
     m_blockStart = m_text.size();
 }
 
-void HtmlBlocks::closeLiteral()
+void HtmlBlocks::closeParagraph()
+{
+    if (m_firstParagraphEnd == 0) {
+        m_firstParagraphBegin = m_paragraphBegin;
+        m_firstParagraphEnd = m_text.size();
+    }
+    m_text += "</";
+    m_text += m_paragraphTag;
+    m_text += '>';
+}
+
+void HtmlBlocks::trimLiteral()
 {
     while (removeEnding(m_text, "&nbsp;") || removeEnding(m_text, "<br/>") || removeEnding(m_text, "\n")) {
     }
-    m_text += "</pre>";
 }
 
 } // namespace tavidoc

@@ -5,7 +5,8 @@
 #include "base/hexception.h"
 #include "base/whole_file.h"
 #include "codeedit/languages.h"
-#include "markup/translator.h"
+#include "markup/command_table.h"
+#include "markup/markup_cursor.h"
 #include "reading/conditions.h"
 
 #include <QDir>
@@ -22,42 +23,24 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How a kind of command looks.
+/// How editors show the commands of a kind.
 struct Kind
 {
+    CommandKind kind;
     const char *name;
     const char *vimGroup;
     const char *scope;
-    bool (*holds)(const Translator::Command &);
-    const char *tail = ""; ///< what else looks so, as an expression
+    const char *tail = ""; ///< an expression for what is shown like the command
 };
 
-bool isWord(const Translator::Command &command)
-{
-    return isNameCharacter(command.name.front());
-}
+constexpr const char *s_blockScope = "keyword.control.block.tavidoc";
 
-bool isHeading(const Translator::Command &command)
-{
-    const std::string_view level = command.first;
-    return command.name == "title" ||
-           (command.place == Translator::Place::Block && (level.starts_with('h') || level == "1" || level == "2"));
-}
-
-bool isSymbol(const Translator::Command &command)
-{
-    return isWord(command) && command.second.empty() && (command.first.starts_with('&') || command.first == "<br/>");
-}
-
-/// The first kind that holds is that of a command.
 constexpr Kind s_kinds[] = {
-    {"Heading", "Title", "entity.name.section.tavidoc", isHeading, ".*"},
-    {"Symbol", "SpecialChar", "constant.character.tavidoc", isSymbol},
-    {"Page", "PreProc", "keyword.control.page.tavidoc",
-     [](const Translator::Command &command) { return command.place == Translator::Place::Document; }},
-    {"Block", "Statement", "keyword.control.block.tavidoc",
-     [](const Translator::Command &command) { return command.place == Translator::Place::Block; }},
-    {"Inline", "Function", "support.function.tavidoc", isWord},
+    {CommandKind::Heading, "Heading", "Title", "entity.name.section.tavidoc", ".*"},
+    {CommandKind::Symbol, "Symbol", "SpecialChar", "constant.character.tavidoc"},
+    {CommandKind::Page, "Page", "PreProc", "keyword.control.page.tavidoc"},
+    {CommandKind::Block, "Block", "Statement", s_blockScope},
+    {CommandKind::Inline, "Inline", "Function", "support.function.tavidoc"},
 };
 
 QString fromUtf8(std::string_view text)
@@ -77,9 +60,8 @@ QString namesOf(const Language &language, const QString &separator)
 QStringList wordsOf(const Kind &kind)
 {
     QStringList words;
-    for (const Translator::Command &command : Translator::commands()) {
-        const auto *const first = std::ranges::find_if(s_kinds, [&](const Kind &row) { return row.holds(command); });
-        if (first == &kind)
+    for (const Command &command : CommandTable::rows()) {
+        if (command.kind == kind.kind && isNameCharacter(command.name.front()))
             words.append(fromUtf8(command.name));
     }
     words.sort();
@@ -169,8 +151,8 @@ QJsonObject listingPattern(const QString &opening, std::string_view scope)
     QJsonObject listing = {{u"begin"_s, opening},
                            {u"end"_s, uR"(\\end(?:code|pre)(?![0-9A-Za-z]))"_s},
                            {u"name"_s, u"meta.embedded.block.tavidoc"_s},
-                           {u"beginCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_kinds[3].scope)}}},
-                           {u"endCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_kinds[3].scope)}}}};
+                           {u"beginCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_blockScope)}}},
+                           {u"endCaptures"_s, QJsonObject{{u"0"_s, pattern({}, s_blockScope)}}}};
     if (!scope.empty())
         listing[u"patterns"_s] = QJsonArray{QJsonObject{{u"include"_s, fromUtf8(scope)}}};
     return listing;

@@ -1,5 +1,5 @@
 #include "docgen/doc_gen.h"
-#include "markup/translator.h"
+#include "markup/command_table.h"
 
 #include <gtest/gtest.h>
 
@@ -75,7 +75,7 @@ TEST(Manual, BuildsWithItsReferencesWithoutAnErrorAndEveryLinkLeadsSomewhere)
 TEST(Manual, TheTableOfAllCommandsNamesEveryCommand)
 {
     const QString table = textOf(manualFile(u"commands.dg"_s));
-    for (const Translator::Command &command : Translator::commands()) {
+    for (const Command &command : CommandTable::rows()) {
         const QString name = QString::fromUtf8(command.name.data(), qsizetype(command.name.size()));
         const QRegularExpression mention(
             u"\\\\tt\\{\\\\\\\\\\\\?%1(?![A-Za-z0-9])"_s.arg(QRegularExpression::escape(name)));

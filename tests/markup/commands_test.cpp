@@ -1,4 +1,4 @@
-#include "markup/translator.h"
+#include "markup/command_table.h"
 #include "tests/support/markup_run.h"
 
 #include <gtest/gtest.h>
@@ -197,7 +197,7 @@ TEST(Commands, EachWritesWhatItsRowSays)
         EXPECT_EQ(run.contents, "<contents>\n<content url=\"p.htm\">\n" + row.contents + "</content>\n</contents>");
     }
     std::set<std::string_view> known;
-    for (const Translator::Command &command : Translator::commands())
+    for (const Command &command : CommandTable::rows())
         known.insert(command.name);
     EXPECT_EQ(tested, known);
 }

@@ -1,5 +1,6 @@
+#include "markup/command_table.h"
+#include "markup/markup_cursor.h"
 #include "markup/shared_tables.h"
-#include "markup/translator.h"
 #include "tests/support/markup_run.h"
 
 #include <gtest/gtest.h>
@@ -242,13 +243,13 @@ ROWS(Links,
 TEST(Commands, AllAreThereOnce)
 {
     std::map<std::string_view, int> names;
-    for (const Translator::Command &command : Translator::commands()) {
-        EXPECT_EQ(Translator::findCommand(command.name), &command);
+    for (const Command &command : CommandTable::rows()) {
+        EXPECT_EQ(CommandTable::find(command.name), &command);
         ++names[command.name];
     }
     // The 122 of the language, and the escapes that are rows of the table too.
-    EXPECT_EQ(names.size(), Translator::commands().size());
-    EXPECT_EQ(Translator::findCommand("Title"), nullptr);
+    EXPECT_EQ(names.size(), CommandTable::rows().size());
+    EXPECT_EQ(CommandTable::find("Title"), nullptr);
 }
 
 ROWS(Edges, Row{"characters of four bytes", "\xF0\x9F\x98\x80 \xF4\x8F\xBF\xBF", "<p>&#x1f600; &#x10ffff;</p>"},

@@ -1,4 +1,5 @@
-#include "markup/translator.h"
+#include "markup/command_table.h"
+#include "markup/markup_cursor.h"
 
 #include <QFile>
 #include <QJsonArray>
@@ -62,7 +63,7 @@ QSet<QString> vimCommands()
 TEST(EditorFiles, KnowEveryCommandAndNoOther)
 {
     QSet<QString> words;
-    for (const Translator::Command &command : Translator::commands()) {
+    for (const Command &command : CommandTable::rows()) {
         const QString name = QString::fromUtf8(command.name.data(), qsizetype(command.name.size()));
         const QString scope = scopeOf(u'\\' + name);
         EXPECT_FALSE(scope.isEmpty() || scope.startsWith(u"invalid"_s)) << qPrintable(name);
@@ -80,7 +81,7 @@ TEST(ManPage, NamesEveryCommand)
 {
     const QString page =
         QString::fromUtf8(bytesOf(TAVIDOC_SOURCE_DIR "/docs/man/tavidoc.7")).remove(u"\\&"_s).replace(u"\\-"_s, u"-"_s);
-    for (const Translator::Command &command : Translator::commands()) {
+    for (const Command &command : CommandTable::rows()) {
         const QByteArray name = QByteArray(command.name.data(), qsizetype(command.name.size())).replace('\\', "\\e");
         const QString entry = uR"((^|\s)Ic \\e%1([\s{]))"_s.arg(QRegularExpression::escape(QString::fromUtf8(name)));
         EXPECT_TRUE(page.contains(QRegularExpression(entry, QRegularExpression::MultilineOption))) << name.constData();
