@@ -2,12 +2,9 @@
 
 #include "markup/translator.h"
 
-#include <array>
-#include <cstdint>
-
 namespace tavidoc {
 
-std::span<const Command> CommandTable::rows()
+const CommandTable::Index &CommandTable::index()
 {
     using enum CommandKind;
     using T = Translator;
@@ -138,45 +135,18 @@ std::span<const Command> CommandTable::rows()
         {"side", Heading, &T::heading, "<h6>", "</h6>"},
         {"split", Page, &T::split},
     };
-    return table;
-}
-
-namespace {
-
-constexpr std::size_t s_slots = 512; // a power of two, well above the number of commands
-
-constexpr std::size_t slotOf(std::string_view name)
-{
-    std::uint32_t hash = 2166136261U;
-    for (const char c : name)
-        hash = (hash ^ static_cast<unsigned char>(c)) * 16777619U;
-    return (hash ^ hash >> 15) % s_slots;
-}
-
-using Index = std::array<const Command *, s_slots>;
-
-Index commandIndex()
-{
-    Index index{};
-    for (const Command &command : CommandTable::rows()) {
-        std::size_t slot = slotOf(command.name);
-        while (index[slot] != nullptr)
-            slot = (slot + 1) % s_slots;
-        index[slot] = &command;
-    }
+    static constexpr Index index = Index::of<table>();
     return index;
 }
 
-} // namespace
+std::span<const Command> CommandTable::rows()
+{
+    return index().rows();
+}
 
 const Command *CommandTable::find(std::string_view name)
 {
-    static const Index index = commandIndex();
-    for (std::size_t slot = slotOf(name); index[slot] != nullptr; slot = (slot + 1) % s_slots) {
-        if (index[slot]->name == name)
-            return index[slot];
-    }
-    return nullptr;
+    return index().find(name);
 }
 
 } // namespace tavidoc

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/word_index.h"
+
 #include <cstdint>
 #include <span>
 #include <string_view>
@@ -38,10 +40,14 @@ struct Command
 class CommandTable
 {
 public:
-    /// No two rows have the same name.
     [[nodiscard]] static std::span<const Command> rows();
     /// Null for an unknown name.
     [[nodiscard]] static const Command *find(std::string_view name);
+
+private:
+    using Index = WordIndex<Command, &Command::name>;
+
+    [[nodiscard]] static const Index &index();
 };
 
 } // namespace tavidoc

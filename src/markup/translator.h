@@ -49,8 +49,6 @@ public:
 
     /// The last `\brief` of the text as HTML; empty without one.
     [[nodiscard]] const std::string &brief() const { return m_brief; }
-    /// The last `\ingroup` of the text; empty without one.
-    [[nodiscard]] const std::string &group() const { return m_group; }
 
 private:
     friend class CommandTable; // its rows point to the handlers
@@ -96,24 +94,23 @@ private:
     std::optional<std::string_view> lineOrBraced();
     std::optional<std::string_view> filledLine();
 
-    // The handlers of commands, each with the functions that only they use
+    // The handlers of commands, each group with the functions that only its handlers use
     using Handler = void(const Command &);
+    using Ending = void(); // follows the text of a frame
 
     Handler symbol, style, rawHtml, wrapText, image, screen, link, choose, choosing;
     Handler misplaced, lineNumber, discardLine, paragraphStyle;
 
     Handler item, term, step, parameter, returns, referenceSection, synopsis, heading, section, subsection, overview;
     Handler copyLine, briefText;
-    void skipAfterLabel();
-    void endSynopsis();
+    Ending skipAfterLabel, endSynopsis, endBrief;
     [[nodiscard]] std::size_t synopsisEnd() const;
-    void endBrief();
     void startSection(int levelBelowTop, std::string_view title);
 
     Handler table, matrix, endTable, endMatrix;
     bool beginTable(BlockMode mode);
     void endTable(BlockMode mode);
-    void endGroupRow();
+    Ending endGroupRow;
 
     Handler codeListing, plainListing, present, copyFile, show;
     void listing(std::string_view defaultLanguage);
@@ -149,7 +146,6 @@ private:
     bool m_withoutEntry = false; // the next page gets no contents entry
     std::size_t m_briefOffset = 0;
     std::string m_brief;
-    std::string m_group;
 };
 
 } // namespace tavidoc

@@ -127,8 +127,7 @@ void Translator::inGroup(const Command &)
         return;
     if (m_pages.name().empty())
         return errorMarker("no page is open that could be filed");
-    m_group = trimmed(*name);
-    MemberGroups::file(m_pages.name(), m_group);
+    MemberGroups::file(m_pages.name(), trimmed(*name));
 }
 
 void Translator::groupOrder(const Command &)
