@@ -125,9 +125,8 @@ std::string parse(const QByteArray &text, int lineCount)
     parser.parse(u"input.h"_s, {u"TODO"_s});
     promise(listener.depth == 0, "every container is ended");
     std::string result = std::move(listener.heard);
-    for (const SourceBrowserModel::Collection *collection :
-         {&model.containers(), &model.functions(), &model.variables(), &model.enumerations(), &model.macros()})
-        renderAll(model, *collection, result);
+    for (const SourceBrowserModel::Collection &collection : model.all())
+        renderAll(model, collection, result);
     return result;
 }
 

@@ -1,7 +1,6 @@
 #include "sourcebrowser/model.h"
 
 #include <algorithm>
-#include <functional>
 
 namespace tavidoc {
 
@@ -9,7 +8,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Calls \a visit for every object under \a root in order of declaration: a container before its members.
+using Collection = SourceBrowserModel::Collection;
+using Collections = SourceBrowserModel::Collections;
+
+/// Calls \a visit for every object in \a root in order of declaration: a container before its members.
 void visitAll(const SourceBrowserContainer &root, const std::function<void(SourceBrowserObject *)> &visit)
 {
     struct Place
@@ -41,7 +43,7 @@ void keepFirst(QHash<QString, const SourceBrowserObject *> &table, const QString
         entry = object;
 }
 
-/// The name as the index knows it. The name of a type that is defined outside its container is itself qualified.
+/// The key of a name in the index. A type that is defined outside its container has a name that is itself qualified.
 QString withStops(QString name)
 {
     if (name.contains(u':'))
@@ -56,42 +58,50 @@ bool comesBefore(const SourceBrowserObject *one, const SourceBrowserObject *othe
     return one->qualifiedName() < other->qualifiedName();
 }
 
+SourceBrowserModel::Position positionOf(SourceBrowserObject::Phylum phylum)
+{
+    switch (phylum) {
+    case SourceBrowserObject::Class:
+    case SourceBrowserObject::Structure:
+    case SourceBrowserObject::Namespace:
+        return SourceBrowserModel::Containers;
+    case SourceBrowserObject::Method:
+        return SourceBrowserModel::Functions;
+    case SourceBrowserObject::Variable:
+    case SourceBrowserObject::Typedef:
+        return SourceBrowserModel::Variables;
+    case SourceBrowserObject::Unknown:
+        return SourceBrowserModel::Enumerations;
+    case SourceBrowserObject::Macro:
+        return SourceBrowserModel::Macros;
+    }
+    Q_UNREACHABLE();
+}
+
+void addTo(Collections &collections, const SourceBrowserObject *object)
+{
+    collections[positionOf(object->phylum())].push_back(object);
+}
+
+/// Sorts all collections except the enumerations, which stay in order of declaration.
+void sort(Collections &collections)
+{
+    for (std::size_t position = 0; position < collections.size(); ++position) {
+        if (position != SourceBrowserModel::Enumerations)
+            std::stable_sort(collections[position].begin(), collections[position].end(), comesBefore);
+    }
+}
+
 } // namespace
 
 SourceBrowserModel::SourceBrowserModel() : m_root(SourceBrowserObject::Namespace) {}
 
-void SourceBrowserModel::Collections::file(const SourceBrowserObject *object)
-{
-    switch (object->phylum()) {
-    case SourceBrowserObject::Class:
-    case SourceBrowserObject::Structure:
-    case SourceBrowserObject::Namespace:
-        return containers.push_back(object);
-    case SourceBrowserObject::Method:
-        return functions.push_back(object);
-    case SourceBrowserObject::Variable:
-    case SourceBrowserObject::Typedef:
-        return variables.push_back(object);
-    case SourceBrowserObject::Unknown:
-        return enumerations.push_back(object);
-    case SourceBrowserObject::Macro:
-        return macros.push_back(object);
-    }
-}
-
-/// Brings all into their order but the enumerations, which keep that of declaration.
-void SourceBrowserModel::Collections::sort()
-{
-    for (Collection *collection : {&containers, &functions, &variables, &macros})
-        std::stable_sort(collection->begin(), collection->end(), comesBefore);
-}
-
-const SourceBrowserModel::Collections &SourceBrowserModel::collections() const
+const SourceBrowserModel::Collections &SourceBrowserModel::all() const
 {
     if (!m_collections) {
         m_collections = std::make_unique<Collections>();
-        visitAll(m_root, [this](SourceBrowserObject *object) { m_collections->file(object); });
-        m_collections->sort();
+        visitAll(m_root, [this](SourceBrowserObject *object) { addTo(*m_collections, object); });
+        sort(*m_collections);
     }
     return *m_collections;
 }
@@ -102,12 +112,12 @@ SourceBrowserModel::chosen(const std::function<bool(const SourceBrowserObject &)
     Collections wanted;
     visitAll(m_root, [&](const SourceBrowserObject *object) {
         if (isWanted(*object))
-            wanted.file(object);
+            addTo(wanted, object);
     });
-    wanted.sort(); // few are faster sorted than all
-    Collection result = std::move(wanted.containers);
-    for (const Collection *next : {&wanted.functions, &wanted.variables, &wanted.enumerations, &wanted.macros})
-        result.insert(result.end(), next->begin(), next->end());
+    sort(wanted); // cheaper than sorting all of them
+    Collection result;
+    for (const Collection &collection : wanted)
+        result.insert(result.end(), collection.begin(), collection.end());
     return result;
 }
 
@@ -161,7 +171,7 @@ std::unique_ptr<SourceBrowserObject> SourceBrowserModel::take(SourceBrowserConta
     return parent.take(member);
 }
 
-/// Removes \a container from the dictionary, unless another one has its name there.
+/// Removes \a container from the dictionary, unless its name refers to another one there.
 void SourceBrowserModel::forgetName(const SourceBrowserContainer &container)
 {
     const auto known = m_containers.constFind(container.qualifiedName());
@@ -183,7 +193,7 @@ SourceBrowserContainer &SourceBrowserModel::rename(SourceBrowserContainer &conta
     return *known;
 }
 
-/// Moves all that \a newer holds to \a known; containers of the same name become one at every level.
+/// Moves all members of \a newer to \a known and merges containers of the same name at every level.
 void SourceBrowserModel::absorb(SourceBrowserContainer &known, SourceBrowserContainer &newer,
                                 std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed)
 {
@@ -242,7 +252,7 @@ void SourceBrowserModel::forget(const QString &file)
         if (object->declarationFile() == file)
             declaredHere.push_back(object);
     });
-    // Backwards, so that a container is looked at when its own members are gone.
+    // Backwards, so that a container comes after its members, which are gone by then.
     for (auto object = declaredHere.rbegin(); object != declaredHere.rend(); ++object) {
         SourceBrowserContainer &parent = *(*object)->container();
         if (auto *container = dynamic_cast<SourceBrowserContainer *>(*object)) {

@@ -3,7 +3,7 @@
 /*!!
  * \h1 model.h
  *
- * All declarations, in lists and by name.
+ * All declarations, as lists and by name.
  *
  * \code
  * for (const SourceBrowserObject *function : model.functions())
@@ -16,13 +16,15 @@
 
 #include <QMap>
 
+#include <array>
+#include <functional>
+
 namespace tavidoc {
 
 /*!
  * \h1 \this
- * The declarations of all headers that were read. The model owns what stands at file level,
- * containers own the rest. The collections are borrowed views of it; they are valid until the
- * next change.
+ * The declarations of all headers that were read. The model owns those at file level, containers own the rest.
+ * The collections are borrowed views; they are valid until the next change.
  * \sa \xref{model_h}{model.h}
  * \ingroup \this
  */
@@ -30,13 +32,33 @@ class SourceBrowserModel
 {
 public:
     using Collection = std::vector<const SourceBrowserObject *>;
+    /// The positions of the collections in all().
+    enum Position : std::size_t
+    {
+        Containers,
+        Functions,
+        Variables,
+        Enumerations,
+        Macros,
+        PositionCount
+    };
+    using Collections = std::array<Collection, PositionCount>;
 
     SourceBrowserModel();
 
-    /// The nameless container that holds what stands at file level.
+    /// The nameless container of the declarations at file level.
     [[nodiscard]] SourceBrowserContainer &root() { return m_root; }
     [[nodiscard]] const SourceBrowserContainer &root() const { return m_root; }
 
+    /*!
+     * \h1 SourceBrowserModel::\this
+     * All collections: \xref{containers}, \xref{functions}, \xref{variables}, \xref{enumerations} and \xref{macros}, in
+     * this order.
+     * \synopsis
+     * \sa \xref{SourceBrowserModel}
+     * \ingroup SourceBrowserModel
+     */
+    [[nodiscard]] const Collections &all() const;
     /*!
      * \h1 SourceBrowserModel::\this
      * Namespaces, classes, structures and unions by qualified name, equal names in order of declaration.
@@ -44,7 +66,7 @@ public:
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
      */
-    [[nodiscard]] const Collection &containers() const { return collections().containers; }
+    [[nodiscard]] const Collection &containers() const { return all()[Containers]; }
     /*!
      * \h1 SourceBrowserModel::\this
      * Functions and methods by qualified name, equal names in order of declaration.
@@ -52,7 +74,7 @@ public:
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
      */
-    [[nodiscard]] const Collection &functions() const { return collections().functions; }
+    [[nodiscard]] const Collection &functions() const { return all()[Functions]; }
     /*!
      * \h1 SourceBrowserModel::\this
      * Variables and typedefs by qualified name, equal names in order of declaration.
@@ -60,7 +82,7 @@ public:
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
      */
-    [[nodiscard]] const Collection &variables() const { return collections().variables; }
+    [[nodiscard]] const Collection &variables() const { return all()[Variables]; }
     /*!
      * \h1 SourceBrowserModel::\this
      * Enumerations in order of declaration.
@@ -68,7 +90,7 @@ public:
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
      */
-    [[nodiscard]] const Collection &enumerations() const { return collections().enumerations; }
+    [[nodiscard]] const Collection &enumerations() const { return all()[Enumerations]; }
     /*!
      * \h1 SourceBrowserModel::\this
      * Macros by name, equal names in order of declaration.
@@ -76,11 +98,10 @@ public:
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
      */
-    [[nodiscard]] const Collection &macros() const { return collections().macros; }
+    [[nodiscard]] const Collection &macros() const { return all()[Macros]; }
     /*!
      * \h1 SourceBrowserModel::\this
-     * Those of all declarations that \a{isWanted} says yes to: first containers, then functions, variables, enumerations
-     * and macros, each in the order of their collection.
+     * The declarations for which \a{isWanted} returns true, in the order of \xref{all}.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
@@ -89,8 +110,8 @@ public:
 
     /*!
      * \h1 SourceBrowserModel::\this
-     * The declaration of that name, bare or qualified with \tt{.} or \tt{::}; the first one declared when there are
-     * several, and one with that qualified name before one with that bare name. Null without one.
+     * The declaration with that name, bare or qualified with \tt{.} or \tt{::}; null when there is none. A qualified
+     * name is preferred to a bare one, and among several the first declaration is returned.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
@@ -99,7 +120,7 @@ public:
 
     /*!
      * \h1 SourceBrowserModel::\this
-     * The container with that qualified name; null without one.
+     * The container with that qualified name; null when there is none.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
@@ -108,7 +129,7 @@ public:
 
     /*!
      * \h1 SourceBrowserModel::\this
-     * Adds \a{member} to \a{parent} and keeps the dictionary of containers.
+     * Adds \a{member} to \a{parent} and updates the dictionary of containers.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
@@ -116,7 +137,7 @@ public:
     SourceBrowserObject &add(SourceBrowserContainer &parent, std::unique_ptr<SourceBrowserObject> member);
     /*!
      * \h1 SourceBrowserModel::\this
-     * Hands \a{member} back to be changed or deleted; it must stand in \a{parent}.
+     * Hands \a{member} back to be changed or deleted; it must be a member of \a{parent}.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
@@ -125,9 +146,9 @@ public:
 
     /*!
      * \h1 SourceBrowserModel::\this
-     * Gives \a{container}, which stands in the model, another name. One that has that name already takes over all
-     * that \a{container} holds, and what is empty then is added to \a{absorbed}. The container with the name is handed
-     * back; when it is \a{container}, what it holds learns of the name by \xref{rescope}.
+     * Renames \a{container}, which must be in the model, and returns the container with that name. If another one
+     * has the name already, it takes over all members of \a{container}, and the emptied containers are moved to
+     * \a{absorbed}. Otherwise the members learn the new name when \xref{rescope} is called.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
@@ -136,7 +157,7 @@ public:
                                    std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed);
     /*!
      * \h1 SourceBrowserModel::\this
-     * Tells everything in \a{container} the names of the containers around it.
+     * Updates the scopes of everything in \a{container} to the names of the containers around it.
      * \synopsis
      * \sa \xref{SourceBrowserModel}
      * \ingroup SourceBrowserModel
@@ -162,12 +183,6 @@ public:
     [[nodiscard]] const QMap<QString, SourceBrowserLineStatistics> &statistics() const { return m_statistics; }
 
 private:
-    struct Collections
-    {
-        Collection containers, functions, variables, enumerations, macros;
-        void file(const SourceBrowserObject *object);
-        void sort();
-    };
     /// The first object of each name.
     struct Index
     {
@@ -175,7 +190,6 @@ private:
         QHash<QString, const SourceBrowserObject *> byName;
     };
 
-    [[nodiscard]] const Collections &collections() const;
     [[nodiscard]] const Index &index() const;
     void noteChange();
     void forgetName(const SourceBrowserContainer &container);
@@ -183,9 +197,9 @@ private:
                 std::vector<std::unique_ptr<SourceBrowserObject>> &absorbed);
 
     SourceBrowserContainer m_root;
-    QHash<QString, SourceBrowserContainer *> m_containers; // borrowed, by qualified name
+    QHash<QString, SourceBrowserContainer *> m_containers; ///< borrowed, by qualified name
     QMap<QString, SourceBrowserLineStatistics> m_statistics;
-    // Both are made when first asked for after a change.
+    // Both are built on demand and dropped by every change.
     mutable std::unique_ptr<Collections> m_collections;
     mutable std::unique_ptr<Index> m_index;
 };

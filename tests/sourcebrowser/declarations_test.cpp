@@ -16,9 +16,8 @@ std::string declared(const QString &text)
     SourceBrowserModel model;
     HeaderParser(model).parseText(text);
     QStringList lines;
-    for (const auto *collection :
-         {&model.containers(), &model.functions(), &model.variables(), &model.enumerations(), &model.macros()}) {
-        for (const SourceBrowserObject *object : *collection) {
+    for (const SourceBrowserModel::Collection &collection : model.all()) {
+        for (const SourceBrowserObject *object : collection) {
             const bool showsText = dynamic_cast<const SourceBrowserVariable *>(object) || object->phylum() == 0;
             lines << object->qualifiedName() + (showsText ? u" = "_s + object->description().simplified() : QString());
         }

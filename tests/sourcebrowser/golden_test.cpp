@@ -60,9 +60,8 @@ QString reread(const QString &row)
     for (const QString &event : parser.heard.sliced(1, parser.heard.size() - 2)) // without the group around all
         result += event + u'\n';
     result += u"=>\n"_s;
-    for (const auto *collection :
-         {&model.containers(), &model.functions(), &model.variables(), &model.enumerations(), &model.macros()}) {
-        for (const SourceBrowserObject *object : *collection)
+    for (const SourceBrowserModel::Collection &collection : model.all()) {
+        for (const SourceBrowserObject *object : collection)
             result += objectText(*object) + u'\n';
     }
     return result;

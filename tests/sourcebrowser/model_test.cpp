@@ -22,9 +22,8 @@ std::string documented(const QString &text)
     SourceBrowserModel model;
     HeaderParser(model).parseText(text);
     QStringList list;
-    for (const auto *collection :
-         {&model.containers(), &model.functions(), &model.variables(), &model.enumerations(), &model.macros()}) {
-        for (const SourceBrowserObject *object : *collection) {
+    for (const SourceBrowserModel::Collection &collection : model.all()) {
+        for (const SourceBrowserObject *object : collection) {
             if (!object->documentation().isEmpty())
                 list << u"%1:%2@%3"_s.arg(object->qualifiedName(), object->documentation(),
                                           QString::number(object->documentationLine()));

@@ -1,4 +1,4 @@
-// Prints what the declaration parser makes of headers: tokens, events, complaints and the model.
+// Prints the tokens, events and complaints, or the model, of headers.
 
 #include "sourcebrowser/c_parser.h"
 
@@ -6,6 +6,7 @@
 #include <QTextStream>
 
 #include <algorithm>
+#include <array>
 #include <cstdio>
 
 using namespace tavidoc;
@@ -116,11 +117,10 @@ void dumpCollection(const char *title, const SourceBrowserModel::Collection &col
 
 void dumpModel(const SourceBrowserModel &model)
 {
-    dumpCollection("container", model.containers());
-    dumpCollection("function", model.functions());
-    dumpCollection("variable", model.variables());
-    dumpCollection("enumeration", model.enumerations());
-    dumpCollection("macro", model.macros());
+    constexpr std::array titles = {"container", "function", "variable", "enumeration", "macro"};
+    static_assert(titles.size() == SourceBrowserModel::PositionCount);
+    for (size_t position = 0; position < titles.size(); ++position)
+        dumpCollection(titles[position], model.all()[position]);
 }
 
 } // namespace
