@@ -1,4 +1,4 @@
-// Headers to tokens, events, the model and its renderings.
+// Reads input as a header and checks tokens, events, the model and the declarations as text.
 
 #include "base/source_text.h"
 #include "fuzz/promise.h"
@@ -26,7 +26,7 @@ public:
 
     void preprocessorLine(const QString &text, int line, int count) override
     {
-        promise(count >= 0 && count <= m_lineCount, "no more lines are directives than there are");
+        promise(count >= 0 && count <= m_lineCount, "the directives are at most as many as the lines");
         note("directive", text, line);
     }
     void fixmeComment(const QString &word, int line) override { note("fixme", word, line); }
@@ -38,8 +38,8 @@ public:
     }
     void endContainer() override
     {
-        promise(--depth >= 0, "a container ends once");
-        heard += "end\n";
+        promise(--depth >= 0, "a container ends only once");
+        events += "end\n";
     }
     void declareObject(SourceBrowserObject::Phylum, const QString &name, const QString &declaration, int line) override
     {
@@ -47,15 +47,15 @@ public:
     }
     void visibilityChange(SourceBrowserObject::Access, int line) override { note("visibility", {}, line); }
 
-    std::string heard;
+    std::string events;
     int depth = 0;
 
 private:
     void note(std::string_view event, const QString &text, int line)
     {
-        promise(line >= 0 && line <= m_lineCount + 1, "an event is on a line of the header", event);
-        heard.append(event).append(" ").append(std::to_string(line)).append(" ");
-        heard.append(text.toStdString()).append("\n");
+        promise(line >= 0 && line <= m_lineCount + 1, "the line of an event is in the header", event);
+        events.append(event).append(" ").append(std::to_string(line)).append(" ");
+        events.append(text.toStdString()).append("\n");
     }
 
     int m_lineCount;
@@ -91,15 +91,15 @@ void checkScanner(const QByteArray &text, int lineCount)
     SourceBrowserCScanner scanner(lines, u"input.h"_s, nullptr, nullptr, statistics, {u"TODO"_s, u"fix"_s});
     int last = 0;
     while (const int code = scanner.nextToken()) {
-        promise(code > 0 && code <= SourceBrowserToken::String, "a token has a code of the table");
-        promise(scanner.line() >= last && scanner.line() <= lineCount, "tokens come in the order of their lines");
+        promise(code > 0 && code <= SourceBrowserToken::String, "the code of a token is known");
+        promise(scanner.line() >= last && scanner.line() <= lineCount, "tokens are in the order of their lines");
         last = scanner.line();
     }
 }
 
 void renderAll(const SourceBrowserModel &model, const SourceBrowserModel::Collection &collection, std::string &text)
 {
-    constexpr std::size_t most = 50; // of a collection: the renderings of all would be of quadratic length
+    constexpr std::size_t most = 50; // of a collection: the texts of all would have quadratic length
     constexpr unsigned flagCount = 32;
     std::size_t count = 0;
     for (const SourceBrowserObject *object : collection) {
@@ -116,7 +116,7 @@ void renderAll(const SourceBrowserModel &model, const SourceBrowserModel::Collec
     }
 }
 
-/// What a parse of \a text makes of it, as one text.
+/// The events and declarations of \a text, as one text.
 std::string parse(const QByteArray &text, int lineCount)
 {
     Listener listener(lineCount);
@@ -124,7 +124,7 @@ std::string parse(const QByteArray &text, int lineCount)
     Parser parser(&model, &listener, text);
     parser.parse(u"input.h"_s, {u"TODO"_s});
     promise(listener.depth == 0, "every container is ended");
-    std::string result = std::move(listener.heard);
+    std::string result = std::move(listener.events);
     for (const SourceBrowserModel::Collection &collection : model.all())
         renderAll(model, collection, result);
     return result;

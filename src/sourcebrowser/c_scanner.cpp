@@ -32,7 +32,7 @@ constexpr std::array<Shape, 128> makeShapes()
         shapes[character] = Shape::Digit;
     shapes['\''] = shapes['"'] = Shape::Quote;
     shapes['/'] = Shape::Slash;
-    // Deliberate: "|" is not here. Like "#", "$", "%", "@", the backslash and the back quote it makes no token.
+    // Deliberate: "|" is missing. Like "#", "$", "%", "@", the backslash and the back quote it yields no token.
     for (const char16_t character : std::u16string_view(u"!&()*+,-.:;<=>?[]^{}~"))
         shapes[character] = Shape::Punctuation;
     return shapes;
@@ -76,7 +76,7 @@ int SourceBrowserCScanner::nextToken()
 {
     do {
         m_token = read();
-    } while (m_token.code >= Skipped);
+    } while (m_token.isInternal());
     return m_token.code;
 }
 
@@ -150,7 +150,7 @@ SourceBrowserTokenRecord SourceBrowserCScanner::read()
             return readPunctuation();
         case Shape::Skipped:
             ++m_column;
-            if (m_column < m_size || m_units[m_column - 1] != u'\\') // a line goes on in the next
+            if (m_column < m_size || m_units[m_column - 1] != u'\\') // else the line continues on the next one
                 return makeToken(Skipped, m_column - 1);
             break;
         }
@@ -190,8 +190,8 @@ SourceBrowserTokenRecord SourceBrowserCScanner::readNumber()
     return makeToken(Number, start);
 }
 
-/// A string or character literal whose quote follows what begins at \a start. It ends with its
-/// line unless a backslash stands at the line's end.
+/// Reads a string or character literal that begins with an optional prefix at \a start. It ends with its
+/// line unless the line ends with a backslash.
 SourceBrowserTokenRecord SourceBrowserCScanner::readLiteral(qsizetype start)
 {
     m_column = m_units[start] == u'L' ? start + 1 : start;

@@ -15,50 +15,47 @@ namespace tavidoc {
 
 class SourceBrowserModel;
 
-/// An overview comment: "!!" and "! \overview" comments describe the whole file.
+/// A "!!" or "! \overview" comment, which describes the whole file.
 struct SourceBrowserOverviewComment
 {
-    QString text;      ///< without the delimiters and the marks it begins with
+    QString text;      ///< without the delimiters and leading marks
     int firstLine = 0; ///< counted from 1
 };
 
-/// Turns the lines of one header into tokens. What happens between tokens happens here: lines
-/// are counted, directives reported and macros stored, comments kept for the next declaration.
-/// Borrows everything it is given; one scanner reads one file.
+/// Turns the lines of one header into tokens. Between tokens it counts lines, reports directives, stores
+/// macros and keeps the last comment for the next declaration. One scanner reads one file; it borrows its
+/// arguments.
 class SourceBrowserCScanner
 {
 public:
-    /// \a lines delivers the text. \a events and \a model may be null. \a file names the file in
-    /// the macros.
+    /// \a lines delivers the text. \a events and \a model may be null. \a file becomes the file of the macros.
     SourceBrowserCScanner(SourceBrowserLineIterator &lines, QString file, SourceBrowserEventInterface *events,
                           SourceBrowserModel *model, SourceBrowserLineStatistics &statistics, QStringList fixmeWords);
 
-    /// The code of the next token; pushed-back tokens come first.
+    /// Reads the next token and returns its code. Pushed-back tokens come first.
     int nextToken();
-    /// The text of the token that nextToken() delivered.
+    /// The text of the token that nextToken() returned last.
     [[nodiscard]] QString tokenText() const { return m_token.text.toString(); }
-    /// Queues a token; the first one in is the first one out.
+    /// Queues a token, first in, first out.
     void pushBack(int code, const QString &text);
-    /// While on, every identifier is an Identifier and none is dropped.
+    /// While on, every word is an Identifier and none is dropped.
     void setKeywordFree(bool keywordFree) { m_keywordFree = keywordFree; }
 
-    /// The same with places, and with Skipped and the conditional codes. The texts of tokens
-    /// stay until releaseLines().
+    /// Reads the next token with its place, Skipped and the conditionals included. Its text is valid until
+    /// releaseLines().
     SourceBrowserTokenRecord read();
-    /// How many more braces the rest of the file closes than it opens. Reads it ahead, once.
+    /// How many more braces the rest of the file closes than it opens. Reads the whole rest ahead.
     int closersAhead();
-    /// The tokens read so far are not used any more.
+    /// Invalidates the texts of all tokens read so far.
     void releaseLines();
-    /// While off, the texts of the tokens that follow are not kept beyond their line.
+    /// While off, the texts of the following tokens are valid on their line only.
     void keepLines(bool keep);
 
     [[nodiscard]] SourceBrowserPendingComment &pendingComment() { return m_comment; }
-    /// All overview comments one after the other, without a separator.
+    /// All overview comments, concatenated.
     [[nodiscard]] QString overview() const;
     [[nodiscard]] const std::vector<SourceBrowserOverviewComment> &overviewComments() const { return m_overview; }
-    /// The name that the last region comment gave; empty outside a region.
-    [[nodiscard]] const QString &region() const { return m_region; }
-    /// The line that is being read, counted from 1; 0 before the first.
+    /// The current line, counted from 1; 0 before the first.
     [[nodiscard]] int line() const { return m_lineNumber; }
 
 private:
@@ -71,7 +68,7 @@ private:
     [[nodiscard]] SourceBrowserTokenRecord makeToken(int code, qsizetype start);
     [[nodiscard]] char16_t at(qsizetype column) const { return column < m_size ? m_units[column] : u'\n'; }
 
-    // Lines and what stands between tokens.
+    // Lines, directives and comments.
     bool readPlainLine();
     bool takeLineAhead();
     bool readNextLine();
@@ -82,7 +79,7 @@ private:
     void captureMacro(const QString &directive, int line);
     void skipLineComment();
     void readBlockComment();
-    void judgeComment();
+    void finishComment();
     void beginRegion(const QString &name);
     void endRegion();
     void addOverview();
@@ -94,18 +91,18 @@ private:
     SourceBrowserLineStatistics &m_statistics;
     QStringList m_fixmeWords;
 
-    std::deque<QString> m_ahead; ///< lines that were read ahead
+    std::deque<QString> m_ahead; ///< lines read ahead
     QString m_line;
     const char16_t *m_units = nullptr; ///< of m_line
     qsizetype m_size = 0;              ///< of m_line
     qsizetype m_column = 0;
     int m_lineNumber = 0;
-    std::vector<QString> m_kept; ///< earlier lines that tokens still look into
+    std::vector<QString> m_kept; ///< earlier lines that hold the texts of tokens
     bool m_keepLines = true;
-    bool m_lineIsUsed = false; ///< tokens look into m_line
+    bool m_lineIsUsed = false; ///< m_line holds the texts of tokens
     bool m_blankBefore = false;
     bool m_keywordFree = false;
-    int m_conditional = 0; ///< a conditional token to deliver before the next one
+    int m_conditional = 0; ///< code of a conditional to deliver before the next token; 0 for none
     int m_conditionalLine = 0;
 
     SourceBrowserTokenRecord m_token;
@@ -113,7 +110,6 @@ private:
     QString m_pushedText;
     SourceBrowserPendingComment m_comment;
     std::vector<SourceBrowserOverviewComment> m_overview;
-    QString m_region;
 };
 
 } // namespace tavidoc

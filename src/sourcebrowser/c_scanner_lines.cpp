@@ -23,7 +23,7 @@ bool isNameUnit(QChar unit)
     return unit.isLetterOrNumber() || unit == u'_';
 }
 
-/// The word after "#" and where it ends.
+/// The word after "#".
 QStringView directiveWord(QStringView directive)
 {
     const qsizetype start = firstNonBlank(directive, 1);
@@ -61,7 +61,7 @@ bool leavesCommentOpen(QStringView directive)
     return false;
 }
 
-/// Counts the braces of lines, outside comments and literals and in the first branch of conditionals only.
+/// Counts braces outside comments and literals, of conditionals in the first branch only.
 class BraceCounter
 {
 public:
@@ -96,7 +96,7 @@ public:
         }
     }
 
-    /// What is opened and not closed; negative when more is closed.
+    /// Opening braces minus closing ones.
     [[nodiscard]] int balance() const { return m_balance; }
 
 private:
@@ -110,7 +110,7 @@ private:
     }
 
     int m_balance = 0;
-    int m_skipped = 0; ///< conditionals that are open in a branch that does not count
+    int m_skipped = 0; ///< how many conditionals are open in a branch that does not count
     bool m_inComment = false;
 };
 
@@ -135,11 +135,11 @@ QString SourceBrowserCScanner::overview() const
     return text;
 }
 
-/// Goes on to the next line, whatever it holds, and counts it.
+/// Reads and counts the next line, whatever its content.
 bool SourceBrowserCScanner::readPlainLine()
 {
     if (m_lineIsUsed)
-        m_kept.push_back(std::exchange(m_line, QString())); // of other lines the next one takes the memory
+        m_kept.push_back(std::exchange(m_line, QString())); // else the next line reuses the memory
     m_column = 0;
     const bool delivered = m_ahead.empty() ? m_lines.readLine(m_line) : takeLineAhead();
     if (!delivered)
@@ -174,7 +174,7 @@ int SourceBrowserCScanner::closersAhead()
     return -counter.balance();
 }
 
-/// Goes on to the next line that may hold tokens, or to the end of a conditional directive.
+/// Reads up to the next line that may have tokens, or past the next conditional directive.
 bool SourceBrowserCScanner::readNextLine()
 {
     while (readPlainLine()) {
@@ -213,7 +213,7 @@ void SourceBrowserCScanner::appendContinuation(QString &directive)
     directive += "\n   "_L1 + m_line.trimmed();
 }
 
-/// A comment that a directive leaves open belongs to the directive with all its lines.
+/// A comment that is still open at the end of a directive belongs to the directive with all its lines.
 void SourceBrowserCScanner::finishDirectiveComment(QString &directive)
 {
     if (!leavesCommentOpen(directive))
@@ -298,10 +298,11 @@ void SourceBrowserCScanner::readBlockComment()
         }
         m_comment.append(m_line);
     }
-    judgeComment();
+    finishComment();
 }
 
-void SourceBrowserCScanner::judgeComment()
+/// Handles overview and region comments, drops comments on an earlier declaration and keeps the others.
+void SourceBrowserCScanner::finishComment()
 {
     const int lineCount = m_comment.lastLine() - m_comment.firstLine() + 1;
     const auto [first, second] = m_comment.firstCharacters();
@@ -321,7 +322,7 @@ void SourceBrowserCScanner::judgeComment()
         return endRegion();
     m_statistics.comment += lineCount;
     if (text.startsWith("!<"_L1))
-        m_comment.clear(); // describes the thing before it, so it belongs to nothing that follows
+        m_comment.clear(); // describes the declaration before it
 }
 
 void SourceBrowserCScanner::addOverview()
@@ -336,7 +337,6 @@ void SourceBrowserCScanner::addOverview()
 
 void SourceBrowserCScanner::beginRegion(const QString &name)
 {
-    m_region = name;
     m_comment.clear();
     ++m_statistics.comment;
     if (m_events)
@@ -345,7 +345,6 @@ void SourceBrowserCScanner::beginRegion(const QString &name)
 
 void SourceBrowserCScanner::endRegion()
 {
-    m_region.clear();
     m_comment.clear();
     ++m_statistics.comment;
     if (m_events)

@@ -8,7 +8,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What tells overloaded methods apart.
+/// Distinguishes overloaded methods.
 QString signature(const SourceBrowserMethod &method)
 {
     QString text = method.name() + u'(';
@@ -45,7 +45,7 @@ const QString &SourceBrowserContainer::anonymousName()
 
 SourceBrowserContainer *SourceBrowserContainer::from(SourceBrowserObject *object)
 {
-    // Most objects are macros and functions, and a cast that fails is slow.
+    // Most objects are macros and functions, and a failing cast is slow.
     const Phylum phylum = object->phylum();
     const bool mayBe = phylum == Class || phylum == Structure || phylum == Namespace;
     return mayBe ? dynamic_cast<SourceBrowserContainer *>(object) : nullptr;

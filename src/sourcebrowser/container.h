@@ -3,7 +3,7 @@
 /*!!
  * \h1 container.h
  *
- * The declarations that contain others. What they share with them is in \xref{../object/object_h.htm}{object.h}.
+ * Declarations with members. Their base class is in \xref{../object/object_h.htm}{object.h}.
  */
 
 #include "sourcebrowser/members.h"
@@ -17,13 +17,13 @@ namespace tavidoc {
 
 /*!
  * \h1 \this
- * One entry of the list of bases of a class.
+ * One entry in the list of base classes.
  *
  * \synopsis
  *
  * \param{name} the base as written, white space simplified.
  *
- * \param{access} whether its members stay public.
+ * \param{access} of the inheritance.
  *
  * \param{isVirtual} whether it is a virtual base.
  * \sa \xref{container_h}{container.h}
@@ -48,12 +48,12 @@ public:
     using Members = std::vector<std::unique_ptr<SourceBrowserObject>>;
 
     using SourceBrowserObject::SourceBrowserObject;
-    /// The name of what has none: "(Anonymous)".
+    /// The name of containers and enumerations without one: "(Anonymous)".
     static const QString &anonymousName();
-    /// \a object as a container; null when it is none.
+    /// \a object as a container; null if it is something else.
     [[nodiscard]] static SourceBrowserContainer *from(SourceBrowserObject *object);
     [[nodiscard]] bool isAnonymous() const { return name() == anonymousName(); }
-    /// Frees what is nested without recursion.
+    /// Frees nested members without recursion.
     ~SourceBrowserContainer() override;
 
     [[nodiscard]] QString description(unsigned flags) const override;
@@ -69,7 +69,7 @@ public:
     [[nodiscard]] const Members &members() const { return m_members; }
     /*!
      * \h1 SourceBrowserContainer::\this
-     * Takes \a{member} over and becomes its container.
+     * Takes ownership of \a{member} and becomes its container.
      * \synopsis
      * \sa \xref{SourceBrowserContainer}
      * \ingroup SourceBrowserContainer
@@ -77,18 +77,18 @@ public:
     SourceBrowserObject &add(std::unique_ptr<SourceBrowserObject> member);
     /*!
      * \h1 SourceBrowserContainer::\this
-     * Hands \a{member} back; null when this container does not hold it. It leaves an empty place among the members
+     * Hands \a{member} back; null if it is not a member of this container. Its place among the members stays null
      * until \xref{settle} is called.
      * \synopsis
      * \sa \xref{SourceBrowserContainer}
      * \ingroup SourceBrowserContainer
      */
     std::unique_ptr<SourceBrowserObject> take(const SourceBrowserObject &member);
-    /// Hands all members over.
+    /// Hands all members over and leaves the container empty.
     Members takeMembers();
     /*!
      * \h1 SourceBrowserContainer::\this
-     * Closes the empty places that \xref{take} left.
+     * Closes the gaps that \xref{take} left.
      * \synopsis
      * \sa \xref{SourceBrowserContainer}
      * \ingroup SourceBrowserContainer
@@ -97,18 +97,18 @@ public:
 
     /*!
      * \h1 SourceBrowserContainer::\this
-     * The newest method of that name; null without one.
+     * The newest method of that name; null if there is none.
      * \synopsis
      * \sa \xref{SourceBrowserContainer}
      * \ingroup SourceBrowserContainer
      */
     [[nodiscard]] SourceBrowserMethod *method(const QString &name) const;
-    /// The method with the name, the types of arguments and the "const" of \a wanted, else the newest
-    /// of that name; null without one.
+    /// The method with the name, argument types and "const" of \a wanted, else the newest one with
+    /// that name; null if there is none.
     [[nodiscard]] SourceBrowserMethod *method(const SourceBrowserMethod &wanted) const;
     /*!
      * \h1 SourceBrowserContainer::\this
-     * The newest variable or typedef of that name; null without one.
+     * The newest variable or typedef of that name; null if there is none.
      * \synopsis
      * \sa \xref{SourceBrowserContainer}
      * \ingroup SourceBrowserContainer
@@ -116,7 +116,7 @@ public:
     [[nodiscard]] SourceBrowserVariable *variable(const QString &name) const;
     /*!
      * \h1 SourceBrowserContainer::\this
-     * The newest container of that name among the members; null without one.
+     * The newest container of that name among the members; null if there is none.
      * \synopsis
      * \sa \xref{SourceBrowserContainer}
      * \ingroup SourceBrowserContainer
@@ -135,8 +135,7 @@ public:
 
     /*!
      * \h1 SourceBrowserContainer::\this
-     * Takes over lines, texts and bases of \a{newer} where they are known: the same container
-     * was declared again.
+     * Takes over the known lines, texts and bases of \a{newer}, a later declaration of the same container.
      * \synopsis
      * \sa \xref{SourceBrowserContainer}
      * \ingroup SourceBrowserContainer
@@ -149,7 +148,7 @@ private:
         QHash<QString, SourceBrowserMethod *> methods;
         QHash<QString, SourceBrowserVariable *> variables;
         QHash<QString, SourceBrowserContainer *> containers;
-        QHash<QString, SourceBrowserMethod *> signatures; ///< made when first asked for
+        QHash<QString, SourceBrowserMethod *> signatures; ///< built on demand
         bool hasSignatures = false;
         void insert(SourceBrowserObject *member);
         void insertMethod(SourceBrowserMethod *method);
@@ -160,7 +159,7 @@ private:
 
     Members m_members;
     std::vector<SourceBrowserBaseClass> m_baseClasses;
-    mutable std::unique_ptr<Index> m_index; ///< made when first asked for
+    mutable std::unique_ptr<Index> m_index; ///< built on demand
     bool m_hasGaps = false;
 };
 

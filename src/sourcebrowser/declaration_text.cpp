@@ -14,7 +14,7 @@ struct Replacement
     QStringView to;
 };
 
-/// Keeps the "()" of a call operator from being taken for an empty argument list.
+/// Marks the "()" of a call operator, so that it does not pass for an empty argument list.
 constexpr QChar s_mark = u'\u2060';
 
 // Applied top to bottom to the whole text; the order is part of the result.
@@ -47,7 +47,7 @@ QStringView afterName(const SourceBrowserType &type)
     return type.hasInsertion() ? QStringView(type.text).mid(type.insertion) : QStringView();
 }
 
-/// The name as a prototype begins with it. The "()" of a call operator is marked.
+/// The name in a prototype. The "()" of a call operator is marked.
 QString prototypeName(const SourceBrowserMethod &function)
 {
     QString name = function.name();
@@ -107,12 +107,12 @@ QString prototypeText(const SourceBrowserMethod &function, unsigned flags)
         appendReturnType(text, function, flags);
     text += prototypeName(function);
     if (!(flags & SourceBrowserObject::TightParenthesis))
-        text += u'\u00A0'; // survives the clean-up, which makes a blank of it
+        text += u'\u00A0'; // becomes a blank in the clean-up
     text += u'(';
     QString separator = u", "_s;
     if (flags & SourceBrowserObject::ArgumentLines) {
         const qsizetype marks = text.count(s_mark);                // removed by the clean-up
-        separator = ",\n"_L1 + QString(text.size() - marks, u' '); // a return type line counts, on purpose
+        separator = ",\n"_L1 + QString(text.size() - marks, u' '); // deliberate: a return type line counts
     }
     bool first = true;
     for (const SourceBrowserArgument &argument : function.arguments()) {
@@ -130,7 +130,7 @@ QString prototypeText(const SourceBrowserMethod &function, unsigned flags)
 QString variableText(const SourceBrowserVariable &variable)
 {
     const SourceBrowserType &type = variable.type();
-    const bool isConcept = type.text == u"concept"; // of the kind of a typedef, but none in C
+    const bool isConcept = type.text == u"concept"; // has the phylum of a typedef
     QString text = variable.phylum() == SourceBrowserObject::Typedef && !isConcept ? u"typedef "_s : QString();
     text += beforeName(type);
     if (!type.hasInsertion())

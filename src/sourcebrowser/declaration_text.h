@@ -4,10 +4,10 @@
 
 namespace tavidoc {
 
-/// Declarations as normalised C text. All of these look at the objects and change nothing.
+/// Declarations as normalised C text.
 
 /// An argument or a member of a structure: \a type with \a name at its place, white space
-/// simplified. \a flags are those of SourceBrowserObject::TextFlag.
+/// simplified. \a flags combines values of SourceBrowserObject::TextFlag.
 [[nodiscard]] QString typedNameText(const SourceBrowserType &type, const QString &name, unsigned flags);
 
 /// "typedef enum {...} NAME", one enumerator per line.

@@ -3,7 +3,7 @@
 /*!!
  * \h1 events.h
  *
- * For those who want to hear of declarations while a header is read. A class with one method is told as
+ * Reports declarations while a header is read. A class with one method is reported as
  *
  * \table{0.4in,1.8in,*}
  * || | Event | With
@@ -21,8 +21,8 @@ namespace tavidoc {
 
 /*!
  * \h1 \this
- * What a listener learns while a header is read. Every operation does nothing unless it is
- * overridden. All lines are counted from 0.
+ * Receives the events of a header. Every operation does nothing unless it is overridden. All lines are counted
+ * from 0.
  * \sa \xref{events_h}{events.h}
  * \ingroup \this
  */
@@ -50,8 +50,8 @@ public:
     virtual void fixmeComment(const QString &word, int line);
     /*!
      * \h1 SourceBrowserEventInterface::\this
-     * A container or a function begins; what follows up to \xref{endContainer} belongs to it. A class, structure or
-     * namespace has its name as \a{declaration}, a function its prototype. \a{further} is empty.
+     * A container or a function begins; all events up to its \xref{endContainer} belong to it. The \a{declaration} of
+     * a class, structure or namespace is its name, that of a function its prototype. \a{further} is empty.
      * \synopsis
      * \sa \xref{SourceBrowserEventInterface}
      * \ingroup SourceBrowserEventInterface
@@ -60,7 +60,7 @@ public:
                                   const QString &further, int line);
     /*!
      * \h1 SourceBrowserEventInterface::\this
-     * The container or function that began last, and has not ended, ends.
+     * The innermost open container or function ends.
      * \synopsis
      * \sa \xref{SourceBrowserEventInterface}
      * \ingroup SourceBrowserEventInterface
@@ -77,7 +77,7 @@ public:
                                int line);
     /*!
      * \h1 SourceBrowserEventInterface::\this
-     * An access label was read.
+     * An access label.
      * \synopsis
      * \sa \xref{SourceBrowserEventInterface}
      * \ingroup SourceBrowserEventInterface

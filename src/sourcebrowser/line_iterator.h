@@ -3,7 +3,7 @@
 /*!!
  * \h1 line_iterator.h
  *
- * Where the parser gets its lines from.
+ * The source of the parser's lines.
  */
 
 #include <QString>

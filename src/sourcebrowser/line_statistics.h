@@ -3,7 +3,7 @@
 /*!!
  * \h1 line_statistics.h
  *
- * What a header consists of, in lines.
+ * How many lines of each kind a header has.
  */
 
 #include <QtGlobal>
@@ -12,7 +12,7 @@ namespace tavidoc {
 
 /*!
  * \h1 \this
- * What was counted in one file while it was read.
+ * The lines of one file by kind.
  *
  * \synopsis
  *

@@ -3,7 +3,7 @@
 /*!!
  * \h1 members.h
  *
- * The declarations that contain no others. What they share is in \xref{../object/object_h.htm}{object.h}.
+ * Declarations without members. Their base class is in \xref{../object/object_h.htm}{object.h}.
  */
 
 #include "sourcebrowser/object.h"
@@ -16,20 +16,20 @@ namespace tavidoc {
 
 /*!
  * \h1 \this
- * A type as text, and where in it the declared name belongs: in \tt{int (*)(void)}, after the asterisk.
+ * A type as text, and the place of the declared name in it: in \tt{int (*)(void)}, after the asterisk.
  *
  * \synopsis
  *
  * \param{text} the type.
  *
- * \param{insertion} index into \a{text}; -1 when the name simply follows.
+ * \param{insertion} index into \a{text}; -1 if the name simply follows.
  * \sa \xref{members_h}{members.h}
  * \ingroup Types
  */
 struct SourceBrowserType
 {
     QString text;
-    int insertion = -1; ///< index into text; -1 when the name simply follows
+    int insertion = -1; ///< index into text; -1 if the name simply follows
 
     [[nodiscard]] bool hasInsertion() const { return insertion >= 0 && insertion < text.size(); }
 };
@@ -40,7 +40,7 @@ struct SourceBrowserType
  *
  * \param{isStatic} declared \tt{static} or \tt{register}.
  *
- * \param{isInitialised} has an initialiser, which is not kept.
+ * \param{isInitialised} has an initialiser; its value is not kept.
  * \sa \xref{members_h}{members.h}
  * \ingroup \this
  */
@@ -56,7 +56,7 @@ public:
 
     /*!
      * \h1 SourceBrowserVariable::\this
-     * The type, trimmed; of a function, what it returns.
+     * The type, trimmed; of a function, the return type.
      * \synopsis
      * \sa \xref{SourceBrowserVariable}
      * \ingroup SourceBrowserVariable
@@ -73,13 +73,13 @@ private:
 
 /*!
  * \h1 \this
- * An argument of a function. \tt{...} is an argument without a name whose type is that.
+ * An argument of a function. \tt{...} is an argument of the type \tt{...} without a name.
  *
  * \synopsis
  *
  * \param{type} its type.
  *
- * \param{name} its name; empty when the declaration gives none.
+ * \param{name} its name; empty if the declaration has none.
  *
  * \param{defaultValue} as written, white space simplified; never rendered.
  * \sa \xref{members_h}{members.h}
@@ -88,7 +88,7 @@ private:
 struct SourceBrowserArgument
 {
     SourceBrowserType type;
-    QString name;         ///< empty when the declaration gives none
+    QString name;         ///< empty if the declaration has none
     QString defaultValue; ///< as written, white space simplified; never rendered
 };
 
@@ -98,7 +98,7 @@ struct SourceBrowserArgument
  *
  * \param{isVirtual} declared \tt{virtual}.
  *
- * \param{isConst} with \tt{const} behind the arguments.
+ * \param{isConst} with \tt{const} after the arguments.
  *
  * \param{isPure} with \tt{= 0}.
  *
@@ -117,7 +117,7 @@ public:
 
     /*!
      * \h1 SourceBrowserMethod::\this
-     * The arguments in order; none for \tt{(void)}.
+     * The arguments in order; empty for \tt{(void)}.
      * \synopsis
      * \sa \xref{SourceBrowserMethod}
      * \ingroup SourceBrowserMethod
@@ -151,7 +151,7 @@ public:
 
     /*!
      * \h1 SourceBrowserEnum::\this
-     * The texts of the enumerators in order: \tt{A}, \tt{B = 1}.
+     * The enumerators in order, as texts: \tt{A}, \tt{B = 1}.
      * \synopsis
      * \sa \xref{SourceBrowserEnum}
      * \ingroup SourceBrowserEnum

@@ -14,7 +14,7 @@ bool SourceBrowserObject::isEquivalent(const SourceBrowserObject &) const
 
 QString SourceBrowserObject::qualifiedName() const
 {
-    // The separator is a full stop for C++ too, on purpose.
+    // Deliberate: the separator is a full stop, in C++ too.
     return m_scope.isEmpty() ? m_name : m_scope + u'.' + m_name;
 }
 

@@ -3,9 +3,9 @@
 /*!!
  * \h1 object.h
  *
- * What every declaration of a header has: a kind, a name, a place, a comment. The kinds of their own are in
+ * What all declarations of a header have: a kind, a name, a place and a comment. The classes of declarations are in
  * \xref{../members/members_h.htm}{members.h} and \xref{../container/container_h.htm}{container.h};
- * \xref{../model/model_h.htm}{model.h} keeps them.
+ * \xref{../model/model_h.htm}{model.h} holds them.
  */
 
 #include <QString>
@@ -18,8 +18,8 @@ class SourceBrowserContainer;
 
 /*!
  * \h1 \this
- * One declaration of a header: the base of everything that the model holds.
- * All lines are counted from 0 and are -1 while unknown, except where noted.
+ * One declaration of a header: the base class of everything in the model.
+ * Lines are counted from 0 and -1 if unknown, except where noted.
  * \sa \xref{object_h}{object.h}
  * \ingroup \this
  */
@@ -57,7 +57,7 @@ public:
     };
     /*!
      * \h1 SourceBrowserObject::\this
-     * From where a member may be used. \tt{NoAccess} is that of no declaration.
+     * The access of a member. No declaration in the model has \tt{NoAccess}.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
@@ -72,14 +72,14 @@ public:
 
     /*!
      * \h1 SourceBrowserObject::\this
-     * What the text of a declaration shows; the values are bits and are combined.
+     * The form of a declaration's text; the values are bits that can be combined.
      * \table{1.8in,*}
      * || Value | The text
      * | \tt{ReturnType} | begins with the return type
      * | \tt{TightParenthesis} | has no blank between the name and \tt{(}
-     * | \tt{ArgumentLines} | has one argument on each line
+     * | \tt{ArgumentLines} | has one argument per line
      * | \tt{ReturnTypeLine} | has the return type on a line of its own; with \tt{ReturnType}
-     * | \tt{StripUnderscores} | leaves out \tt{__} where the name of an argument begins with it
+     * | \tt{StripUnderscores} | omits \tt{__} at the beginning of argument names
      * \endtable
      * \synopsis
      * \sa \xref{SourceBrowserObject}
@@ -96,7 +96,7 @@ public:
 
     /*!
      * \h1 SourceBrowserObject::\this
-     * Where a declaration stands. All lines are counted from 0 and are -1 while unknown.
+     * The lines of a declaration, counted from 0; -1 if unknown.
      *
      * \synopsis
      *
@@ -125,8 +125,8 @@ public:
 
     /*!
      * \h1 SourceBrowserObject::\this
-     * The declaration as C text without a semicolon. \a{flags} are those of \xref{TextFlag}; only functions look at
-     * them. What has no text of its own renders as its name.
+     * The declaration as C text without a semicolon. \a{flags} combines values of \xref{TextFlag}, which apply to
+     * functions only. The base class returns the name.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
@@ -165,7 +165,7 @@ public:
     [[nodiscard]] const QString &declarationFile() const { return m_declarationFile; }
     /*!
      * \h1 SourceBrowserObject::\this
-     * The file in which the body stands.
+     * The file with the body of the function.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
@@ -173,7 +173,7 @@ public:
     [[nodiscard]] const QString &definitionFile() const { return texts().definitionFile; }
     /*!
      * \h1 SourceBrowserObject::\this
-     * The documentation comment without its delimiters, lines joined by \tt{\\n}.
+     * The documentation comment without its delimiters, its lines joined by \tt{\\n}.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
@@ -181,7 +181,7 @@ public:
     [[nodiscard]] const QString &documentation() const { return texts().documentation; }
     /*!
      * \h1 SourceBrowserObject::\this
-     * The line on which the documentation comment begins, counted from 1.
+     * The first line of the documentation comment, counted from 1.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
@@ -189,7 +189,7 @@ public:
     [[nodiscard]] int documentationLine() const { return texts().documentationLine; }
     /*!
      * \h1 SourceBrowserObject::\this
-     * A further text: of a macro, the whole directive.
+     * Of a macro, the whole directive; otherwise empty.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
@@ -197,16 +197,15 @@ public:
     [[nodiscard]] const QString &text() const { return texts().text; }
     /*!
      * \h1 SourceBrowserObject::\this
-     * The container that holds this object; null for what the model holds itself.
+     * The container that holds this object; null while it is in none.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
      */
     [[nodiscard]] SourceBrowserContainer *container() const { return m_container; }
 
-    void setPhylum(Phylum phylum) { m_phylum = phylum; }
     void setAccess(Access access) { m_access = access; }
-    /// The object must not be in a container yet, or be renamed through it.
+    /// A container in a model is renamed by SourceBrowserModel::rename() instead.
     void setName(const QString &name) { m_name = name; }
     void setScope(const QString &scope) { m_scope = scope; }
     void setLines(const Lines &lines) { m_lines = lines; }
@@ -219,7 +218,7 @@ public:
 private:
     friend class SourceBrowserContainer;
 
-    /// What most objects do not have.
+    /// The texts that most objects lack.
     struct Texts
     {
         QString definitionFile;

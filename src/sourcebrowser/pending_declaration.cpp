@@ -58,7 +58,7 @@ void SourceBrowserPendingDeclaration::note(const Token &token)
     tokens.push_back(token);
 }
 
-/// Notes where a text that is taken as it stands begins and ends.
+/// Updates the counts that isInText() needs.
 void SourceBrowserPendingDeclaration::noteText(const Token &token)
 {
     switch (token.code) {
@@ -165,7 +165,7 @@ bool SourceBrowserPendingDeclaration::isMacroRun()
     return className.isEmpty() || tokens.front().text != className; // a constructor
 }
 
-/// Whether a call that is not in capitals may be that of a macro: it begins the run, or its line as in
+/// Whether a call that is not in capitals may be a macro call: it is the first of the run, or of its line as in
 /// `DECLARE_FUNCTIONS_only(a)`.
 bool SourceBrowserPendingDeclaration::isMacroCall(size_t at) const
 {
@@ -176,7 +176,7 @@ bool SourceBrowserPendingDeclaration::isMacroCall(size_t at) const
            (tokens[at].line != tokens[at - 1].line && text.size() > 2 && text[0].isUpper() && text[1].isUpper());
 }
 
-/// The index after the group that \a open opens; the end when it is not closed.
+/// The index after the group opened at \a open; the end if it is not closed.
 size_t SourceBrowserPendingDeclaration::afterGroup(size_t open) const
 {
     int nesting = 0;
@@ -258,7 +258,7 @@ bool SourceBrowserPendingDeclaration::isForwardDeclaration() const
 
 bool SourceBrowserPendingDeclaration::isOldStyle()
 {
-    // "int f(a, b) int a; char *b; {": names only in parentheses, then declarations of them.
+    // "int f(a, b) int a; char *b; {": only names in parentheses, then their declarations.
     if (groupEnd < 2 || groupEnd + 2 >= static_cast<int>(tokens.size()) || parentheses > 0 || isTypedef)
         return false;
     if (m_oldNamesEnd != groupEnd)

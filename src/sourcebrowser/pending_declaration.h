@@ -9,53 +9,53 @@
 
 namespace tavidoc {
 
-/// The tokens of the declaration that is being read, and what was noticed about them.
+/// The tokens of the declaration being read, and the facts noted about them.
 struct SourceBrowserPendingDeclaration
 {
     using Token = SourceBrowserTokenRecord;
 
     std::vector<Token> tokens;           ///< without bodies and initialisers
-    SourceBrowserPendingComment comment; ///< the one that was pending when it began
+    SourceBrowserPendingComment comment; ///< the comment that was pending when the declaration began
     int line = 0;                        ///< counted from 0
     int lastLine = 0;                    ///< of the last token or conditional in it, counted from 1
     int column = 0;                      ///< counted from 0
-    QStringView className;               ///< of the class around it; empty elsewhere
-    int parentheses = 0;                 ///< "(" and "[" that are open
+    QStringView className;               ///< name of the enclosing class; empty elsewhere
+    int parentheses = 0;                 ///< how many "(" and "[" are open
     int key = -1;                        ///< index of the last class, struct, union or enum outside brackets
     int groupEnd = -1;                   ///< index of the last ")" outside brackets
     bool isTypedef = false;
     bool isStatic = false;
     bool isVirtual = false;
     bool isFriend = false;
-    bool isTemplate = false;      ///< template parameters were passed over
+    bool isTemplate = false;      ///< template parameters were skipped
     bool isInstantiation = false; ///< "template" without parameters: it declares nothing
     bool isInitialised = false;
-    bool isCutOff = false; ///< ended by something else than a ";"
+    bool isCutOff = false; ///< ended by something other than a ";"
 
     /// Appends \a token.
     void note(const Token &token);
     [[nodiscard]] bool endsWith(int code) const { return !tokens.empty() && tokens.back().is(code); }
     /// Whether the name of an operator is being read, which may be any punctuation.
     [[nodiscard]] bool isOperator() const;
-    /// Whether an argument list and what may follow it have been read.
+    /// Whether the tokens end with an argument list, or with one and what may follow it.
     [[nodiscard]] bool isAfterArguments() const;
     /// Whether the tokens are `extern "C"`.
     [[nodiscard]] bool isLanguageBlock() const;
-    /// Whether the tokens are macros that form statements of their own, and \a token begins the
-    /// declaration. \a next is the comment that was read last.
+    /// Whether the tokens are macros that form statements of their own, so that the declaration begins with
+    /// \a token. \a next is the last comment read.
     [[nodiscard]] bool restartsWith(const Token &token, const SourceBrowserPendingComment &next);
-    /// Whether \a next, the comment that was read last, begins on a line after the tokens.
+    /// Whether \a next, the last comment read, begins on a line after the tokens.
     [[nodiscard]] bool isReplacedBy(const SourceBrowserPendingComment &next) const;
-    /// Whether there is nothing but words in capitals and calls: macros, when no ";" follows.
+    /// Whether all tokens are words in capitals and calls: macros, unless a ";" follows.
     [[nodiscard]] bool isMacroRun();
     /// Whether the tokens end with a macro call that may wrap a declaration: `EXPORT(int, f, (void))`.
     [[nodiscard]] bool endsWithWrapper() const;
     /// Removes what precedes the macro call at the end.
     void keepLastCall();
-    /// How many tokens at the beginning are macro calls on lines of their own, with the words before them.
+    /// The number of tokens in the leading macro calls on lines of their own, with the words before them.
     [[nodiscard]] size_t leadingCalls() const;
-    /// Whether characters that make no token are part of the text that is being read: a value, an
-    /// array bound, a bit width, template arguments or an operator's name.
+    /// Whether characters that yield no token belong to the text being read: a value, an array bound, a bit
+    /// width, template arguments or an operator's name.
     [[nodiscard]] bool isInText();
     /// Whether the tokens declare a class that is defined elsewhere, perhaps with macros before its name. After "struct"
     /// a word in capitals may be the type of a variable, unless it is a template.
@@ -69,14 +69,14 @@ private:
     [[nodiscard]] bool isMacroCall(size_t at) const;
     [[nodiscard]] size_t afterGroup(size_t open) const;
 
-    QSet<QStringView> m_oldNames; ///< the words in the last group outside brackets, when it holds nothing else
-    int m_oldNamesEnd = -1;       ///< the groupEnd that they belong to
+    QSet<QStringView> m_oldNames; ///< the words in the last group outside brackets, if it has only words
+    int m_oldNamesEnd = -1;       ///< groupEnd of that group
     size_t m_runEnd = 0;          ///< the tokens before it are words in capitals and calls
-    size_t m_textEnd = 0;         ///< the tokens before it are counted in what follows
-    int m_nesting = 0;            ///< "(" that are open
-    int m_squares = 0;            ///< "[" that are open
-    int m_angles = 0;             ///< "<" that are open
-    int m_valueNesting = -1;      ///< the parentheses around the value or bit width that is being read
+    size_t m_textEnd = 0;         ///< the tokens before it are counted in the members below
+    int m_nesting = 0;            ///< how many "(" are open
+    int m_squares = 0;            ///< how many "[" are open
+    int m_angles = 0;             ///< how many "<" are open
+    int m_valueNesting = -1;      ///< m_nesting around the value or bit width being read; -1 outside
     bool m_isComputed = false;    ///< the type is that of an expression
 };
 

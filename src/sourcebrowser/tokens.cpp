@@ -12,7 +12,7 @@ constexpr WordEntry s_words[] = {
     {u"class", Class, Word::Keyword},
     {u"extern", Extern, Word::Keyword},
     {u"public", Public, Word::Keyword},
-    {u"signals", Public, Word::Keyword}, // Deliberate: a signals section is a public one.
+    {u"signals", Public, Word::Keyword}, // Deliberate: a signals section reads as a public one.
     {u"protected", Protected, Word::Keyword},
     {u"private", Private, Word::Keyword},
     {u"const", Const, Word::Keyword},

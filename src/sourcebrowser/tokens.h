@@ -6,8 +6,8 @@
 
 namespace tavidoc {
 
-/// What the scanner delivers. Punctuation has its own character code; the numbers of the others
-/// are known to callers and stay as they are.
+/// The tokens that the scanner delivers. Punctuation is its own character code; the numbers of the
+/// others are known to callers and must not change.
 namespace SourceBrowserToken {
 
 enum Code : int
@@ -40,9 +40,9 @@ enum Code : int
     String = 280,
 
     // For the parser only; SourceBrowserCScanner::nextToken() never returns these.
-    Skipped = 281,     ///< a character that makes no token
+    Skipped = 281,     ///< a character that belongs to no token
     ConditionalBegin,  ///< #if, #ifdef, #ifndef
-    ConditionalBranch, ///< #else, #elif and their kin
+    ConditionalBranch, ///< #else, #elif, #elifdef, #elifndef
     ConditionalEnd,    ///< #endif
     Composed,          ///< a type that the parser has read, as one token
 };
@@ -61,7 +61,7 @@ enum class Word : unsigned char
     TypeOperator,  ///< typeof, decltype: a type with the group that follows
     TypeName,      ///< typename
     Suffix,        ///< noexcept, override, final: what may follow an argument list
-    Statement,     ///< return, static_assert, ...: what holds it declares nothing
+    Statement,     ///< return, static_assert, ...: tokens with one of these declare nothing
 };
 
 struct WordEntry
@@ -71,7 +71,7 @@ struct WordEntry
     Word word = Word::Plain;
 };
 
-/// The table's entry for \a text; null for an identifier of the header's own.
+/// The table's entry for \a text; null for any other identifier.
 [[nodiscard]] const WordEntry *wordEntry(QStringView text);
 /// The whole table.
 [[nodiscard]] std::span<const WordEntry> wordEntries();
@@ -85,12 +85,21 @@ struct SourceBrowserTokenRecord
     int code = SourceBrowserToken::EndOfInput;
     int line = 0;   ///< counted from 1
     int column = 0; ///< counted from 0, in UTF-16 units
-    int match = -1; ///< index of the bracket that belongs to this one; used by the parser
+    int match = -1; ///< index of the matching bracket; used by the parser
     SourceBrowserToken::Word word = SourceBrowserToken::Word::Plain;
-    bool blankBefore = false; ///< white space, a line end or a comment stands before it
+    bool blankBefore = false; ///< preceded by white space, a line end or a comment
 
     [[nodiscard]] bool is(int wanted) const { return code == wanted; }
     [[nodiscard]] bool isIdentifier() const { return code == SourceBrowserToken::Identifier; }
+    [[nodiscard]] bool isKeyword() const { return word == SourceBrowserToken::Word::Keyword; }
+    [[nodiscard]] bool isPunctuation() const { return code > 0 && code < SourceBrowserToken::Class; }
+    /// Whether this is the begin, a branch or the end of a conditional.
+    [[nodiscard]] bool isConditional() const
+    {
+        return code >= SourceBrowserToken::ConditionalBegin && code <= SourceBrowserToken::ConditionalEnd;
+    }
+    /// Whether SourceBrowserCScanner::nextToken() never returns this.
+    [[nodiscard]] bool isInternal() const { return code >= SourceBrowserToken::Skipped; }
 };
 
 } // namespace tavidoc

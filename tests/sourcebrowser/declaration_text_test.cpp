@@ -30,7 +30,7 @@ TEST(DeclarationText, WritesPrototypesByTheirFlags)
         {1, u"ssize_t read (int __fd, void *_buf, int (*__f)(void))"_s},
         {1 | 2 | 16, u"ssize_t read(int fd, void *_buf, int (*f)(void))"_s},
         {2 | 4, u"read(int __fd,\n     void *_buf,\n     int (*__f)(void))"_s},
-        // The return type's line counts for the column too, on purpose.
+        // Deliberate: the line of the return type counts for the column too.
         {1 | 2 | 8 | 4 | 16, u"ssize_t\nread(int fd,\n             void *_buf,\n             int (*f)(void))"_s},
     };
     SourceBrowserMethod method(u"read"_s);
@@ -62,7 +62,8 @@ TEST(DeclarationText, WritesVariablesAndTypedefs)
     EXPECT_EQ(text(SourceBrowserObject::Variable, u"p"_s, u"char *"_s, -1), u"char *p"_s);
     EXPECT_EQ(text(SourceBrowserObject::Variable, u""_s, u"int"_s, -1), u"int "_s);
     EXPECT_EQ(text(SourceBrowserObject::Variable, u"a"_s, u"int [3]"_s, 4), u"int a[3]"_s);
-    EXPECT_EQ(text(SourceBrowserObject::Variable, u"a"_s, u"int"_s, 9), u"int a"_s) << "an index outside is none";
+    EXPECT_EQ(text(SourceBrowserObject::Variable, u"a"_s, u"int"_s, 9), u"int a"_s)
+        << "an index outside the text is ignored";
 }
 
 TEST(DeclarationText, WritesEnumerationsAndStructures)

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Every declaration of a header on a line of its own: qualified name, phylum and rendering.
+/// The declarations of a header: the qualified name, and the text of functions, variables and enumerations.
 std::string declared(const QString &text)
 {
     SourceBrowserModel model;
@@ -320,7 +320,6 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"FP_EXPORT(2, break a, (int x))\nFP_EXPORT(3, int, A::~, (int)) A::~(; int b; A::~", "b = int b"},
         Row{u"int \"unclosed\nint a; 'b\nint c; /* open", "a = int a ; c = int c"}));
 
-/// Which declarations have which comment.
 TEST(Declarations, TakeTheirOwnComments)
 {
     const std::pair<const char16_t *, const char *> rows[] = {

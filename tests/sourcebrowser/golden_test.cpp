@@ -49,7 +49,7 @@ QString objectText(const SourceBrowserObject &object)
     return text;
 }
 
-/// What is heard of the header in \a row and what its model holds; the sentence and the header stay.
+/// Replaces the events and declarations in \a row with those of its header.
 QString reread(const QString &row)
 {
     const QString source = row.left(row.indexOf(u"\n---\n"_s));
@@ -57,7 +57,7 @@ QString reread(const QString &row)
     HeaderParser parser(model);
     parser.parseText(source.section(u'\n', 1));
     QString result = source + u"\n---\n"_s;
-    for (const QString &event : parser.heard.sliced(1, parser.heard.size() - 2)) // without the group around all
+    for (const QString &event : parser.heard.sliced(1, parser.heard.size() - 2)) // without the group
         result += event + u'\n';
     result += u"=>\n"_s;
     for (const SourceBrowserModel::Collection &collection : model.all()) {
@@ -71,8 +71,8 @@ class GoldenHeaders : public testing::TestWithParam<std::string>
 {
 };
 
-/// Each file is a row of examples: a sentence, a header, the events and the declarations of the header. With
-/// TAVIDOC_UPDATE set the latter are written anew.
+/// Each file is a list of examples: a sentence, a header, its events and its declarations. With TAVIDOC_UPDATE set,
+/// events and declarations are rewritten.
 TEST_P(GoldenHeaders, AreReadAsBefore)
 {
     const QString name = goldenFile(GetParam());

@@ -62,17 +62,18 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"the last comment counts and only once", u"/*a*/\n/*b*/\nint f();\nint g();", "f:b@2"},
         Row{"a line comment neither documents nor replaces", u"/*a*/\n// b\nint f();", "f:a@1"},
         Row{"macros take comments, continued ones too", u"/*a*/\n#  define X \\\n 1\n/*b*/\n\n\n#define Y", "X:a@1"},
-        Row{"comments inside a declaration are gone", u"/*a*/\nint f(int b /*b*/,\n int c /*c*/);\nint g(); int h();",
-            "f:a@1"},
-        Row{"comments inside a body are gone", u"int f() {\n/*b*/ }\nint g();", ""},
-        Row{"a body is tested by its first line", u"/*a*/\nint f()\n\n{ }\n/*b*/\nint g()\n{ }", "g:b@5"},
+        Row{"comments inside a declaration are dropped",
+            u"/*a*/\nint f(int b /*b*/,\n int c /*c*/);\nint g(); int h();", "f:a@1"},
+        Row{"comments inside a body are dropped", u"int f() {\n/*b*/ }\nint g();", ""},
+        Row{"a definition is as near as the first line of its body", u"/*a*/\nint f()\n\n{ }\n/*b*/\nint g()\n{ }",
+            "g:b@5"},
         Row{"only the first declarator takes the comment", u"/*a*/\nint x, y;\n/*b*/ typedef struct { int z; } A, *B;",
             "A:b@3 x:a@1"},
-        Row{"every kind takes one",
+        Row{"every kind of declaration takes one",
             u"/*a*/ namespace n {\n/*b*/ class c {\n/*d*/ int d; };\n/*e*/ enum e { E };\n/*f*/ typedef int f; }",
             "n:a@1 n.c:b@2 n.c.d:d@3 n.f:f@5 n.e:e@4"},
-        Row{"a comment for the thing before documents nothing", u"int a; /*!< a */\nint b;", ""},
-        Row{"a macro word does not use the comment up", u"BEGIN\n\n/*a*/\nint f();\nGUARD(x)\n/*b*/ int g();",
+        Row{"a comment on an earlier declaration documents nothing", u"int a; /*!< a */\nint b;", ""},
+        Row{"a macro alone does not use the comment up", u"BEGIN\n\n/*a*/\nint f();\nGUARD(x)\n/*b*/ int g();",
             "f:a@3 g:b@6"},
         Row{"a comment that is never closed ends with the file", u"int a; /* b\n c", ""},
         Row{"the text keeps its lines", u"/*! a\n *\n * b*c\n **/\nint f();", "f:! a\n *\n * b*c\n *@1"}));
@@ -114,7 +115,7 @@ TEST(Model, MergesContainersThatAreDeclaredAgain)
     EXPECT_EQ(merged->baseClasses()[0].name, u"B"_s);
 
     parser.parseText(u"class C { int c; };"_s, u"two.h"_s);
-    EXPECT_EQ(names(model.variables()), "C.a C.c n.x") << "a file that is read again replaces what it gave";
+    EXPECT_EQ(names(model.variables()), "C.a C.c n.x") << "a file that is read again replaces its declarations";
     parser.parseText({}, u"one.h"_s);
     parser.parseText({}, u"two.h"_s);
     EXPECT_EQ(names(model.containers()), "");
@@ -134,7 +135,7 @@ TEST(Model, MergesTypedefsOfOneName)
     EXPECT_EQ(model.find(u"P")->description(), u"typedef T *P"_s);
 }
 
-TEST(Model, DefinitionsOutsideGiveTheirClassLinesAndComment)
+TEST(Model, DefinitionsOutsideAClassGiveItTheirLinesAndComments)
 {
     SourceBrowserModel model;
     HeaderParser(model).parseText(u"class A { void f(int); void f(char) const;\n/*own*/ void g(); };\n"
@@ -171,7 +172,7 @@ TEST(Model, LaterVirtualMethodsReplaceEarlierOnes)
     EXPECT_EQ(names(model.functions()), "A.f A.g A.h s");
     const auto *method = dynamic_cast<const SourceBrowserMethod *>(model.find(u"A.f"));
     EXPECT_TRUE(method->isVirtual);
-    EXPECT_EQ(method->lines().bodyFirst, 1) << "the body of the older one is taken over";
+    EXPECT_EQ(method->lines().bodyFirst, 1) << "the body lines of the older one are kept";
     EXPECT_EQ(method->definitionFile(), u"a.h"_s);
     EXPECT_EQ(model.find(u"A.g")->lines().bodyFirst, 6);
     EXPECT_EQ(model.find(u"A.g")->lines().bodyLast, 7);
@@ -188,9 +189,9 @@ TEST(Model, GivesMembersTheirAccess)
     QString list;
     for (const char16_t *name : {u"a", u"b", u"c", u"d", u"e", u"f", u"m", u"n"})
         list += u"%1%2 "_s.arg(name).arg(model.find(name)->access());
-    // Deliberate: "struct" outside a typedef begins private like "class".
+    // Deliberate: a "struct" outside a typedef begins private like a "class".
     EXPECT_EQ(list, u"a4 b2 c1 d1 e4 f1 m1 n1 "_s);
-    EXPECT_EQ(model.find(u"t.c")->scope(), u"t"_s) << "members know the name that the typedef gave";
+    EXPECT_EQ(model.find(u"t.c")->scope(), u"t"_s) << "members have the name from the typedef in their scope";
 }
 
 TEST(Model, ComparesObjects)

@@ -39,14 +39,14 @@ std::string tokens(const QString &text, bool keywordFree = false)
 TEST(Scanner, GivesTokensTheirCodes)
 {
     EXPECT_EQ(tokens(u"public slots: signals: inline Q_OBJECT x"_s), "258 public, 58 :, 258 signals, 58 :, 277 x");
-    EXPECT_EQ(tokens(u"a | b # $ % @ ` \\ c$d é"_s), "277 a, 277 b, 277 c$d") << "unknown characters make no token";
+    EXPECT_EQ(tokens(u"a | b # $ % @ ` \\ c$d é"_s), "277 a, 277 b, 277 c$d") << "unknown characters yield no token";
     EXPECT_EQ(tokens(u"1'000u .5 'a' L'\\'' '\\x41' 0x1p"_s), "279 1'000u, 46 ., 279 5, 279 'a', 279 L'\\'', "
                                                               "279 '\\x41', 279 0x1p");
     EXPECT_EQ(tokens(u"\"a\\\"b\" L\"c\" R\"x(\")\n)x\" \"open\ny"_s),
               "280 \"a\\\"b\", 280 L\"c\", 280 )x\", 280 \"open, 277 y");
     EXPECT_EQ(tokens(u"a::b:c ... . / ~ // x\n/* y\n# z */ d"_s),
               "277 a, 278 ::, 277 b, 58 :, 277 c, 276 ..., 46 ., 47 /, 126 ~, 277 d");
-    EXPECT_EQ(tokens(u"class inline x"_s, true), "277 class, 277 inline, 277 x") << "nothing is a keyword";
+    EXPECT_EQ(tokens(u"class inline x"_s, true), "277 class, 277 inline, 277 x") << "no word is a keyword";
     EXPECT_EQ(tokens(u"#define a \\\n b /* c\n d */ e\nf"_s), "277 f") << "a directive has no tokens";
 }
 
@@ -67,7 +67,7 @@ struct Row
 {
     const char *sentence;
     const char16_t *header;
-    const char *heard; ///< without the first and the last, which frame every file
+    const char *heard; ///< without the begin and end of the group
 };
 
 void PrintTo(const Row &row, std::ostream *out)
@@ -92,10 +92,10 @@ TEST_P(Heard, InOrder)
 
 INSTANTIATE_TEST_SUITE_P(
     Lines, Heard,
-    testing::Values(Row{"an empty file is only framed", u"", ""},
-                    Row{"a directive is heard with its continuation lines", u"\n  # define A \\\n    1\\\n  2",
+    testing::Values(Row{"an empty file has no events", u"", ""},
+                    Row{"a directive is reported with its continuation lines", u"\n  # define A \\\n    1\\\n  2",
                         "1 preprocessor 3 # define A \\\n   1\\\n   2"},
-                    Row{"regions are heard as directives", u"/*! \\group some name */\n/*!\n\\endregion*/",
+                    Row{"regions are reported as directives", u"/*! \\group some name */\n/*!\n\\endregion*/",
                         "0 preprocessor 0 #region some name; 2 preprocessor 0 #endregion"},
                     Row{"a fix-me word counts at the start of a line comment only",
                         u"// FIXME: x\n// a FIXME\n//todo\n// todos", "0 fixme FIXME; 2 fixme todo"}));
@@ -103,19 +103,19 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Events, Heard,
     testing::Values(
-        Row{"a class tells of its members in order",
+        Row{"a class reports its members in order",
             u"class X : public Y {\npublic:\n int m(int a);\nsignals:\n int v;\n};",
             "0 container 1 X | X |; 1 access 1; 2 container 2 m | int m(int a) |; end; 3 access 1; "
             "4 object 3 v | int v; end"},
-        Row{"a structure outside a typedef is told as a class", u"struct s { int a; };",
+        Row{"a structure outside a typedef is reported as a class", u"struct s { int a; };",
             "0 container 1 s | s |; 0 object 3 a | int a; end"},
-        Row{"a structure behind a typedef is told as one, with what is nested in it",
+        Row{"a structure after typedef is reported as one, with nested ones",
             u"typedef struct { union { int b; } u; } T;",
             "0 container 5 (Anonymous) | (Anonymous) |; 0 container 5 (Anonymous) | (Anonymous) |; "
             "0 object 3 b | int b; end; 0 object 3 u | union {...} u; end"},
         Row{"typedefs are objects, enumerations are silent", u"typedef int (*f)(void); enum e { A };",
             "0 object 4 f | typedef int (*f)(void)"},
-        Row{"a branch takes up the braces of its conditional",
+        Row{"a branch begins with the braces open before its conditional",
             u"#if A\nstruct a {\n#else\nstruct b {\n#endif\nint x; };",
             "0 preprocessor 1 #if A; 1 container 1 a | a |; 2 preprocessor 2 #else; end; 3 container 1 b | b |; "
             "4 preprocessor 3 #endif; 5 object 3 x | int x; end"}));
@@ -141,7 +141,7 @@ INSTANTIATE_TEST_SUITE_P(
             "4 container 2 M | M(void) |; end; src/io.h:5: Class M not found"},
         Row{"a nameless namespace has the file's name", u"namespace { int a; }",
             "0 container 7 (io.h) | (io.h) |; 0 object 3 a | int a; end"},
-        Row{"definitions outside are matched with their class", u"class A { };\nint A::f() { }\nint B::g() { }",
+        Row{"definitions outside a class are matched with it", u"class A { };\nint A::f() { }\nint B::g() { }",
             "0 container 1 A | A |; end; 1 container 2 f | int f(void) |; end; "
             "src/io.h:2: Method f not found in class A; 2 container 2 g | int g(void) |; end; "
             "src/io.h:3: Class B not found"}));

@@ -1,4 +1,4 @@
-/* Declarators of every shape. tests/sourcebrowser/declare-again gives what is made of them back to the compiler. */
+/* Declarators of every shape. tests/sourcebrowser/declare-again compiles them again as they are rendered. */
 #include <stddef.h>
 
 #define API extern __attribute__((visibility("default")))

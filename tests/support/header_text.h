@@ -6,7 +6,7 @@
 
 using namespace tavidoc;
 
-/// Reads a header from a text and writes down what it hears.
+/// Parses a header given as text and records the events and complaints.
 class HeaderParser : public SourceBrowserCParser, public SourceBrowserEventInterface
 {
 public:
