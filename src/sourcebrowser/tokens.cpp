@@ -1,6 +1,6 @@
 #include "sourcebrowser/tokens.h"
 
-#include <array>
+#include "base/word_index.h"
 
 namespace tavidoc {
 
@@ -145,42 +145,13 @@ constexpr WordEntry s_words[] = {
     {u"_Static_assert", Identifier, Word::Statement},
 };
 
-constexpr unsigned s_slotCount = 1024;
-
-constexpr unsigned slotOf(QStringView text)
-{
-    const auto *units = text.utf16();
-    const auto size = static_cast<unsigned>(text.size());
-    return (units[0] * 7u + units[size / 2] * 57u + units[size - 1] * 131u + size * 19u) % s_slotCount;
-}
-
-/// An open table: a slot holds the index of a word plus one, 0 when it is free.
-constexpr std::array<unsigned char, s_slotCount> makeSlots()
-{
-    std::array<unsigned char, s_slotCount> slots = {};
-    unsigned char number = 0;
-    for (const WordEntry &entry : s_words) {
-        unsigned slot = slotOf(entry.text);
-        while (slots[slot] != 0)
-            slot = (slot + 1) % s_slotCount;
-        slots[slot] = ++number;
-    }
-    return slots;
-}
-
-constexpr std::array<unsigned char, s_slotCount> s_slots = makeSlots();
-static_assert(std::size(s_words) < 255);
+constexpr auto s_wordIndex = WordIndex<WordEntry, &WordEntry::text>::of<s_words>();
 
 } // namespace
 
 const WordEntry *wordEntry(QStringView text)
 {
-    for (unsigned slot = slotOf(text); s_slots[slot] != 0; slot = (slot + 1) % s_slotCount) {
-        const WordEntry &entry = s_words[s_slots[slot] - 1];
-        if (entry.text.size() == text.size() && entry.text == text)
-            return &entry;
-    }
-    return nullptr;
+    return s_wordIndex.find(text);
 }
 
 std::span<const WordEntry> wordEntries()
