@@ -89,6 +89,8 @@ TEST_P(GoldenHeaders, AreReadAsBefore)
         file.write((u"=== "_s + rows.join(u"=== "_s)).toUtf8());
 }
 
-INSTANTIATE_TEST_SUITE_P(Headers, GoldenHeaders, testing::Values("conditionals", "containers", "recovery"));
+INSTANTIATE_TEST_SUITE_P(Headers, GoldenHeaders,
+                         testing::Values("arguments", "classes", "conditionals", "containers", "declarators", "heads",
+                                         "lines", "macros", "recovery", "skipping", "templates"));
 
 } // namespace
