@@ -7,10 +7,10 @@
  * \param{degrees} the temperature in degrees
  * Celsius, from 30 to 100.
  *
- * \param{minutes} how long to keep it.
+ * \param{minutes} how long to keep the water hot.
  *
  * \rv
- * \return 0, or the number of an error.
+ * \return 0 on success, otherwise an error code.
  *
  * \task Example
  * \code
