@@ -92,7 +92,7 @@ SourceBrowserTokenRecord SourceBrowserCParser::peek()
     return token;
 }
 
-/// The next token that is no compiler extension. Several in a row vanish.
+/// The next token that is not a compiler extension. Any number of extensions is skipped.
 SourceBrowserTokenRecord SourceBrowserCParser::nextWithExtensions()
 {
     for (;;) {
@@ -127,7 +127,7 @@ SourceBrowserCParser::Context *SourceBrowserCParser::open(Body body, SourceBrows
     return m_context;
 }
 
-/// Leaves the innermost context; its closing brace stands on \a line, counted from 0, or is
+/// Leaves the innermost context; its closing brace is on \a line, counted from 0, or is
 /// missing when that is -1.
 void SourceBrowserCParser::closeContext(int line)
 {
@@ -147,8 +147,8 @@ void SourceBrowserCParser::closeContext(int line)
         m_events->endContainer();
 }
 
-/// Tells what \a container holds of its new name, when the outermost class around it is complete:
-/// telling it at every level would take the square of the depth.
+/// Passes the new name of \a container on to its members, once the outermost class around it is complete:
+/// doing so at every level would be quadratic in the depth.
 void SourceBrowserCParser::rescope(SourceBrowserContainer &container)
 {
     if (isInClass())
@@ -229,7 +229,7 @@ void SourceBrowserCParser::stringStatement()
     open(Body::Block, m_context->container);
 }
 
-/// Complains of what does not belong in a structure behind "typedef". False when \a first is
+/// Reports what does not belong in a structure after "typedef". False when \a first is
 /// skipped; what C++ allows there is complained of and read.
 bool SourceBrowserCParser::structureToken(const Token &first)
 {
@@ -251,7 +251,7 @@ bool SourceBrowserCParser::structureToken(const Token &first)
            (first.code > 255 && !first.is(Number) && !first.is(Skipped) && !first.is(String));
 }
 
-/// What begins with an identifier and is no declaration. True when it was one.
+/// Reads a statement that begins with an identifier but is not a declaration. False when \a first does not begin one.
 bool SourceBrowserCParser::bodyStatement(const Token &first)
 {
     if (!isInClass())

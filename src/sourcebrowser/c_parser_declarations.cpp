@@ -136,7 +136,7 @@ bool SourceBrowserCParser::collectPart(const Token &token)
     return true;
 }
 
-/// Begins anew with \a token when what was collected are macros that stand alone.
+/// Starts again with \a token when the tokens so far are standalone macros.
 void SourceBrowserCParser::leaveMacros(const Token &token)
 {
     SourceBrowserPendingComment &next = m_scanner->pendingComment();
@@ -284,7 +284,7 @@ bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
     if (m_pending.groupEnd >= 0) {
         return finishWithBody(brace);
     }
-    // "int value {3};" or a macro that stands before braces
+    // "int value {3};" or a macro before braces
     skipGroup(brace);
     m_pending.isInitialised = true;
     return m_pending.tokens.size() > 1;

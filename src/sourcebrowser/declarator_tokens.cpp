@@ -162,7 +162,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::findTopLevel
     return std::min(at, end);
 }
 
-/// A qualifier, or a macro that by its name stands for one and is part of the type.
+/// Whether \a at is a qualifier, or a macro that is one by its name and so part of the type.
 bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
 {
     const Token &here = token(at);

@@ -44,7 +44,7 @@ public:
     [[nodiscard]] std::vector<SourceBrowserDeclarator> read(std::vector<Token> &tokens, const QString &className,
                                                             bool isTypedef);
 
-    /// Tells the reader that \a name is a type, even if it looks like a macro.
+    /// Registers \a name as a type, even if it looks like a macro.
     void addType(const QString &name) { m_types.insert(name); }
     /// Before a file: nothing is known of it.
     void reset();
@@ -53,7 +53,7 @@ public:
     /// never closed belongs to the end, \a tokens.size().
     static void linkBrackets(std::vector<Token> &tokens);
 
-    /// Whether the "<" or ">" at \a at may enclose template arguments: it is no part of "<<", "<=", ">=" or "->".
+    /// Whether the "<" or ">" at \a at may enclose template arguments: it is not part of "<<", "<=", ">=" or "->".
     [[nodiscard]] static bool isAngle(std::span<const Token> tokens, size_t at);
 
     /// \a tokens as they were written, white space simplified.
@@ -149,7 +149,7 @@ private:
 
     // Tokens and their texts: declarator_tokens.cpp.
     static void appendToType(QString &text, const Token &token);
-    /// Makes room in \a text for \a tokens with a blank between each two.
+    /// Reserves capacity in \a text for \a tokens with a blank between each two.
     static void reserve(QString &text, std::span<const Token> tokens);
     [[nodiscard]] Index chainEnd(Index at, Index end) const;
     [[nodiscard]] Index skipAttributes(Index at, Index end) const;
