@@ -11,7 +11,7 @@ namespace tavidoc {
 
 namespace {
 
-/// What a line begins in.
+/// What a line begins inside of.
 enum class Open : quint32
 {
     Nothing,
@@ -30,7 +30,7 @@ public:
     {
     }
 
-    /// Styles the line; the result is what the next one begins in.
+    /// Styles the line and returns what the next one begins inside of.
     Open run()
     {
         if (m_open == Open::Comment)
@@ -89,7 +89,7 @@ void AssemblyPass::takeToken()
     }
 }
 
-/// True at a comment: ";" and "//" anywhere, "@" and "#" before a blank or the line's end.
+/// True at a comment: ";" and "//" anywhere, "@" and "#" before white space or the end of the line.
 bool AssemblyPass::atLineComment() const
 {
     const char16_t c = m_at[0];
@@ -103,7 +103,7 @@ void AssemblyPass::takeLineComment()
     m_at = CommentWords::style(m_out, m_at, CommentWords::Ending::None, m_comment);
 }
 
-/// Takes a block comment; its end is looked for from \a from on.
+/// Takes a block comment; the search for its end begins at \a from.
 void AssemblyPass::takeBlockComment(const char16_t *from)
 {
     m_at = CommentWords::style(m_out, from, CommentWords::Ending::Mark, m_comment);
@@ -123,7 +123,7 @@ void AssemblyPass::takeWord()
     m_statementStart = false;
 }
 
-/// The style of the word from \a begin on: a register, a directive, a mnemonic or another name.
+/// The style of the word from \a begin up to here: a register, a directive, a mnemonic or another name.
 CodeStyle AssemblyPass::styleOfWord(const char16_t *begin) const
 {
     if (WordLists::registers.contains(std::u16string_view(begin, m_at)))
@@ -133,7 +133,7 @@ CodeStyle AssemblyPass::styleOfWord(const char16_t *begin) const
     return *begin == u'.' ? CodeStyle::Control : CodeStyle::Keyword;
 }
 
-/// Takes a number with the mark of an immediate one, or a local label, which is a number before a colon.
+/// Takes a number with the mark of an immediate operand, or a local label, which is a number before a colon.
 void AssemblyPass::takeNumber()
 {
     const char16_t *const digits = Characters::is(*m_at, Characters::Digit) ? m_at : m_at + 1;
@@ -147,15 +147,15 @@ void AssemblyPass::takeNumber()
     m_statementStart = false;
 }
 
-/// Takes a string, which ends with the line unless a backslash joins the next one, or a character, which needs
-/// no closing quote.
+/// Takes a string, which ends with the line unless a backslash joins the next line, or a character, whose closing
+/// quote is optional.
 void AssemblyPass::takeQuoted()
 {
     const char16_t quote = *m_at++;
     const bool isCharacter = quote == u'\'' && m_at[0] != 0 && !Characters::is(m_at[1], s_wordCharacters);
     m_statementStart = false;
     if (quote == u'\'' && m_at[0] == u'\\' && m_at[1] != 0) {
-        // An escape, or the mark of a left-out part.
+        // An escape: a backslash with the word after it, or with one other character.
         m_at = std::max(m_at + 2, Characters::skip(m_at + 1, s_wordCharacters));
     } else if (isCharacter) {
         ++m_at;
@@ -167,7 +167,7 @@ void AssemblyPass::takeQuoted()
     m_out.writeTo(m_at, CodeStyle::Literal);
 }
 
-/// Takes the inside of a string up to its closing \a quote.
+/// Takes the rest of a string through its closing \a quote.
 void AssemblyPass::takeString(char16_t quote)
 {
     m_open = Open::Nothing;
@@ -184,7 +184,7 @@ void AssemblyPass::takeString(char16_t quote)
     m_out.writeTo(m_at, CodeStyle::Literal);
 }
 
-/// Takes a directive of the C preprocessor, of which assembler sources make use.
+/// Takes a directive of the C preprocessor, which assembler sources may use.
 void AssemblyPass::takeDirective()
 {
     m_at = Characters::skip(m_at + 1, s_wordCharacters);
@@ -192,7 +192,7 @@ void AssemblyPass::takeDirective()
     m_statementStart = false;
 }
 
-/// Takes a backslash with its word, stops or at sign: a macro's parameter or counter, or a part that was left out.
+/// Takes a backslash with the word, the dots or the at sign after it, such as a parameter or the counter of a macro.
 void AssemblyPass::takeBackslash()
 {
     ++m_at;
@@ -201,7 +201,7 @@ void AssemblyPass::takeBackslash()
     m_statementStart = false;
 }
 
-/// Takes a character of no other token. Before a word "%" and "@" belong to it ("%rax", "@function").
+/// Takes any other character. Before a word, "%" and "@" are text like the word ("%rax", "@function").
 void AssemblyPass::takeOther()
 {
     const char16_t c = *m_at++;

@@ -4,7 +4,7 @@
 
 namespace tavidoc {
 
-/// The lexer of assembler in the GNU and Arm styles. Words of its table are registers.
+/// The lexer of assembler in the GNU and Arm styles. The words of its table are registers.
 class CodeEditAssemblyParser : public CodeEditParser
 {
 public:

@@ -4,8 +4,8 @@
 
 namespace tavidoc {
 
-/// One pass of the lexer of C and C++ over a line. c_directives.cpp has what joins lines and what stands in directives,
-/// c_parser.cpp the tokens.
+/// One pass of the lexer of C and C++ over a line. Tokens are in c_pass.cpp, directives and joined lines in
+/// c_pass_directives.cpp.
 class CPass : public FamilyPass
 {
 public:
@@ -17,7 +17,7 @@ public:
         m_comment = static_cast<Comment>(state >> s_commentShift & 3);
     }
 
-    /// Styles the line; the result is the state after it.
+    /// Styles the line and returns the state after it.
     quint32 run()
     {
         resumeLine();
@@ -34,16 +34,16 @@ public:
     }
 
 private:
-    /// Where the pass is in a line, to which backslashes and comments may join others.
+    /// The position in a line, to which backslashes and comments may join further lines.
     enum class Part : quint32
     {
         LineStart,     ///< nothing but blanks and comments so far: a directive may come
-        DirectiveName, ///< behind the "#" that begins a directive
-        HeaderName,    ///< behind the name of a directive that includes something
+        DirectiveName, ///< after the "#" that begins a directive
+        HeaderName,    ///< after the name of a directive that includes a file
         Code,
-        Directive, ///< in the rest of a directive
-        Message,   ///< likewise, when the directive shows a message
-        Prose,     ///< an apostrophe shows that the message is no row of tokens
+        Directive, ///< the rest of a directive
+        Message,   ///< the rest of a directive that shows a message
+        Prose,     ///< the rest of a message after an apostrophe: it is not made of tokens
     };
 
     static constexpr quint32 s_partShift = s_firstFreeBit;

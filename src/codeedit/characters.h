@@ -5,21 +5,21 @@
 
 namespace tavidoc {
 
-/// What lexers ask about characters.
+/// Character classes for lexers.
 namespace Characters {
 
 enum Class : std::uint16_t
 {
-    Blank = 1,  ///< blank, tab, other white space of a line
+    Blank = 1,  ///< space, tab and other white space within a line
     Digit = 2,  ///< 0 to 9
     Upper = 4,  ///< A to Z
-    Letter = 8, ///< those, a to z, the underscore, anything beyond ASCII
+    Letter = 8, ///< A to Z, a to z, the underscore and everything beyond ASCII
     Dollar = 16,
     Dot = 32,
     NameMark = 64,     ///< the colon and the hyphen in XML names
-    Operator = 128,    ///< what operators of the C family are made of
+    Operator = 128,    ///< characters of operators in the C family
     Punctuation = 256, ///< brackets and separators of the C family
-    Noted = 512,       ///< what ends a comment, or stands out in it, begins with one of these
+    Noted = 512,       ///< first characters of what ends or is highlighted in a comment
     WordStart = Letter | Dollar,
     Word = WordStart | Digit,
 };
@@ -51,7 +51,7 @@ constexpr std::array<std::uint16_t, 128> classTable()
 
 inline constexpr std::array<std::uint16_t, 128> s_classes = classTable();
 
-/// True when \a c is of one of \a classes. All beyond ASCII are letters.
+/// True when \a c is in one of \a classes. Everything beyond ASCII is a letter.
 constexpr bool is(char16_t c, unsigned classes)
 {
     return c < 128 ? (s_classes[c] & classes) != 0 : (classes & Letter) != 0;
@@ -62,7 +62,7 @@ constexpr bool isWord(char16_t c)
     return is(c, Word);
 }
 
-/// The first character from \a at on that is not of one of \a classes.
+/// The first character from \a at on that is in none of \a classes.
 constexpr const char16_t *skip(const char16_t *at, unsigned classes)
 {
     while (is(*at, classes))

@@ -15,8 +15,8 @@ namespace tavidoc {
  * \h1 \this
  * The kind of a run of characters in a listing.
  *
- * The values are fixed: they are the indices of the names in the style sheet. There is no 12: deliberate, the gap
- * stays. Kinds from 29 on have no name and so no colour.
+ * The values are fixed: they are the indices of the names in the style sheet. Deliberate: 12 is unused. Kinds from 29
+ * on have no name and so no colour.
  * \synopsis
  * \sa \xref{code_style_h}{code_style.h}
  * \ingroup Types
@@ -40,11 +40,11 @@ enum class CodeStyle : std::uint16_t
     DocCode = 15,
     Attribute = 16,
     // The rest have no name, so no colour.
-    Punctuation = 29, ///< brackets and separators of the C family; what stands inside an XML tag
-    LineJoin = 30,    ///< a backslash that joins two lines
-    Stray = 31,       ///< a character that begins no token
-    TagBracket = 32,  ///< the "<" of a start tag, and what closes it
-    None = 0xFFFF,    ///< of no run: what holds before the first one of a line
+    Punctuation = 29, ///< brackets and separators of the C family; other characters inside an XML tag
+    LineJoin = 30,    ///< a backslash that joins the next line
+    Stray = 31,       ///< a character that does not begin a token
+    TagBracket = 32,  ///< the "<" of a start tag, and the ">" or "/>" that closes it
+    None = 0xFFFF,    ///< no run: the style before the first run of a line
 };
 
 /*!

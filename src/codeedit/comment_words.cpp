@@ -36,14 +36,14 @@ constexpr u16string_view s_commandsWithArgument[] = {
 
 constexpr auto s_commandIndex = WordIndex<u16string_view>::of<s_commandsWithArgument>();
 
-/// The end of the letters and digits from \a at on.
+/// The end of the word at \a at.
 const char16_t *wordEnd(const char16_t *at)
 {
     return Characters::skip(at, Characters::Word);
 }
 
-/// Styles the argument of a documentation command: the word after the blanks at \a at, or what
-/// stands in braces there. The result is its end.
+/// Styles the argument of a documentation command, the word after the blanks at \a at, with or
+/// without an opening brace before it. Returns its end.
 const char16_t *styleArgument(StyledLine &out, const char16_t *at)
 {
     const char16_t *begin = Characters::skip(at, Characters::Blank);
@@ -57,8 +57,8 @@ const char16_t *styleArgument(StyledLine &out, const char16_t *at)
     return end;
 }
 
-/// Styles the command of the documentation whose introducing character is at \a at; doubled, it
-/// stands for itself. The result is where the comment goes on.
+/// Styles the documentation command whose introducing character is at \a at; a doubled one is just
+/// that character. Returns where the comment continues.
 const char16_t *styleCommand(StyledLine &out, const char16_t *at, Kind &kind)
 {
     if (at[1] == at[0])
@@ -74,7 +74,7 @@ const char16_t *styleCommand(StyledLine &out, const char16_t *at, Kind &kind)
     return s_commandIndex.contains(name) ? styleArgument(out, end) : end;
 }
 
-/// Styles the word in capitals at \a at when it is one of those that stand out. The result is its end.
+/// Styles the word in capitals at \a at if it asks for attention. Returns its end.
 const char16_t *styleNotedWord(StyledLine &out, const char16_t *at)
 {
     const char16_t *const end = wordEnd(at);
@@ -86,8 +86,7 @@ const char16_t *styleNotedWord(StyledLine &out, const char16_t *at)
     return end;
 }
 
-/// Styles what begins with the character at \a at, if it stands out. The result is where the
-/// comment goes on.
+/// Styles the command or the word in capitals at \a at. Returns where the comment continues.
 const char16_t *styleNoted(StyledLine &out, const char16_t *at, Kind &kind)
 {
     if (!Characters::is(*at, Characters::Upper))

@@ -6,11 +6,11 @@
 
 namespace tavidoc {
 
-/// Styles the inside of comments: words that ask for attention, and in documentation comments
-/// the commands of the documentation, their arguments and the code they enclose.
+/// Styles the text of comments: words that ask for attention and, in documentation comments,
+/// commands, their arguments and the code that they enclose.
 namespace CommentWords {
 
-/// Whether a comment documents, and whether code stands in it at this place.
+/// The kind of a comment, and whether this place in it is code.
 enum class Kind : std::uint8_t
 {
     Plain,
@@ -18,16 +18,16 @@ enum class Kind : std::uint8_t
     DocumentationCode,
 };
 
-/// What ends a comment, besides the end of the line.
+/// What ends a comment before the end of the line.
 enum class Ending
 {
     None,
     Mark, ///< an asterisk and a slash
 };
 
-/// Styles the text of a comment from where \a out stands up to its end, which is looked for from
-/// \a at on and is the result; the mark that ends it is not styled. \a kind is what holds at the
-/// beginning, and then what holds at the end.
+/// Styles the text of a comment from the current position of \a out up to the end of the comment,
+/// and returns that end; the search for it begins at \a at. The mark that ends the comment is not
+/// styled. \a kind is the kind at the beginning, and is set to the kind at the end.
 const char16_t *style(StyledLine &out, const char16_t *at, Ending ending, Kind &kind);
 
 } // namespace CommentWords

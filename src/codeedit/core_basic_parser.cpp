@@ -18,7 +18,7 @@ bool isSigil(char16_t c)
     return c == u'$' || c == u'%';
 }
 
-constexpr unsigned s_nameCharacters = Characters::Letter | Characters::Digit; // their sigil aside
+constexpr unsigned s_nameCharacters = Characters::Letter | Characters::Digit; // without their sigil
 
 /// One pass over a line.
 class BasicPass
@@ -74,7 +74,7 @@ void BasicPass::takeToken()
     } else if (c == u'\\') {
         takeBackslash();
     } else {
-        ++m_at; // operators and brackets get no colour
+        ++m_at; // operators and brackets have no colour
         m_out.writeTo(m_at, CodeStyle::Text);
     }
 }
@@ -86,7 +86,7 @@ void BasicPass::takeComment()
     m_at = CommentWords::style(m_out, m_at, CommentWords::Ending::None, kind);
 }
 
-/// Takes a string, which ends with the line at the latest. A doubled quote reads as two strings.
+/// Takes a string, which ends with the line at the latest. With a doubled quote it is two strings.
 void BasicPass::takeString()
 {
     do {
@@ -97,7 +97,7 @@ void BasicPass::takeString()
     m_out.writeTo(m_at, CodeStyle::Literal);
 }
 
-/// Takes a number. A word may follow without a blank ("10PRINT", "1TO9").
+/// Takes a number. A word may follow without a space ("10PRINT", "1TO9").
 void BasicPass::takeNumber()
 {
     m_at = Characters::skip(m_at, Characters::Digit);
@@ -111,7 +111,7 @@ void BasicPass::takeNumber()
     m_out.writeTo(m_at, CodeStyle::Literal);
 }
 
-/// The end of the hexadecimal number ("&H1F") that begins here; null when none does.
+/// The end of the hexadecimal number ("&H1F") that begins here; null when there is none.
 const char16_t *BasicPass::hexadecimalEnd() const
 {
     if (m_at[1] != u'H' && m_at[1] != u'h')
@@ -129,7 +129,7 @@ void BasicPass::takeWord()
     const bool withSigil = isSigil(*end) && isTableWord(end + 1);
     if (!withSigil && !isTableWord(end))
         return takeNameTo(isSigil(*end) ? end + 1 : end);
-    const u16string_view word(m_at, static_cast<std::size_t>(end - m_at));
+    const u16string_view word(m_at, end);
     m_at = withSigil ? end + 1 : end;
     m_out.writeTo(m_at, CodeStyle::Keyword);
     if (word == u"REM")
@@ -138,16 +138,16 @@ void BasicPass::takeWord()
         takeData();
 }
 
-/// Takes a name. Those of functions and procedures have a prefix; a parenthesis behind a name tells
-/// nothing, since elements of arrays have it too.
+/// Takes a name. Names of functions and procedures have a prefix; a parenthesis after a name is
+/// no evidence of a call, since array elements have one too.
 void BasicPass::takeNameTo(const char16_t *end)
 {
-    const u16string_view name(m_at, static_cast<std::size_t>(end - m_at));
+    const u16string_view name(m_at, end);
     m_at = end;
     m_out.writeTo(m_at, name.starts_with(u"FN") || name.starts_with(u"PROC") ? CodeStyle::Function : CodeStyle::Text);
 }
 
-/// Takes a constant, whose sigil stands in front.
+/// Takes a constant, which begins with its sigil.
 void BasicPass::takeConstant()
 {
     const char16_t *const end = Characters::skip(m_at + 1, s_nameCharacters);
@@ -159,7 +159,7 @@ void BasicPass::takeConstant()
     m_out.writeTo(m_at, CodeStyle::Text);
 }
 
-/// Takes the items of a DATA statement: they are literals without quotes too.
+/// Takes the items of a DATA statement: they are literals even without quotes.
 void BasicPass::takeData()
 {
     while (*m_at != 0 && *m_at != u':') {
@@ -177,7 +177,7 @@ void BasicPass::takeData()
     }
 }
 
-/// Takes a backslash with its word or stops: a part that was left out, in one run.
+/// Takes a backslash with the word or the dots after it.
 void BasicPass::takeBackslash()
 {
     m_at = Characters::skip(m_at + 1, s_nameCharacters | Characters::Dot);

@@ -4,7 +4,7 @@
 
 namespace tavidoc {
 
-/// The lexer of BASIC. Nothing goes on from line to line.
+/// The lexer of BASIC. Nothing carries over from line to line.
 class CodeEditCoreBASICParser : public CodeEditParser
 {
 public:

@@ -29,7 +29,7 @@ void FamilyPass::takeComment(LineJoining joining)
     takeLineComment(joining);
 }
 
-/// Takes a block comment; its end is looked for from \a from on.
+/// Takes a block comment; the search for its end begins at \a from.
 void FamilyPass::takeBlockComment(const char16_t *from)
 {
     m_at = CommentWords::style(m_out, from, CommentWords::Ending::Mark, m_comment);
@@ -91,8 +91,8 @@ bool FamilyPass::writeName(const char16_t *begin)
     return false;
 }
 
-/// Takes a backslash outside of literals: it joins lines, or marks a part that was left out
-/// ("\vdots", "\..."), which stays in one run.
+/// Takes a backslash outside of literals: it joins lines, or is text with the word or the three dots
+/// after it.
 void FamilyPass::takeBackslash()
 {
     ++m_at;

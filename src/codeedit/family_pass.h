@@ -11,9 +11,9 @@
 
 namespace tavidoc {
 
-/// One pass of a lexer of the C family over a line: what these languages have in common.
+/// One pass of a lexer of the C family over a line: the parts that these languages share.
 /// Every take… function starts on the first character of what it takes, styles it and leaves
-/// the pass behind it.
+/// the pass after its last character.
 class FamilyPass
 {
 public:
@@ -23,20 +23,20 @@ public:
     }
 
 protected:
-    /// What a line begins in.
+    /// What a line begins inside of.
     enum class Mode : quint32
     {
         Code,
         BlockComment,
-        LineComment,    ///< joined to the line before by a backslash
-        DoubleQuoted,   ///< likewise
-        SingleQuoted,   ///< likewise
+        LineComment,    ///< joined to the previous line by a backslash
+        DoubleQuoted,   ///< joined to the previous line by a backslash
+        SingleQuoted,   ///< joined to the previous line by a backslash
         RawString,      ///< C++
         Template,       ///< JavaScript
-        JoinedSlash,    ///< C: the line before ended in a slash and a backslash
-        JoinedAsterisk, ///< C: likewise in an asterisk, in a block comment
+        JoinedSlash,    ///< C: the previous line ended in a slash and a backslash
+        JoinedAsterisk, ///< C: in a block comment, the previous line ended in an asterisk and a backslash
     };
-    /// Whether a backslash at the end of a line comment makes the next line part of it.
+    /// Whether a backslash at the end of a line comment continues it in the next line.
     enum class LineJoining
     {
         None,
@@ -49,41 +49,37 @@ protected:
 
     using Comment = CommentWords::Kind;
 
-    [[nodiscard]] char16_t peek(int ahead = 0) const { return m_at[ahead]; }
-    [[nodiscard]] std::u16string_view word(const char16_t *begin) const
-    {
-        return {begin, static_cast<std::size_t>(m_at - begin)};
-    }
+    [[nodiscard]] std::u16string_view word(const char16_t *begin) const { return {begin, m_at}; }
     /// True when only white space follows \a at on the line.
     [[nodiscard]] static bool isLineEnd(const char16_t *at) { return *Characters::skip(at, Characters::Blank) == 0; }
     [[nodiscard]] bool atComment() const { return *m_at == u'/' && (m_at[1] == u'/' || m_at[1] == u'*'); }
 
     void takeBlanks();
-    /// Takes a comment that begins here; the mode tells when it goes on in the next line.
+    /// Takes a comment that begins here; afterwards the mode says whether it continues in the next line.
     void takeComment(LineJoining joining);
     void takeBlockComment(const char16_t *from);
     /// Takes the rest of the line as a comment.
     void takeLineComment(LineJoining joining);
-    /// Skips the inside of a literal up to its closing \a quote or the end of the line, and tells
-    /// whether there is one; a backslash at the end of the line joins the next one to it.
+    /// Skips the text of a literal through its closing \a quote, or up to the end of the line if there is
+    /// none, and returns whether there is one. A backslash at the end of the line joins the next line to it.
     bool skipQuoted(char16_t quote);
-    /// Takes the inside of a literal; the text in front belongs to it.
+    /// Takes the rest of a literal, with the text before it that is not styled yet.
     void takeQuoted(char16_t quote)
     {
         skipQuoted(quote);
         m_out.writeTo(m_at, CodeStyle::Literal);
     }
-    /// Takes a run of operators. A slash begins a run: it may begin something else.
+    /// Takes a run of operators. A slash can only be the first, since a later one may begin a comment.
     void takeOperators();
-    /// Styles the name from \a begin on, at whose end the pass is: a keyword, a name that is called, or another
-    /// name. The result is whether it is a keyword.
+    /// Styles the name from \a begin up to here: a keyword, a name that is called, or another name. Returns whether
+    /// it is a keyword.
     bool writeName(const char16_t *begin);
     void takeBackslash();
     void takeStray();
 
-    /// Goes on with a comment or literal that the line before left open.
+    /// Continues a comment or literal that the previous line left open.
     void resume();
-    /// Forgets the code in the documentation of the lines before, unless this line goes on with it.
+    /// Ends code in the documentation of the previous lines, unless this line continues the documentation.
     void resumeDocumentation();
 
     const char16_t *m_at;

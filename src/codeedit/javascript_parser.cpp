@@ -12,23 +12,23 @@ using std::u16string_view;
 using Enclosed = CodeEditJavaScriptParser::Enclosed;
 using Bracket = CodeEditJavaScriptParser::Bracket;
 
-/// What the last token leads to: whether a slash divides, and what a brace encloses.
+/// What the last token determines: whether a slash divides, and what a brace encloses.
 enum class Before : quint32
 {
     Statement,
-    Expression, ///< an operand must come
+    Expression, ///< an operand must follow
     Operator,   ///< an operand has ended
-    Member,     ///< behind a dot, where every word is a name
-    Body,       ///< of a function that is an operand, behind its parameters
-    ArrowBody,  ///< likewise, but nothing divides it
+    Member,     ///< after a dot, where every word is a name
+    Body,       ///< after the parameters of a function that is an operand
+    ArrowBody,  ///< after "=>": like Body, but a slash does not divide
 };
 
-/// What follows the words that do not stand for an operand.
+/// What follows the keywords that are not operands.
 struct LeadingWord
 {
     u16string_view word;
     Before before;
-    Enclosed parenthesis = Enclosed::Arguments; // what one directly behind it encloses
+    Enclosed parenthesis = Enclosed::Arguments; // what a parenthesis directly after it encloses
 };
 
 constexpr LeadingWord s_leadingWords[] = {
@@ -56,7 +56,7 @@ constexpr LeadingWord s_leadingWords[] = {
 
 constexpr auto s_leadingWordIndex = WordIndex<LeadingWord, &LeadingWord::word>::of<s_leadingWords>();
 
-/// True for the words that an operand follows although they are not keywords.
+/// True for the names that are followed by an operand; they are not keywords.
 bool leadsToExpression(u16string_view name)
 {
     return name == u"of" || name == u"yield" || name == u"await";
@@ -91,7 +91,7 @@ public:
             follow(Before::Statement);
     }
 
-    /// Styles the line; the result is the state after it, which is never 0.
+    /// Styles the line and returns the state after it, which is never 0.
     quint32 run()
     {
         if (m_first && m_at[0] == u'#' && m_at[1] == u'!')
@@ -121,7 +121,7 @@ private:
     [[nodiscard]] const char16_t *regularExpressionEnd();
     void takeOperator();
     void followOperator(u16string_view text);
-    [[nodiscard]] Before behindColon();
+    [[nodiscard]] Before afterColon();
     void takePunctuation();
     void followClosingParenthesis();
     [[nodiscard]] Enclosed enclosedByBrace() const;
@@ -130,7 +130,7 @@ private:
     /// True when a slash here divides.
     [[nodiscard]] bool operandBefore() const { return m_before == Before::Operator || m_before == Before::Body; }
     void open(Enclosed enclosed) { m_brackets.push_back({enclosed}); }
-    /// Remembers what the last token, which is no word, leads to.
+    /// Sets what the last token, which is not a word, determines.
     void follow(Before before)
     {
         m_before = before;
@@ -139,7 +139,7 @@ private:
 
     std::vector<Bracket> &m_brackets;
     Before m_before;
-    Enclosed m_parenthesis; // what one would enclose if it came now
+    Enclosed m_parenthesis; // what a parenthesis would enclose here
     const char16_t *const m_line;
     RegularExpressionEnds m_regularExpressionEnds;
     bool m_first;
@@ -195,8 +195,8 @@ void JavaScriptPass::followKeyword(u16string_view name)
     m_parenthesis = row != nullptr ? row->parenthesis : Enclosed::Arguments;
 }
 
-/// Takes a number with its separators and suffix. Only a decimal number has a point, and one: a
-/// second one leads to a member.
+/// Takes a number with its separators and suffix. Only a decimal number has a point, and only one:
+/// after a second one comes a member.
 void JavaScriptPass::takeNumber()
 {
     const bool decimal = m_at[0] != u'0' || !Characters::is(m_at[1], Characters::WordStart);
@@ -235,8 +235,8 @@ void JavaScriptPass::takeSlash()
     follow(Before::Operator);
 }
 
-/// The end of the regular expression, flags included, that begins here; null when the line has
-/// no end of one.
+/// The end of the regular expression, flags included, that begins here; null when it does not end in
+/// this line.
 const char16_t *JavaScriptPass::regularExpressionEnd()
 {
     if (!m_regularExpressionEnds.mayHave(static_cast<std::size_t>(m_at - m_line)))
@@ -267,7 +267,7 @@ void JavaScriptPass::takeOperator()
 void JavaScriptPass::followOperator(u16string_view text)
 {
     const char16_t last = text.back();
-    if (text == u"*") { // may stand between "function" and the parameters
+    if (text == u"*") { // also between "function" and the parameters
         m_before = Before::Expression;
         return;
     }
@@ -279,14 +279,14 @@ void JavaScriptPass::followOperator(u16string_view text)
     else if (text.ends_with(u"=>"))
         before = Before::ArrowBody;
     else if (text.front() == u':')
-        before = behindColon();
+        before = afterColon();
     else if (opensConditional(text))
         ++m_brackets.back().conditionals;
     follow(before);
 }
 
-/// What a colon leads to: the other half of a conditional, a value, or the statement behind a label.
-Before JavaScriptPass::behindColon()
+/// What follows a colon: the other half of a conditional, a value, or the statement after a label.
+Before JavaScriptPass::afterColon()
 {
     Bracket &bracket = m_brackets.back();
     if (bracket.conditionals > 0) {
@@ -341,7 +341,7 @@ void JavaScriptPass::followClosingParenthesis()
         follow(bracket.enclosed == Enclosed::Parameters ? Before::Body : Before::Operator);
 }
 
-/// Takes a closing brace; that of a substitution leads back into its template. Parentheses that
+/// Takes a closing brace; after that of a substitution its template continues. Parentheses that
 /// are still open were never closed.
 void JavaScriptPass::takeClosingBrace()
 {

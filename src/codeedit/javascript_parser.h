@@ -6,8 +6,8 @@
 
 namespace tavidoc {
 
-/// The lexer of JavaScript. What is open at the end of a line beyond the state word, the lexer
-/// keeps; a listing that begins with state 0 starts anew.
+/// The lexer of JavaScript. Open brackets do not fit into the state word, so the lexer keeps them
+/// itself; at state 0 it forgets them.
 class CodeEditJavaScriptParser : public CodeEditStandardParser
 {
 public:
@@ -21,19 +21,19 @@ public:
         Object,             ///< an object, whose brace ends an operand
         FunctionExpression, ///< the body of a function that is an operand
         Substitution,       ///< an expression in a template
-        Arguments,          ///< any parenthesis besides the two others, which come last
-        Parameters,         ///< of a function that is an operand
+        Arguments,          ///< any parenthesis but the two that follow
+        Parameters,         ///< the parameters of a function that is an operand
         Condition,          ///< a parenthesis that a statement follows
     };
 
     struct Bracket
     {
         Enclosed enclosed;
-        quint16 conditionals = 0; ///< how many "?" came without their ":" so far
+        quint16 conditionals = 0; ///< the number of "?" that still lack their ":"
     };
 
 private:
-    std::vector<Bracket> m_brackets; // open ones, innermost last, behind the outermost level
+    std::vector<Bracket> m_brackets; // the open ones, innermost last; the first is the outermost level
 };
 
 } // namespace tavidoc

@@ -9,10 +9,10 @@
 
 namespace tavidoc {
 
-/// What a row of the table of languages says about one language of listings.
+/// A row of the table of languages.
 struct Language
 {
-    /// A short list in a row: what is not used is empty and comes last.
+    /// A short list in a row. Unused items are empty and come last.
     template <class Item, std::size_t Capacity> struct List
     {
         Item items[Capacity];
@@ -45,14 +45,14 @@ struct Language
         Case letterCase = Case::Exact;
     };
 
-    /// What editors colour a listing with. Without names they do not colour it.
+    /// How editors colour a listing. Without these names they do not colour it.
     struct Editors
     {
         std::string_view vim;      ///< the name of the syntax file
         std::string_view textMate; ///< the scope
     };
 
-    /// What becomes of the numbers that lines begin with.
+    /// Whether the numbers at the beginning of lines are shown.
     enum class LineNumbers
     {
         Kept,

@@ -3,7 +3,7 @@
 /*!!
  * \h1 lexer_factory.h
  *
- * Lexers by the name of their language.
+ * Makes lexers by the name of their language.
  */
 
 #include "codeedit/parser.h"
@@ -15,8 +15,8 @@ namespace tavidoc {
 
 /*!
  * \h1 \this
- * A new lexer for \a{language}: "basic", "classic-basic", "c", "xml", "asm", "javascript" or
- * "js", in just these letters. Null for any other name.
+ * A new lexer for \a{language}, a name in the table of languages, compared exactly; null for any
+ * other name.
  * \synopsis
  * \sa \xref{lexer_factory_h}{lexer_factory.h}
  * \ingroup Functions

@@ -15,9 +15,9 @@ namespace tavidoc {
  * \h1 \this
  * Appends the listing \a{text} (UTF-8) in \a{language} to \a{html}.
  *
- * With a lexer of that name each run of characters of one kind becomes a span, every line closes its spans and ends
+ * If the language has a lexer, each run of characters of one kind becomes a span, every line closes its spans and ends
  * with a line feed; the line numbers of \tt{basic} are left out, and \tt{\\vdots}, \tt{\\hdots} and \tt{\\...} become
- * ellipses. Without one the text is escaped and nothing else.
+ * ellipses. Otherwise the text is only escaped.
  * \synopsis
  * \sa \xref{listing_h}{listing.h}
  * \ingroup Functions

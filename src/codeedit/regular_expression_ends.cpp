@@ -7,7 +7,8 @@ namespace tavidoc {
 void RegularExpressionEnds::find(std::u16string_view line)
 {
     m_ends.resize(line.size());
-    // Whether a slash ends what goes on at the next character and the one after it, inside a class and outside of one.
+    // Whether a slash ends an expression that continues at the next character and at the one after it, inside and
+    // outside of a character class.
     std::array<bool, 2> inside{};
     std::array<bool, 2> outside{};
     for (std::size_t at = line.size(); at-- > 0;) {

@@ -16,13 +16,13 @@ namespace {
 constexpr unsigned s_namedStyles = 17;
 constexpr std::size_t s_escaped = 256;
 constexpr std::size_t s_longestCharacter = 4; // in bytes
-constexpr int s_unlooked = 8;                 // characters that are written without a look at the room
+constexpr int s_unchecked = 8;                // characters that are written without a check of the free space
 constexpr std::string_view s_closingTag = "</span>";
 
-/// A short text in a fixed room, so that copying it takes no loop.
-template <std::size_t Room> struct ShortText
+/// A short text in an array of fixed size, so that copying it takes no loop.
+template <std::size_t Capacity> struct ShortText
 {
-    std::array<char, Room> text{};
+    std::array<char, Capacity> text{};
     std::uint8_t length = 0;
 
     void assign(std::string_view from)
@@ -30,15 +30,15 @@ template <std::size_t Room> struct ShortText
         std::ranges::copy(from, text.begin());
         length = static_cast<std::uint8_t>(from.size());
     }
-    /// Copies the text to \a to, where the whole room of it must be free; the result is its end.
+    /// Copies the text to \a to, where the whole capacity must be free, and returns the end of the copy.
     char *copyTo(char *to) const
     {
-        std::memcpy(to, text.data(), Room);
+        std::memcpy(to, text.data(), Capacity);
         return to + length;
     }
 };
 
-/// Copies \a character to \a to in UTF-8; the result is its end.
+/// Copies \a character to \a to in UTF-8 and returns the end of the copy.
 char *copyCharacter(char *to, char32_t character)
 {
     if (character < 0x80) {
@@ -53,19 +53,19 @@ char *copyCharacter(char *to, char32_t character)
     return to;
 }
 
-/// What is written again and again, ready to be copied.
+/// Tags and escapes, ready to be copied.
 struct Phrases
 {
     Phrases();
 
     using Tag = ShortText<48>;
-    /// Begins a run in a style: the tag that opens its span, and that which closes the one
-    /// before in front of it. Styles without a name share the last.
+    /// What begins a run in a style: the opening tag of its span, in nextRun after the closing tag of
+    /// the previous one. Styles without a name share the last.
     std::array<Tag, s_namedStyles + 1> firstRun;
     std::array<Tag, s_namedStyles + 1> nextRun;
 
-    std::array<ShortText<8>, s_escaped> escapes; // of the characters before all that are never escaped
-    std::array<bool, 128> plain;                 // whether an ASCII character stands for itself; not for 0
+    std::array<ShortText<8>, s_escaped> escapes; // of the first characters; later ones are never escaped
+    std::array<bool, 128> plain;                 // whether an ASCII character is written as it is; false for 0
 };
 
 Phrases::Phrases()
@@ -91,12 +91,12 @@ Phrases::Phrases()
 
 const Phrases s_phrases;
 
-/// Copies the plain characters at \a styled to \a to, until \a full is reached or passed. Both
-/// places are moved on.
+/// Copies the plain characters at \a styled to \a to, until \a full is reached or passed. Advances
+/// both positions.
 void copyPlain(char *&to, const char *full, const char16_t *&styled)
 {
     while (to < full) {
-        for (int index = 0; index < s_unlooked; ++index) {
+        for (int index = 0; index < s_unchecked; ++index) {
             if (*styled >= 128 || !s_phrases.plain[*styled])
                 return;
             *to++ = static_cast<char>(*styled++);
@@ -104,7 +104,7 @@ void copyPlain(char *&to, const char *full, const char16_t *&styled)
     }
 }
 
-/// Takes the character at \a at, which is beyond ASCII. Half a pair is taken as U+FFFD.
+/// Takes the character at \a at, which is beyond ASCII. Half a surrogate pair becomes U+FFFD.
 char32_t takeCharacter(const char16_t *&at)
 {
     const char32_t character = *at++;
@@ -115,7 +115,7 @@ char32_t takeCharacter(const char16_t *&at)
     return 0xFFFD;
 }
 
-/// Copies the character at \a styled to \a to in its escaped form; the result is its end.
+/// Copies the character at \a styled to \a to in its escaped form and returns the end of the copy.
 char *copySpecial(char *to, const char16_t *&styled)
 {
     if (*styled < s_escaped)
@@ -148,7 +148,7 @@ void Spans::appendLine(const char16_t *styled)
     m_to = to < full ? to : flushed(to);
 }
 
-/// Hands over the buffer, which is filled up to \a end; the result is its beginning.
+/// Appends the buffer, which is filled up to \a end, to the HTML text. Returns the beginning of the buffer.
 char *Spans::flushed(char *end)
 {
     m_html.append(m_buffer.data(), end);

@@ -10,7 +10,7 @@ namespace tavidoc {
 class Spans
 {
 public:
-    /// \a html is borrowed; what is written is in it when this object is gone, at the latest.
+    /// \a html is borrowed; it is complete once this object is destroyed.
     explicit Spans(std::string &html) : m_html(html) {}
     Spans(const Spans &) = delete;
     Spans &operator=(const Spans &) = delete;
@@ -23,7 +23,7 @@ private:
     char *flushed(char *end);
 
     static constexpr std::size_t s_size = 4096;
-    static constexpr std::size_t s_reserve = 80; // more than is written between two looks at the room
+    static constexpr std::size_t s_reserve = 80; // more than is written between two checks of the free space
 
     std::string &m_html;
     std::array<char, s_size> m_buffer;

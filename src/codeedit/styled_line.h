@@ -3,7 +3,7 @@
 /*!!
  * \h1 styled_line.h
  *
- * The way from a lexer to a listing: the text of a line, cut into runs of one kind.
+ * Styled lines, the output of lexers: the text of a line, cut into runs of one kind.
  *
  * \code
  * StyledLine out(line, buffer);
@@ -39,17 +39,17 @@ inline constexpr char16_t s_styleMarker = u'\uFDD0';
 class StyledLine
 {
 public:
-    /// \a line ends with a 0 unit. \a out is borrowed and has room for 3n + 1 units.
+    /// \a line ends with a 0 unit. \a out is borrowed and holds 3n + 1 units.
     StyledLine(const char16_t *line, char16_t *out) : m_from(line), m_held(line), m_out(out) {}
     StyledLine(const StyledLine &) = delete;
     StyledLine &operator=(const StyledLine &) = delete;
-    /// Writes what is left of the line as text, and the end.
+    /// Writes the rest of the line as text, and the 0 unit.
     ~StyledLine();
 
     /*!
      * \h1 StyledLine::\this
-     * Writes the text from where the last run ended up to \a{end} in \a{style}. Without any text
-     * it writes nothing; a run that goes on in the same style gets no second marker.
+     * Writes the text from the end of the last run up to \a{end} in \a{style}. Without any text
+     * it writes nothing; a run that continues in the same style gets no second marker.
      * \synopsis
      * \sa \xref{StyledLine}
      * \ingroup StyledLine
@@ -63,22 +63,13 @@ public:
 
     /*!
      * \h1 StyledLine::\this
-     * Leaves the blanks up to \a{end} to the run after them or before them if it is one of text,
-     * brackets or operators: most blanks get no run of their own.
+     * Leaves the blanks up to \a{end} to the next run, or else to the previous one, if that is one of
+     * text, brackets or operators: most blanks get no run of their own.
      * \synopsis
      * \sa \xref{StyledLine}
      * \ingroup StyledLine
      */
     void holdBlanksTo(const char16_t *end) { m_held = end; }
-
-    /*!
-     * \h1 StyledLine::\this
-     * Where the next run begins; blanks that are held belong to it.
-     * \synopsis
-     * \sa \xref{StyledLine}
-     * \ingroup StyledLine
-     */
-    [[nodiscard]] const char16_t *from() const { return m_from; }
 
 private:
     static bool takesBlanks(CodeStyle style)
@@ -86,8 +77,8 @@ private:
         return style == CodeStyle::Text || style == CodeStyle::Punctuation || style == CodeStyle::Operator;
     }
 
-    /// Copies \a length units, at least one. Most runs are short: blocks that overlap take less
-    /// than a loop or a call.
+    /// Copies \a length units, at least one. Most runs are short: overlapping blocks are faster than a
+    /// loop or a call.
     static void copyUnits(char16_t *to, const char16_t *from, std::size_t length)
     {
         if (length > 16)

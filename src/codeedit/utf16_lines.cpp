@@ -12,18 +12,18 @@ namespace tavidoc {
 namespace {
 
 constexpr char16_t s_replacement = u'\uFFFD';
-constexpr std::size_t s_pieceSize = 8192; // in bytes; a piece is longer when a line is
+constexpr std::size_t s_pieceSize = 8192; // in bytes; a longer line is a piece of its own
 
-/// True when each of the eight bytes at \a text is a character, and none is 0.
+/// True when each of the eight bytes at \a text is an ASCII character other than 0.
 bool areEightPlain(const char *text)
 {
     std::uint64_t bytes = 0;
     std::memcpy(&bytes, text, sizeof bytes);
     constexpr std::uint64_t ones = ~std::uint64_t(0) / 255;
-    return ((bytes | (bytes - ones)) & ones << 7) == 0; // the first byte that is 0 borrows
+    return ((bytes | (bytes - ones)) & ones << 7) == 0; // the lowest byte that is 0 borrows
 }
 
-/// True when each byte of \a text is a character, and none is 0.
+/// True when each byte of \a text is an ASCII character other than 0.
 bool isPlain(std::string_view text)
 {
     unsigned char bits = 0;
@@ -32,11 +32,11 @@ bool isPlain(std::string_view text)
     return bits < 0x80 && text.find('\0') == std::string_view::npos;
 }
 
-/// Takes the characters of one byte each, besides 0, that \a text begins with, and copies them to \a to; the result
-/// is the end of the copies.
+/// Takes the ASCII characters other than 0 at the beginning of \a text and copies them to \a to. Returns the end of the
+/// copies.
 char16_t *takePlain(std::string_view &text, char16_t *to)
 {
-    constexpr std::size_t block = 8; // looked at and copied at once
+    constexpr std::size_t block = 8; // bytes that are checked and copied at once
     const char *at = text.data();
     const char *const end = at + text.size();
     while (end - at >= static_cast<std::ptrdiff_t>(block) && areEightPlain(at)) {
@@ -49,7 +49,7 @@ char16_t *takePlain(std::string_view &text, char16_t *to)
     return to;
 }
 
-/// How many bytes the character that begins with the byte \a lead has; 0 when none does.
+/// The number of bytes of a character that begins with the byte \a lead; 0 when no character does.
 std::size_t characterLength(unsigned char lead)
 {
     if (lead < 0x80)
@@ -57,10 +57,10 @@ std::size_t characterLength(unsigned char lead)
     return lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
 }
 
-/// Takes one character off \a text, which is not empty; of bytes that are none, one.
+/// Takes one character off \a text, which is not empty; one byte, as U+FFFD, if it does not begin with a character.
 char32_t takeCharacter(std::string_view &text)
 {
-    static constexpr char32_t least[] = {0, 0, 0x80, 0x800, 0x10000}; // of a character, by its length
+    static constexpr char32_t least[] = {0, 0, 0x80, 0x800, 0x10000}; // the smallest character of each length
     const auto lead = static_cast<unsigned char>(text.front());
     const std::size_t length = characterLength(lead);
     char32_t character = length < 2 ? lead : lead & (0x7FU >> length);
@@ -93,7 +93,7 @@ bool Utf16Lines::next()
     return true;
 }
 
-/// Takes the next whole lines: as many as a piece has room for, and one at least.
+/// Takes the next whole lines: as many as fit into a piece, and at least one.
 void Utf16Lines::takePiece()
 {
     std::size_t length = m_rest.size();
@@ -114,7 +114,7 @@ void Utf16Lines::takePiece()
         std::copy(m_piece.begin(), m_piece.end(), m_units.begin());
 }
 
-/// Converts \a line; the result is how many units it became.
+/// Converts \a line and returns the number of its units.
 std::size_t Utf16Lines::convert(std::string_view line)
 {
     char16_t *to = m_units.data();
@@ -127,8 +127,8 @@ std::size_t Utf16Lines::convert(std::string_view line)
             *to++ = static_cast<char16_t>(0xD7C0 + (character >> 10));
             *to++ = static_cast<char16_t>(0xDC00 + (character & 0x3FF));
         } else {
-            const bool meansSomething = character == 0 || character == s_styleMarker;
-            *to++ = meansSomething ? s_replacement : static_cast<char16_t>(character);
+            const bool hasMeaning = character == 0 || character == s_styleMarker;
+            *to++ = hasMeaning ? s_replacement : static_cast<char16_t>(character);
         }
     }
 }

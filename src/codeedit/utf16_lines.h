@@ -5,17 +5,17 @@
 
 namespace tavidoc {
 
-/// The lines of a text in UTF-16 as lexers want them, one after the other, each with a 0 at its
-/// end. They are converted some thousand characters at a time into room that is used again.
+/// The lines of a text in UTF-16 as lexers need them, one after the other, each with a 0 at its
+/// end. They are converted some thousand characters at a time into a buffer that is reused.
 class Utf16Lines
 {
 public:
     /// \a text is UTF-8 and borrowed.
     explicit Utf16Lines(std::string_view text) : m_rest(text) {}
 
-    /// Goes to the next line; false after the last one. A text has one more line than "\n"s.
-    /// U+0000 and U+FDD0, which mean something in styled lines, become U+FFFD, as does each byte
-    /// that is part of no character.
+    /// Goes to the next line; false after the last one. A text has one more line than line feeds.
+    /// U+0000 and U+FDD0, which have a meaning in styled lines, become U+FFFD, as does each byte
+    /// that is not part of a character.
     bool next();
 
     /// The line, until next() is called.
@@ -27,14 +27,14 @@ private:
     void takePiece();
     std::size_t convert(std::string_view line);
 
-    std::string_view m_rest;       // what no piece was made of yet
-    std::string_view m_piece;      // the lines of the piece that are still to come
-    std::vector<char16_t> m_units; // the piece if it is plain, else one line
+    std::string_view m_rest;       // the text after the piece
+    std::string_view m_piece;      // the lines of the piece that are not taken yet
+    std::vector<char16_t> m_units; // the piece if it is plain, otherwise one line
     std::size_t m_pieceSize = 0;   // in bytes
-    std::size_t m_begin = 0;       // of the line, in the units
-    std::size_t m_end = 0;         // of the line: its 0
-    bool m_isPlain = false;        // each byte of the piece is a unit
-    bool m_inPiece = false;        // a line of it is still to come
+    std::size_t m_begin = 0;       // of the line, an index of m_units
+    std::size_t m_end = 0;         // of the line, an index of m_units: its 0
+    bool m_isPlain = false;        // each byte of the piece is one unit
+    bool m_inPiece = false;        // a line of it is not taken yet
     bool m_lastPiece = false;
 };
 

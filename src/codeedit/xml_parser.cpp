@@ -65,7 +65,7 @@ private:
 
 XmlPass::Taker XmlPass::takerOf(Mode mode)
 {
-    // In the order of the modes. There is no mode 3.
+    // In the order of the modes. Mode 3 is unused.
     static constexpr Taker takers[] = {
         &XmlPass::takeText,
         &XmlPass::takeComment,
@@ -98,7 +98,7 @@ bool XmlPass::at(u16string_view text) const
     return true;
 }
 
-/// Takes \a length characters; \a next is what follows.
+/// Takes \a length characters; \a next is the mode after them.
 void XmlPass::take(std::size_t length, CodeStyle style, Mode next)
 {
     m_at += length;
@@ -106,7 +106,7 @@ void XmlPass::take(std::size_t length, CodeStyle style, Mode next)
     m_mode = next;
 }
 
-/// Takes everything up to \a ending and that; without it the rest of the line, and the mode stays.
+/// Takes everything through \a ending; without it the rest of the line, and the mode stays.
 void XmlPass::takeThrough(u16string_view ending, CodeStyle style, Mode next)
 {
     while (*m_at != 0 && !at(ending))
@@ -128,7 +128,7 @@ void XmlPass::takeText()
         takeEntity();
 }
 
-/// Takes what a "<" begins.
+/// Takes the opening of what a "<" begins.
 void XmlPass::takeOpening()
 {
     if (m_at[1] == u'/') {
@@ -147,7 +147,7 @@ void XmlPass::takeOpening()
     }
 }
 
-/// Takes what a "<!" begins.
+/// Takes the opening of what a "<!" begins.
 void XmlPass::takeDeclarationOpening()
 {
     if (at(u"<!--")) {
@@ -165,7 +165,7 @@ void XmlPass::takeComment()
     takeThrough(u"-->", CodeStyle::Comment, Mode::Text);
 }
 
-/// Takes what stands between the name of an end tag and its ">".
+/// Takes the text between the name of an end tag and its ">".
 void XmlPass::takeEndTag()
 {
     while (*m_at != 0 && *m_at != u'>')
@@ -175,7 +175,7 @@ void XmlPass::takeEndTag()
         take(1, CodeStyle::Markup, Mode::Text);
 }
 
-/// Takes one part of a start tag behind its name.
+/// Takes one part of a start tag after its name.
 void XmlPass::takeTag()
 {
     const char16_t c = *m_at;
@@ -190,12 +190,11 @@ void XmlPass::takeTag()
     if (c == u'/' && m_at[1] == u'>')
         return take(2, CodeStyle::TagBracket, Mode::Text);
     if (c == u'<')
-        return takeOpening(); // the tag before was never closed
+        return takeOpening(); // the previous tag was never closed
     take(1, CodeStyle::Punctuation, Mode::Tag);
 }
 
-/// Takes the name of an attribute and an "=" directly behind it. It may begin with a backslash:
-/// the mark of a left-out part stays in one run.
+/// Takes the name of an attribute, which may begin with a backslash, and an "=" directly after it.
 void XmlPass::takeAttributeName()
 {
     m_at = Characters::skip(m_at + 1, s_nameCharacters);
@@ -204,7 +203,7 @@ void XmlPass::takeAttributeName()
     m_out.writeTo(m_at, CodeStyle::Attribute);
 }
 
-/// Takes the inside of a value up to its closing quote.
+/// Takes a value through its closing quote.
 template <char16_t Quote, Mode Next> void XmlPass::takeQuoted()
 {
     while (*m_at != 0 && *m_at != Quote)
@@ -229,7 +228,7 @@ void XmlPass::takeInstruction()
     takeThrough(u"?>", CodeStyle::Control, Mode::Text);
 }
 
-/// Takes what stands in front of the next of the characters \a stops.
+/// Takes the text before the next of the characters \a stops.
 void XmlPass::takeControlTo(u16string_view stops)
 {
     while (*m_at != 0 && stops.find(*m_at) == u16string_view::npos)
@@ -281,7 +280,7 @@ void XmlPass::takeSubsetInstruction()
     takeThrough(u"?>", CodeStyle::Control, Mode::Subset);
 }
 
-/// Takes an entity or character reference; an "&" that begins none is text.
+/// Takes an entity or character reference; any other "&" is text.
 void XmlPass::takeEntity()
 {
     const char16_t *end = m_at + 1;

@@ -4,15 +4,15 @@
 
 namespace tavidoc {
 
-/// The lexer of XML. Deliberate: what a line ends in is kept in the lexer, not in the state word,
-/// so it carries from line to line, and from one listing to the next. The state word counts the
-/// nesting of elements.
+/// The lexer of XML. Deliberate: the mode is kept in the lexer, not in the state word, so it carries
+/// over from line to line and from one listing to the next. The state word counts the nesting of
+/// elements.
 class CodeEditXMLParser : public CodeEditParser
 {
 public:
     void styleLine(const char16_t *line, char16_t *out, quint32 &state) override;
 
-    /// What a line is in. The first four values are fixed.
+    /// What the text is inside of. The first four values are fixed.
     enum class Mode
     {
         Text = 0,
@@ -20,7 +20,7 @@ public:
         EndTag = 2,
         Tag = 4,
         DoubleQuoted,  ///< the value of an attribute
-        SingleQuoted,  ///< likewise
+        SingleQuoted,  ///< the value of an attribute
         CharacterData, ///< "<![CDATA["
         Instruction,   ///< "<?"
         Declaration,   ///< "<!"

@@ -18,7 +18,7 @@ constexpr Words s_headerTestIndex = Words::of<s_headerTests>();
 
 } // namespace
 
-/// Goes on with what the line before left open.
+/// Continues what the previous line left open.
 void CPass::resumeLine()
 {
     if (m_mode == Mode::RawString)
@@ -33,7 +33,7 @@ void CPass::resumeLine()
         takeProse();
 }
 
-/// Takes the second character of the mark that begins a comment, when a backslash separates the two.
+/// Takes the second character of the mark that begins a comment, when a joined line end separates the two.
 void CPass::resumeSlash()
 {
     m_mode = Mode::Code;
@@ -44,7 +44,7 @@ void CPass::resumeSlash()
         takeBlockComment(m_at + 1);
 }
 
-/// Goes on with a block comment, which a slash here ends.
+/// Continues a block comment, which a slash here ends.
 void CPass::resumeAsterisk()
 {
     if (*m_at != u'/')
@@ -54,7 +54,7 @@ void CPass::resumeAsterisk()
     m_out.writeTo(++m_at, CodeStyle::Comment);
 }
 
-/// The backslash that ends the line at whose end the pass is; null when none does.
+/// The backslash that ends this line, at the end of which the pass is; null when there is none.
 const char16_t *CPass::lastBackslash() const
 {
     const char16_t *last = m_at;
@@ -70,7 +70,7 @@ void CPass::noteJoinedAsterisk()
         m_mode = Mode::JoinedAsterisk;
 }
 
-/// Takes a token at a place where something special may begin, behind blanks and comments.
+/// Takes a token where a directive, its name or a header name is expected.
 void CPass::takeExpected()
 {
     if (Characters::is(*m_at, Characters::Blank))
@@ -89,7 +89,7 @@ void CPass::takeExpected()
     }
 }
 
-/// Takes the "#" of a directive and what stands in front of its name; anything else leaves it to the tokens.
+/// Takes the "#" of a directive with the blanks after it, and its name. Anything else begins a line of tokens.
 void CPass::takeDirectiveStart()
 {
     if (*m_at != u'#') {
@@ -106,7 +106,7 @@ void CPass::takeDirectiveStart()
     takeDirectiveName();
 }
 
-/// Takes the name of a directive, with what is not styled yet in front of it. A mark of lines has a number instead.
+/// Takes the name of a directive with the text before it that is not styled yet. A line marker has a number instead.
 void CPass::takeDirectiveName()
 {
     const char16_t *const begin = m_at;
@@ -119,7 +119,7 @@ void CPass::takeDirectiveName()
     m_part = s_headerDirectiveIndex.contains(name) ? Part::HeaderName : message ? Part::Message : Part::Directive;
 }
 
-/// Takes a header name in angle brackets, if there is one; its words are no keywords.
+/// Takes a header name in angle brackets, if there is one; words in it are not keywords.
 void CPass::takeHeaderName()
 {
     m_part = Part::Directive;
@@ -134,7 +134,7 @@ void CPass::takeHeaderName()
     m_out.writeTo(m_at, CodeStyle::Control);
 }
 
-/// Takes the parenthesis and the header name behind \a name, if it is a word that tests for a header.
+/// Takes the parenthesis and the header name after \a name, if \a name tests for a header.
 void CPass::takeHeaderTest(u16string_view name)
 {
     if (!s_headerTestIndex.contains(name))
@@ -147,7 +147,7 @@ void CPass::takeHeaderTest(u16string_view name)
     takeHeaderName();
 }
 
-/// Takes the rest of a message: in prose quotes and comment marks are characters like others.
+/// Takes the rest of a message as prose, in which quotes and comment marks are ordinary characters.
 void CPass::takeProse()
 {
     m_part = Part::Prose;
