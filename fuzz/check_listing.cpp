@@ -1,4 +1,4 @@
-// Listings to styled lines and to spans.
+// Colours listings, as styled lines and as spans.
 
 #include "base/source_text.h"
 #include "codeedit/listing.h"

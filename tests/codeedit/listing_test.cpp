@@ -29,7 +29,7 @@ std::string listed(std::string_view text, std::string_view language)
     return html;
 }
 
-/// The text of a listing: its spans taken away, its escapes undone.
+/// The text of a listing: without its spans, and with its escapes undone.
 std::string textOf(std::string_view html)
 {
     static constexpr std::pair<std::string_view, std::string_view> escapes[] = {
@@ -104,7 +104,7 @@ class ListingSpans : public testing::TestWithParam<ListingRow>
 {
 };
 
-TEST_P(ListingSpans, Are)
+TEST_P(ListingSpans, AreWritten)
 {
     EXPECT_EQ(listed(GetParam().text, GetParam().language), GetParam().html) << GetParam().sentence;
 }
@@ -121,22 +121,22 @@ INSTANTIATE_TEST_SUITE_P(
         ListingRow{"a span never crosses a line end", "c", "/* <\n*/",
                    "<span class=\"zkt-code-comment\">/* &lt;</span>\n<span class=\"zkt-code-comment\">*/</span>\n"},
         ListingRow{
-            "characters that mean something to us are replaced, others kept", "basic",
+            "characters with a meaning in styled lines are replaced, others kept", "basic",
             "\xEF\xB7\x90\0\xF0\x9F\x98\x80\xC2\xB7\xED\xA0\x80"s,
             "<span class=\"zkt-code-text\">\xEF\xBF\xBD\xEF\xBF\xBD\xF0\x9F\x98\x80&middot;\xEF\xBF\xBD</span>\n"},
-        ListingRow{"each byte that is part of no character is replaced, none swallows what follows", "basic",
+        ListingRow{"each byte that is not part of a character is replaced, and none swallows the next", "basic",
                    "\xC3(\xE2\x82(\xC0\x80\xF4\x90\x80\x80",
                    "<span class=\"zkt-code-text\">\xEF\xBF\xBD(\xEF\xBF\xBD\xEF\xBF\xBD("
                    "\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD\xEF\xBF\xBD</span>\n"},
         ListingRow{
-            "a line number of BASIC is left out", "basic", "10 PRINT\n 20  X\n30\t'  \n40 ' x\n50'y\n60",
+            "line numbers of BASIC are left out", "basic", "10 PRINT\n 20  X\n30\t'  \n40 ' x\n50'y\n60",
             "<span class=\"zkt-code-keyword\">PRINT</span>\n<span class=\"zkt-code-text\"> X</span>\n\n"
             "<span class=\"zkt-code-comment\">&apos; x</span>\n<span class=\"zkt-code-comment\">&apos;y</span>\n\n"},
         ListingRow{"the other BASIC keeps its line numbers", "classic-basic", "10 '",
                    "<span class=\"zkt-code-literal\">10</span><span class=\"zkt-code-text\"> </span>"
                    "<span class=\"zkt-code-comment\">&apos;</span>\n"}));
 
-TEST(Listing, MarksOfLeftOutPartsBecomeEllipsesInEveryLanguage)
+TEST(Listing, EllipsisMarksAreReplacedInEveryLanguage)
 {
     for (const std::string &language : languages()) {
         const std::string html = listed("\\vdots\na \\... \"\\hdots\" \\hdots\\...\\vdots \\hdotsb \\.. \\v", language);
@@ -177,7 +177,7 @@ TEST(Ellipses, AreJoinedWhateverALexerMakesOfTheirCharacters)
     EXPECT_EQ(joined(""), "");
 }
 
-TEST(Spans, MarkersDecideWhatIsOpen)
+TEST(Spans, EachMarkerOpensASpanAndClosesThePreviousOne)
 {
     std::string html;
     Spans(html).appendLine(u"a\uFDD0\x000C"
@@ -186,7 +186,7 @@ TEST(Spans, MarkersDecideWhatIsOpen)
               "a<span>b</span><span class=\"zkt-code-keyword\">&lt;</span><span>\xEF\xBF\xBD\xEF\xBF\xBD</span>\n");
 }
 
-// Deliberate: the mode of the XML lexer is kept in the lexer, so a listing begins in what the last one ended in.
+// Deliberate: the mode of the XML lexer is kept in the lexer, so a listing begins in the mode in which the last one ended.
 TEST(XmlLexer, ModeCarriesFromListingToListing)
 {
     listed("\"]>'\"-->]]>?>]>\">]>", "xml"); // closes whatever is open
@@ -208,7 +208,7 @@ TEST(XmlLexer, StateWordCountsNesting)
     EXPECT_EQ(counts, (std::vector<quint32>{1, 2, 4, 4, 3, 2}));
 }
 
-/// Parts of listings that open, close and join things.
+/// Parts of listings that open, close and join constructs.
 const std::vector<std::string> &soup()
 {
     static const std::vector<std::string> parts = {
@@ -306,7 +306,7 @@ std::string withoutNumbers(const std::string &text)
     return lines.join(u'\n').toStdString();
 }
 
-/// Whether each line closes the spans that it opens, one at a time.
+/// True when each line closes the spans that it opens, one at a time.
 bool hasBalancedLines(const std::string &html)
 {
     for (const QString &line : QString::fromStdString(html).split(u'\n')) {
@@ -320,7 +320,7 @@ bool hasBalancedLines(const std::string &html)
     return true;
 }
 
-TEST(Listing, TextSurvivesWhateverItIs)
+TEST(Listing, KeepsAnyText)
 {
     std::mt19937 random(1);
     for (int round = 0; round < 20000; ++round) {
