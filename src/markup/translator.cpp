@@ -206,7 +206,7 @@ void Translator::beginText()
 {
     if (m_inSynopsis)
         return;
-    m_blocks.setMode(BlockMode::Paragraph);
+    m_blocks.beginText();
     m_table.beginText();
 }
 

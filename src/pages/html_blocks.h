@@ -21,6 +21,13 @@ public:
     /// fill the openings of tables and matrices.
     void setMode(BlockMode mode, std::string_view columns = {}, std::string_view widths = {});
 
+    /// Opens a paragraph unless a block is open.
+    void beginText()
+    {
+        if (traitsOf(m_mode).opensParagraph)
+            setMode(BlockMode::Paragraph);
+    }
+
     /// Sets the number of columns of the next matrix and the width of each in percent.
     void setMatrixColumns(std::size_t count, int percent);
 
