@@ -5,6 +5,7 @@
 #include "fuzz/subjects.h"
 #include "reading/source_line_reader.h"
 #include "sourcebrowser/c_parser.h"
+#include "sourcebrowser/c_scanner.h"
 
 using namespace tavidoc;
 

@@ -3,6 +3,7 @@
 #include "sourcebrowser/events.h"
 #include "sourcebrowser/line_iterator.h"
 #include "sourcebrowser/line_statistics.h"
+#include "sourcebrowser/overview_comment.h"
 #include "sourcebrowser/pending_comment.h"
 #include "sourcebrowser/tokens.h"
 
@@ -14,13 +15,6 @@
 namespace tavidoc {
 
 class SourceBrowserModel;
-
-/// A "!!" or "! \overview" comment, which describes the whole file.
-struct SourceBrowserOverviewComment
-{
-    QString text;      ///< without the delimiters and leading marks
-    int firstLine = 0; ///< counted from 1
-};
 
 /// Turns the lines of one header into tokens. Between tokens it counts lines, reports directives, stores
 /// macros and keeps the last comment for the next declaration. One scanner reads one file; it borrows its

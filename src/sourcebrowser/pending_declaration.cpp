@@ -6,15 +6,6 @@ namespace tavidoc {
 
 using namespace SourceBrowserToken;
 
-namespace {
-
-bool isInCapitals(QStringView text)
-{
-    return std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); });
-}
-
-} // namespace
-
 void SourceBrowserPendingDeclaration::note(const Token &token)
 {
     const bool outside = parentheses == 0;

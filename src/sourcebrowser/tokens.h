@@ -2,6 +2,7 @@
 
 #include <QStringView>
 
+#include <algorithm>
 #include <span>
 
 namespace tavidoc {
@@ -71,6 +72,12 @@ struct WordEntry
     Word word = Word::Plain;
 };
 
+/// Whether \a text has no small letter, as the names of most macros.
+[[nodiscard]] inline bool isInCapitals(QStringView text)
+{
+    return std::none_of(text.begin(), text.end(), [](QChar unit) { return unit.isLower(); });
+}
+
 /// The table's entry for \a text; null for any other identifier.
 [[nodiscard]] const WordEntry *wordEntry(QStringView text);
 /// The whole table.
@@ -91,6 +98,8 @@ struct SourceBrowserTokenRecord
 
     [[nodiscard]] bool is(int wanted) const { return code == wanted; }
     [[nodiscard]] bool isIdentifier() const { return code == SourceBrowserToken::Identifier; }
+    /// Whether this is an identifier without a meaning of its own.
+    [[nodiscard]] bool isPlainName() const { return isIdentifier() && word == SourceBrowserToken::Word::Plain; }
     [[nodiscard]] bool isKeyword() const { return word == SourceBrowserToken::Word::Keyword; }
     [[nodiscard]] bool isPunctuation() const { return code > 0 && code < SourceBrowserToken::Class; }
     /// Whether this is the begin, a branch or the end of a conditional.

@@ -1,3 +1,4 @@
+#include "sourcebrowser/c_scanner.h"
 #include "tests/support/header_text.h"
 
 #include <gtest/gtest.h>

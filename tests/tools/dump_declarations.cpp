@@ -1,6 +1,7 @@
 // Prints the tokens, events and complaints, or the model, of headers.
 
 #include "sourcebrowser/c_parser.h"
+#include "sourcebrowser/c_scanner.h"
 
 #include <QFile>
 #include <QTextStream>

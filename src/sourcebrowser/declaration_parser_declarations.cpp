@@ -1,4 +1,4 @@
-#include "sourcebrowser/c_parser.h"
+#include "sourcebrowser/declaration_parser.h"
 
 namespace tavidoc {
 
@@ -6,17 +6,17 @@ using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
 
 /// Reads a declaration that begins with \a first.
-void SourceBrowserCParser::declaration(const Token &first)
+void SourceBrowserDeclarationParser::declaration(const Token &first)
 {
     begin(first);
     bool goesOn = collect(first);
     while (goesOn) {
-        const Token token = nextWithExtensions();
+        const Token token = m_stream.next();
         goesOn = collect(token);
     }
 }
 
-void SourceBrowserCParser::begin(const Token &first)
+void SourceBrowserDeclarationParser::begin(const Token &first)
 {
     ++m_declarationNumber;
     std::vector<Token> tokens = std::move(m_pending.tokens);
@@ -28,13 +28,13 @@ void SourceBrowserCParser::begin(const Token &first)
     m_pending.column = first.column;
     m_pending.lastLine = first.line;
     m_pending.className = m_context->className;
-    std::swap(comment, m_scanner->pendingComment());
-    m_scanner->pendingComment().clear();
+    std::swap(comment, m_scanner.pendingComment());
+    m_scanner.pendingComment().clear();
     m_pending.comment = std::move(comment);
 }
 
 /// Takes one more token of the declaration. False when the declaration has ended.
-bool SourceBrowserCParser::collect(const Token &token)
+bool SourceBrowserDeclarationParser::collect(const Token &token)
 {
     switch (token.code) {
     case EndOfInput:
@@ -50,19 +50,19 @@ bool SourceBrowserCParser::collect(const Token &token)
         return false;
     case '}':
         m_pending.isCutOff = true;
-        giveBack(token);
+        m_stream.giveBack(token);
         finish();
         return false;
     case '{':
         if (m_pending.parentheses == 0)
             return braceInDeclaration(token);
-        skipGroup(token); // part of a default argument
+        m_stream.skipGroup(token); // part of a default argument
         return true;
     case ConditionalBegin:
     case ConditionalEnd:
         if (token.is(ConditionalBegin) || isConditionalInside())
             m_pending.lastLine = token.line;
-        noteCondition(token);
+        m_stream.noteConditional(token);
         return true;
     case ConditionalBranch:
         return branchInDeclaration(token);
@@ -72,9 +72,9 @@ bool SourceBrowserCParser::collect(const Token &token)
 }
 
 /// Takes a token that neither ends the declaration by itself nor branches it.
-bool SourceBrowserCParser::collectPart(const Token &token)
+bool SourceBrowserDeclarationParser::collectPart(const Token &token)
 {
-    if (token.word == Word::Keyword && isName(token)) {
+    if (token.isKeyword() && isName(token)) {
         Token name = token;
         name.code = Identifier;
         name.word = Word::Plain;
@@ -95,8 +95,8 @@ bool SourceBrowserCParser::collectPart(const Token &token)
         }
         break;
     case ')':
-        if (m_scanner->pendingComment().isPresent())
-            m_scanner->pendingComment().clear(); // it is the arguments'
+        if (m_scanner.pendingComment().isPresent())
+            m_scanner.pendingComment().clear(); // it is the arguments'
         break;
     case Skipped:
         if (!m_pending.isInText())
@@ -130,16 +130,16 @@ bool SourceBrowserCParser::collectPart(const Token &token)
     default:
         break;
     }
-    if (token.line != m_pending.lastLine || m_scanner->pendingComment().isPresent())
+    if (token.line != m_pending.lastLine || m_scanner.pendingComment().isPresent())
         leaveMacros(token);
     m_pending.note(token);
     return true;
 }
 
-/// Starts again with \a token when the tokens so far are standalone macros.
-void SourceBrowserCParser::leaveMacros(const Token &token)
+/// Begins anew with \a token when what was collected are macros that stand alone.
+void SourceBrowserDeclarationParser::leaveMacros(const Token &token)
 {
-    SourceBrowserPendingComment &next = m_scanner->pendingComment();
+    SourceBrowserPendingComment &next = m_scanner.pendingComment();
     if (m_pending.restartsWith(token, next)) {
         leave();
         begin(token);
@@ -149,29 +149,29 @@ void SourceBrowserCParser::leaveMacros(const Token &token)
 }
 
 /// Ends the declaration before its ";", because \a token begins something else.
-bool SourceBrowserCParser::cutOff(const Token &token)
+bool SourceBrowserDeclarationParser::cutOff(const Token &token)
 {
     leave();
-    giveBack(token);
+    m_stream.giveBack(token);
     return false;
 }
 
 /// Declares what was collected before something that does not belong to it, macros on lines of
 /// their own for the most part. A comment after them is that of what follows.
-void SourceBrowserCParser::leave()
+void SourceBrowserDeclarationParser::leave()
 {
     SourceBrowserPendingComment between;
-    if (m_pending.isReplacedBy(m_scanner->pendingComment()))
-        std::swap(between, m_scanner->pendingComment());
+    if (m_pending.isReplacedBy(m_scanner.pendingComment()))
+        std::swap(between, m_scanner.pendingComment());
     m_pending.isCutOff = true;
     finish();
     if (between.isPresent())
-        m_scanner->pendingComment() = std::move(between);
+        m_scanner.pendingComment() = std::move(between);
 }
 
 /// Whether the word before \a colon is a user-defined access label: alone, or on a line of its own
 /// after macros.
-bool SourceBrowserCParser::endsWithSection(const Token &colon)
+bool SourceBrowserDeclarationParser::endsWithSection(const Token &colon)
 {
     const std::vector<Token> &tokens = m_pending.tokens;
     if (tokens.empty() || !tokens.back().isIdentifier())
@@ -189,7 +189,7 @@ bool SourceBrowserCParser::endsWithSection(const Token &colon)
 }
 
 /// Whether \a keyword, which C does not have, is a name: after a type, before what follows a declarator.
-bool SourceBrowserCParser::isName(const Token &keyword)
+bool SourceBrowserDeclarationParser::isName(const Token &keyword)
 {
     if (m_pending.tokens.empty() || m_pending.parentheses > 0)
         return false;
@@ -206,19 +206,19 @@ bool SourceBrowserCParser::isName(const Token &keyword)
     case Using:
     case Template:
     case Namespace: {
-        const Token token = nextWithExtensions();
-        const bool isAttribute = token.is('[') && peek().is('['); // "BEGIN class [[x]] C {"
-        giveBack(token);
+        const Token token = m_stream.next();
+        const bool isAttribute = token.is('[') && m_stream.peek().is('['); // "BEGIN class [[x]] C {"
+        m_stream.giveBack(token);
         const int next = isAttribute ? 0 : token.code;
         return next == ';' || next == ',' || next == '=' || next == '[' || next == '(' ||
                (next == ':' && keyword.line == before.line && !m_pending.isMacroRun());
     }
     case Throw:
-        return m_pending.groupEnd < 0 && (peek().is(';') || m_given.back().is('('));
+        return m_pending.groupEnd < 0 && (m_stream.peek().is(';') || m_stream.peek().is('('));
     case Operator: {
-        const Token token = nextWithExtensions();
-        const bool isFunction = token.is('(') && !peek().is(')'); // not "operator()"
-        giveBack(token);
+        const Token token = m_stream.next();
+        const bool isFunction = token.is('(') && !m_stream.peek().is(')'); // not "operator()"
+        m_stream.giveBack(token);
         return isFunction || token.is(';');
     }
     default:
@@ -227,50 +227,43 @@ bool SourceBrowserCParser::isName(const Token &keyword)
 }
 
 /// Whether an access keyword that was just read begins a label and not a base class or a member.
-bool SourceBrowserCParser::isLabel()
+bool SourceBrowserDeclarationParser::isLabel()
 {
-    const Token word = nextWithExtensions();
+    const Token word = m_stream.next();
     bool isLabel = word.is(':');
     if (isLabel || word.isIdentifier()) {
-        const Token next = nextWithExtensions();
+        const Token next = m_stream.next();
         isLabel = isLabel ? !next.is(Number) : next.is(':');
-        giveBack(next);
+        m_stream.giveBack(next);
     }
-    giveBack(word);
+    m_stream.giveBack(word);
     return isLabel;
-}
-
-/// Whether the innermost conditional began inside the declaration that is being read.
-bool SourceBrowserCParser::isConditionalInside() const
-{
-    return !m_conditions.empty() && m_conditions.back().declaration == m_declarationNumber &&
-           m_conditions.back().insideDeclaration;
 }
 
 /// "#else" inside a declaration: only the first branch counts when the conditional began inside
 /// it; otherwise the declaration ends here, and the next branch has its own.
-bool SourceBrowserCParser::branchInDeclaration(const Token &token)
+bool SourceBrowserDeclarationParser::branchInDeclaration(const Token &token)
 {
     if (isConditionalInside() && !m_pending.isMacroRun()) {
-        skipBranches();
+        m_stream.skipBranches();
         return true;
     }
     m_pending.isCutOff |= m_pending.isMacroRun();
     finish();
-    noteCondition(token);
+    m_stream.noteConditional(token);
     return false;
 }
 
 /// A "{" outside brackets: a container, an enumeration, a body or an initialiser.
-bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
+bool SourceBrowserDeclarationParser::braceInDeclaration(const Token &brace)
 {
     if (m_pending.isLanguageBlock()) {
         restoreComment();
         open(Body::Block, m_context->container);
         return false;
     }
-    if (m_pending.key >= 0 && opensClass()) {
-        if (m_pending.tokens[static_cast<size_t>(m_pending.key)].is(Enum)) {
+    if (m_pending.key >= 0 && head().opensBody()) {
+        if (head().keyword().is(Enum)) {
             enumBody(brace);
             return false;
         }
@@ -278,33 +271,33 @@ bool SourceBrowserCParser::braceInDeclaration(const Token &brace)
             classBody();
             return false;
         }
-        skipGroup(brace);
+        m_stream.skipGroup(brace);
         return true;
     }
     if (m_pending.groupEnd >= 0) {
         return finishWithBody(brace);
     }
-    // "int value {3};" or a macro before braces
-    skipGroup(brace);
+    // "int value {3};" or a macro that stands before braces
+    m_stream.skipGroup(brace);
     m_pending.isInitialised = true;
     return m_pending.tokens.size() > 1;
 }
 
 /// Skips a function's body, or the value of a variable: `int a GUARDED_BY(b) {3};`. False when the declaration has
 /// ended.
-bool SourceBrowserCParser::finishWithBody(const Token &brace)
+bool SourceBrowserDeclarationParser::finishWithBody(const Token &brace)
 {
     const bool isMacroRun = m_pending.isMacroRun();
     const std::vector<SourceBrowserDeclarator> declarators = readPending(true);
     if (!declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Function) {
         declareFunction(declarators.front(), true, &brace);
     } else {
-        skipGroup(brace);
+        m_stream.skipGroup(brace);
         if (!isMacroRun) {
-            SourceBrowserPendingComment &comment = m_scanner->pendingComment();
+            SourceBrowserPendingComment &comment = m_scanner.pendingComment();
             comment.clear(); // it is the body's
             const bool isObject = !declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Object;
-            if (isObject && (peek().is(';') || m_given.back().is(','))) {
+            if (isObject && (m_stream.peek().is(';') || m_stream.peek().is(','))) {
                 m_pending.isInitialised = true;
                 return true;
             }
@@ -317,7 +310,7 @@ bool SourceBrowserCParser::finishWithBody(const Token &brace)
 }
 
 /// Comments inside the declaration are gone; one that macros did not take waits on.
-void SourceBrowserCParser::endDeclaration()
+void SourceBrowserDeclarationParser::endDeclaration()
 {
     restoreComment();
     m_pending.tokens.clear();
@@ -325,17 +318,10 @@ void SourceBrowserCParser::endDeclaration()
     m_afterBody = false;
 }
 
-void SourceBrowserCParser::restoreComment()
+void SourceBrowserDeclarationParser::restoreComment()
 {
-    m_scanner->pendingComment() = std::move(m_pending.comment);
+    m_scanner.pendingComment() = std::move(m_pending.comment);
     m_pending.comment.clear();
-}
-
-/// The name that constructors have here; empty outside classes.
-const QString &SourceBrowserCParser::className() const
-{
-    static const QString none;
-    return m_pending.isFriend ? none : m_context->className;
 }
 
 } // namespace tavidoc

@@ -1,30 +1,45 @@
-#include "sourcebrowser/c_parser.h"
+#include "sourcebrowser/declaration_parser.h"
 
 namespace tavidoc {
 
+using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
 
+/// Passes over "<...>" after "template", and over what the parameters are required to be.
+bool SourceBrowserDeclarationParser::templateParameters(const Token &keyword)
+{
+    Token token = m_stream.next();
+    if (!token.is('<')) {
+        m_stream.giveBack(token);
+        m_pending.isInstantiation = m_pending.tokens.empty() || m_pending.endsWith(Extern) || m_pending.isMacroRun();
+        return true;
+    }
+    m_pending.isTemplate = true;
+    if (!m_stream.skipAngles())
+        return true;
+    token = m_stream.next();
+    if (token.text == u"requires")
+        m_stream.skipConstraint();
+    else
+        m_stream.giveBack(token);
+    if (m_pending.tokens.empty())
+        m_pending.column = keyword.column;
+    return true;
+}
+
 /// Whether \a equals is the second half of "!=", "<=", ">=" or "==", or the first half of the last.
-bool SourceBrowserCParser::isComparison(const Token &equals)
+bool SourceBrowserDeclarationParser::isComparison(const Token &equals)
 {
     if (!equals.blankBefore && !m_pending.tokens.empty()) {
         const Token &before = m_pending.tokens.back();
         if (before.is('!') || before.is('<') || before.is('>') || before.is('='))
             return true;
     }
-    return isFollowedBy('=');
-}
-
-/// Whether the next token is \a code, with nothing between it and the last one.
-bool SourceBrowserCParser::isFollowedBy(int code)
-{
-    const Token token = next();
-    giveBack(token);
-    return token.is(code) && !token.blankBefore;
+    return m_stream.isFollowedBy('=');
 }
 
 /// Skips an initialiser up to the "," or ";" after it and keeps its first token.
-bool SourceBrowserCParser::initialiser(const Token &equals)
+bool SourceBrowserDeclarationParser::initialiser(const Token &equals)
 {
     if (m_pending.isTemplate && m_pending.tokens.size() == 2 && m_pending.tokens.front().text == u"concept")
         return conceptDeclaration();
@@ -33,8 +48,8 @@ bool SourceBrowserCParser::initialiser(const Token &equals)
     int angles = 0;
     bool isAfterWord = false;
     for (bool isFirst = true;; isFirst = false) {
-        const Token token = nextWithExtensions();
-        if (token.is(',') && angles > 0 && skipToAngle()) {
+        const Token token = m_stream.next();
+        if (token.is(',') && angles > 0 && m_stream.skipToAngle()) {
             --angles;
             continue;
         }
@@ -51,11 +66,11 @@ bool SourceBrowserCParser::initialiser(const Token &equals)
         case '(':
         case '[':
         case '{':
-            skipGroup(token);
+            m_stream.skipGroup(token);
             break;
         case ConditionalBegin:
         case ConditionalEnd:
-            noteCondition(token);
+            m_stream.noteConditional(token);
             break;
         default:
             if (isFirst)
@@ -65,48 +80,35 @@ bool SourceBrowserCParser::initialiser(const Token &equals)
     }
 }
 
-/// After a "," in a value, skips to the ">" that makes what is around it template arguments. Takes no token when there
-/// is none.
-bool SourceBrowserCParser::skipToAngle()
+/// Declares `concept C`, whose constraint follows. A concept is an object of the kind of a typedef.
+bool SourceBrowserDeclarationParser::conceptDeclaration()
 {
-    constexpr size_t longest = 100; // what is looked at again when there is none
-    std::vector<Token> tokens;
-    int angles = 1;
-    int groups = 0;
-    while (tokens.size() < longest) {
-        const Token &token = tokens.emplace_back(nextWithExtensions());
-        if (token.is('(') || token.is('[') || token.is('{'))
-            ++groups;
-        else if (token.is(')') || token.is(']') || token.is('}'))
-            --groups;
-        else if (groups == 0 && (token.is('<') || token.is('>')))
-            angles += token.is('<') ? 1 : -1;
-        if (angles == 0)
-            return true;
-        if (groups < 0 || token.is(';') || token.is('=') || token.is(EndOfInput) || token.code >= ConditionalBegin)
-            break;
-    }
-    for (; !tokens.empty(); tokens.pop_back())
-        giveBack(tokens.back());
+    SourceBrowserDeclarator declarator;
+    declarator.name = m_pending.tokens.back().text.toString();
+    declarator.type.text = u"concept"_s;
+    m_pending.isTypedef = true;
+    m_stream.skipUntil(';');
+    declareObject(declarator, true);
+    endDeclaration();
     return false;
 }
 
 /// Passes over what a constructor initialises, up to its body.
-bool SourceBrowserCParser::constructorInitialisers()
+bool SourceBrowserDeclarationParser::constructorInitialisers()
 {
     int previous = 0;
     for (;;) {
-        const Token token = nextWithExtensions();
+        const Token token = m_stream.next();
         if (token.is('{') && previous != Identifier && previous != '>') {
             return finishWithBody(token);
         }
         if (token.is(';') || token.is('}') || token.is(EndOfInput) || token.is(ConditionalBranch))
             return collect(token);
         if (token.is('(') || token.is('[') || token.is('{'))
-            skipGroup(token);
-        else if (token.code >= ConditionalBegin)
-            noteCondition(token);
-        if (token.code < ConditionalBegin)
+            m_stream.skipGroup(token);
+        if (token.isConditional())
+            m_stream.noteConditional(token);
+        else
             previous = token.code;
     }
 }

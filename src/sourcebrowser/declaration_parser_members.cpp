@@ -1,4 +1,4 @@
-#include "sourcebrowser/c_parser.h"
+#include "sourcebrowser/declaration_parser.h"
 
 namespace tavidoc {
 
@@ -26,7 +26,7 @@ QString withoutTemplateArguments(const QString &name)
 } // namespace
 
 /// Declares what was collected. What declares nothing uses its comment up, except for macros.
-void SourceBrowserCParser::finish()
+void SourceBrowserDeclarationParser::finish()
 {
     const bool isMacroRun = m_pending.isMacroRun();
     const bool isWrapper = isMacroRun && m_pending.endsWithWrapper();
@@ -41,7 +41,7 @@ void SourceBrowserCParser::finish()
 
 /// Reads what was collected. Macro calls on lines of their own before it do not take part, unless it
 /// needs them for a type, as in `API(int)` on the line before `f(void)`.
-std::vector<SourceBrowserDeclarator> SourceBrowserCParser::readPending(bool wantsFunction)
+std::vector<SourceBrowserDeclarator> SourceBrowserDeclarationParser::readPending(bool wantsFunction)
 {
     std::vector<Token> &tokens = m_pending.tokens;
     const auto macros = static_cast<std::ptrdiff_t>(m_pending.leadingCalls());
@@ -59,7 +59,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserCParser::readPending(bool want
 }
 
 /// Declares every declarator of what was collected. False when there is none.
-bool SourceBrowserCParser::declareAll()
+bool SourceBrowserDeclarationParser::declareAll()
 {
     if (m_pending.isInstantiation || m_pending.isForwardDeclaration())
         return false;
@@ -90,34 +90,21 @@ bool SourceBrowserCParser::declareAll()
     return declares;
 }
 
-/// Declares `concept C`, whose constraint follows. A concept is an object of the kind of a typedef.
-bool SourceBrowserCParser::conceptDeclaration()
-{
-    SourceBrowserDeclarator declarator;
-    declarator.name = m_pending.tokens.back().text.toString();
-    declarator.type.text = u"concept"_s;
-    m_pending.isTypedef = true;
-    skipUntil(';');
-    declareObject(declarator, true);
-    endDeclaration();
-    return false;
-}
-
 /// Gives \a composed, the type that was just read, the name of its typedef. A container of that name that is
 /// known takes over what the type holds.
-void SourceBrowserCParser::nameComposed(SourceBrowserObject &composed, const QString &name)
+void SourceBrowserDeclarationParser::nameComposed(SourceBrowserObject &composed, const QString &name)
 {
     m_reader.addType(name);
     auto *container = dynamic_cast<SourceBrowserContainer *>(&composed);
     if (!container)
         return composed.setName(name);
-    SourceBrowserContainer &named = m_objects->rename(*container, name, m_absorbed);
+    SourceBrowserContainer &named = m_model.rename(*container, name, m_absorbed);
     m_composed = &named;
     if (&named == container)
         rescope(named);
 }
 
-void SourceBrowserCParser::attachComment(SourceBrowserObject &object, int line)
+void SourceBrowserDeclarationParser::attachComment(SourceBrowserObject &object, int line)
 {
     if (!m_pending.comment.reaches(line))
         return;
@@ -125,16 +112,7 @@ void SourceBrowserCParser::attachComment(SourceBrowserObject &object, int line)
     m_pending.comment.clear();
 }
 
-/// Where what is being declared belongs: a friend is a function of the scope around the class.
-const SourceBrowserCParser::Context &SourceBrowserCParser::home() const
-{
-    const Context *context = m_context;
-    while (m_pending.isFriend && (context->body == Body::Class || context->body == Body::Structure))
-        context = context->parent;
-    return *context;
-}
-
-void SourceBrowserCParser::place(SourceBrowserObject &object, int line)
+void SourceBrowserDeclarationParser::place(SourceBrowserObject &object, int line)
 {
     object.setAccess(home().access);
     object.setScope(home().scope);
@@ -142,13 +120,13 @@ void SourceBrowserCParser::place(SourceBrowserObject &object, int line)
     object.setLines({line, -1, -1, -1});
 }
 
-void SourceBrowserCParser::declareObject(const SourceBrowserDeclarator &declarator, bool takesComment)
+void SourceBrowserDeclarationParser::declareObject(const SourceBrowserDeclarator &declarator, bool takesComment)
 {
     const auto phylum = m_pending.isTypedef ? SourceBrowserObject::Typedef : SourceBrowserObject::Variable;
     auto variable = std::make_unique<SourceBrowserVariable>(phylum, declarator.name, declarator.type);
     place(*variable, m_pending.line);
     SourceBrowserObject::Lines lines = variable->lines();
-    lines.last = m_scanner->line() - 1;
+    lines.last = m_scanner.line() - 1;
     variable->setLines(lines);
     variable->isStatic = m_pending.isStatic;
     variable->isInitialised = m_pending.isInitialised;
@@ -158,12 +136,12 @@ void SourceBrowserCParser::declareObject(const SourceBrowserDeclarator &declarat
         m_reader.addType(declarator.name);
     if (m_events)
         m_events->declareObject(phylum, declarator.name, variable->description(), m_pending.line);
-    m_objects->add(*m_context->container, std::move(variable));
+    m_model.add(*m_context->container, std::move(variable));
 }
 
 /// Declares a function; with \a brace, skips its body first.
-void SourceBrowserCParser::declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment,
-                                           const Token *brace)
+void SourceBrowserDeclarationParser::declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment,
+                                                     const Token *brace)
 {
     SourceBrowserContainer &container = *home().container; // the body's conditionals may change the context
     auto method = std::make_unique<SourceBrowserMethod>(declarator.name, declarator.type);
@@ -180,11 +158,11 @@ void SourceBrowserCParser::declareFunction(const SourceBrowserDeclarator &declar
     SourceBrowserObject::Lines lines = method->lines();
     if (brace) {
         lines.bodyFirst = brace->line - 1;
-        skipGroup(*brace);
-        lines.bodyLast = m_scanner->line() - 1;
+        m_stream.skipGroup(*brace);
+        lines.bodyLast = m_scanner.line() - 1;
         method->setDefinitionFile(m_file);
     } else {
-        lines.last = m_scanner->line() - 1;
+        lines.last = m_scanner.line() - 1;
     }
     method->setLines(lines);
     if (m_events)
@@ -200,7 +178,8 @@ void SourceBrowserCParser::declareFunction(const SourceBrowserDeclarator &declar
 }
 
 /// Adds \a method; a virtual one takes the place of one with the same name and keeps its body.
-void SourceBrowserCParser::addMethod(SourceBrowserContainer &container, std::unique_ptr<SourceBrowserMethod> method)
+void SourceBrowserDeclarationParser::addMethod(SourceBrowserContainer &container,
+                                               std::unique_ptr<SourceBrowserMethod> method)
 {
     const SourceBrowserMethod *older = method->isVirtual ? container.method(method->name()) : nullptr;
     if (older) {
@@ -213,13 +192,13 @@ void SourceBrowserCParser::addMethod(SourceBrowserContainer &container, std::uni
         method->setLines(lines);
         if (method->documentation().isEmpty())
             method->setDocumentation(older->documentation(), older->documentationLine());
-        m_objects->take(container, *older);
+        m_model.take(container, *older);
     }
-    m_objects->add(container, std::move(method));
+    m_model.add(container, std::move(method));
 }
 
 /// The container that \a name means here, in which "::" separates the names.
-SourceBrowserContainer *SourceBrowserCParser::qualifiedContainer(const QString &name) const
+SourceBrowserContainer *SourceBrowserDeclarationParser::qualifiedContainer(const QString &name) const
 {
     QString withStops = name;
     withStops.replace("::"_L1, "."_L1);
@@ -228,9 +207,9 @@ SourceBrowserContainer *SourceBrowserCParser::qualifiedContainer(const QString &
     // The name of a class that is itself defined outside its container holds the colons.
     for (const QString &candidate : {withStops, name}) {
         SourceBrowserContainer *container =
-            m_context->scope.isEmpty() ? nullptr : m_objects->container(m_context->scope + u'.' + candidate);
+            m_context->scope.isEmpty() ? nullptr : m_model.container(m_context->scope + u'.' + candidate);
         if (!container)
-            container = m_objects->container(candidate);
+            container = m_model.container(candidate);
         if (container)
             return container;
     }
@@ -239,8 +218,8 @@ SourceBrowserContainer *SourceBrowserCParser::qualifiedContainer(const QString &
 
 /// A definition outside its class: its lines go to the declaration in the class, and its comment
 /// when that has none.
-void SourceBrowserCParser::matchDefinition(const SourceBrowserDeclarator &declarator,
-                                           const SourceBrowserMethod &definition)
+void SourceBrowserDeclarationParser::matchDefinition(const SourceBrowserDeclarator &declarator,
+                                                     const SourceBrowserMethod &definition)
 {
     const QString name = withoutTemplateArguments(declarator.qualifier);
     const SourceBrowserContainer *container = qualifiedContainer(name);

@@ -1,0 +1,207 @@
+#include "sourcebrowser/declaration_parser.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+using namespace SourceBrowserToken;
+
+void SourceBrowserDeclarationParser::namespaceStatement(const Token &first)
+{
+    begin(first);
+    QString name;
+    Token token = m_stream.next();
+    for (; !token.is('{') && !token.is(EndOfInput); token = m_stream.next()) {
+        if (token.isConditional()) {
+            m_stream.noteConditional(token);
+        } else if (token.is('=') || token.is(';')) { // an alias
+            if (token.is('='))
+                m_stream.skipUntil(';');
+            m_pending.comment.clear();
+            return endDeclaration();
+        } else if (token.is('[') && m_stream.peek().is('[')) {
+            m_stream.skipGroup(token);
+        } else if (token.is(Skipped)) {
+            continue;
+        } else if (token.isIdentifier() && name.isEmpty()) {
+            name = token.text.toString();
+        } else {
+            complain(token.line, u"Bad namespace identifier"_s);
+        }
+    }
+    if (token.is(EndOfInput))
+        return endDeclaration();
+    if (isTooDeep()) {
+        m_stream.skipGroup(token);
+        return endDeclaration();
+    }
+    if (name.isEmpty())
+        name = u'(' + m_file.mid(m_file.lastIndexOf(u'/') + 1) + u')';
+    auto object = std::make_unique<SourceBrowserContainer>(SourceBrowserObject::Namespace, name);
+    place(*object, m_pending.line);
+    attachComment(*object, m_pending.line);
+    if (m_events)
+        m_events->declareContainer(SourceBrowserObject::Namespace, name, name, {}, m_pending.line);
+    SourceBrowserContainer *container = merge(std::move(object));
+    open(Body::Namespace, container)->phylum = SourceBrowserObject::Namespace;
+    endDeclaration();
+}
+
+/// Adds \a container, or brings the one of that qualified name up to date.
+SourceBrowserContainer *SourceBrowserDeclarationParser::merge(std::unique_ptr<SourceBrowserContainer> container)
+{
+    SourceBrowserContainer *known = container->isAnonymous() ? nullptr : m_model.container(container->qualifiedName());
+    if (known && known->container() == m_context->container) {
+        known->update(*container);
+        return known;
+    }
+    return static_cast<SourceBrowserContainer *>(&m_model.add(*m_context->container, std::move(container)));
+}
+
+SourceBrowserClassHead SourceBrowserDeclarationParser::head() const
+{
+    return {m_pending.tokens, static_cast<size_t>(m_pending.key)};
+}
+
+void SourceBrowserDeclarationParser::classBody()
+{
+    const SourceBrowserClassHead head = this->head();
+    const bool isClass = head.keyword().is(Class);
+    const bool isStructure = !isClass && (m_pending.isTypedef || m_context->body == Body::Structure);
+    QString name = head.name();
+    const bool isNamed = !name.isEmpty();
+    if (!isNamed)
+        name = SourceBrowserContainer::anonymousName();
+    const auto phylum = isClass ? SourceBrowserObject::Class : SourceBrowserObject::Structure;
+    auto object = std::make_unique<SourceBrowserContainer>(phylum, name);
+    place(*object, m_pending.line);
+    attachComment(*object, m_pending.line);
+    object->setBaseClasses(head.baseClasses());
+    // Deliberate: the event of a structure outside a typedef says "class", its object "structure".
+    const auto reported = isStructure ? SourceBrowserObject::Structure : SourceBrowserObject::Class;
+    if (m_events)
+        m_events->declareContainer(reported, name, name, {}, m_pending.line);
+    SourceBrowserContainer *container = merge(std::move(object));
+    Context &context = *open(isStructure ? Body::Structure : Body::Class, container);
+    context.phylum = reported;
+    // Deliberate: private in a "struct" outside a typedef too.
+    context.access = isStructure ? SourceBrowserObject::Public : SourceBrowserObject::Private;
+    context.isTypedef = m_pending.isTypedef;
+    context.isStatic = m_pending.isStatic;
+    context.isNamed = isNamed;
+    context.composedType = head.type(isNamed ? name : QString());
+    context.line = m_pending.line;
+    endDeclaration();
+    m_scanner.pendingComment().clear();
+}
+
+/// Goes on with the declarators after the "}" of a class or structure.
+void SourceBrowserDeclarationParser::afterBody(const Context &closed, const Token &brace)
+{
+    m_scanner.pendingComment().clear();
+    begin(brace);
+    m_pending.line = closed.line;
+    m_pending.column = closed.column;
+    m_pending.isTypedef = closed.isTypedef;
+    m_pending.isStatic = closed.isStatic;
+    continueAfter(*closed.container, closed.composedType, closed.isNamed, brace);
+}
+
+/// Reads the declarators of the type \a object, whose text is \a type.
+void SourceBrowserDeclarationParser::continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed,
+                                                   const Token &brace)
+{
+    m_composedType = type;
+    Token composed = brace;
+    composed.code = Composed;
+    composed.text = m_composedType;
+    composed.blankBefore = true;
+    m_pending.tokens = {composed};
+    m_composed = &object;
+    m_composedIsNamed = isNamed;
+    bool goesOn = true;
+    while (goesOn) {
+        const Token token = m_stream.next();
+        // A body that ends without ";": what follows on a new line is another declaration.
+        const bool startsAnother = m_pending.tokens.size() == 1 &&
+                                   (token.is(Typedef) || token.is(Extern) || token.is(Struct) || token.is(Class) ||
+                                    token.is(Enum) || token.is(Template) || token.is(Using) || token.is(Namespace) ||
+                                    token.is(Public) || token.is(Private) || token.is(Protected));
+        if (startsAnother) {
+            m_stream.giveBack(token);
+            finish();
+            break;
+        }
+        goesOn = collect(token);
+    }
+    m_composed = nullptr;
+}
+
+/// Whether what follows a named body is a macro and no variable, as in `struct point {...} PACKED;`.
+bool SourceBrowserDeclarationParser::isComposedMacro(const SourceBrowserDeclarator &declarator) const
+{
+    return m_composed && m_composedIsNamed && !m_pending.isTypedef &&
+           (declarator.isBarePlainName || declarator.kind == SourceBrowserDeclarator::Function) &&
+           isInCapitals(declarator.name);
+}
+
+/// Reads an enumeration and goes on with the declarators after it.
+void SourceBrowserDeclarationParser::enumBody(const Token &brace)
+{
+    const SourceBrowserClassHead head = this->head();
+    const QString name = head.name();
+    const bool isNamed = !name.isEmpty();
+    auto object = std::make_unique<SourceBrowserEnum>(SourceBrowserObject::Unknown,
+                                                      isNamed ? name : SourceBrowserContainer::anonymousName());
+    place(*object, m_pending.line);
+    attachComment(*object, m_pending.line);
+    const QString type = head.type(name);
+    Pending rest = m_pending;
+    m_pending.tokens.clear();
+    const int last = enumerators(*object);
+    m_pending = std::move(rest);
+    SourceBrowserObject::Lines lines = object->lines();
+    lines.last = last - 1;
+    object->setLines(lines);
+    SourceBrowserObject &added = m_model.add(*m_context->container, std::move(object));
+    m_pending.key = -1;
+    m_pending.groupEnd = -1;
+    continueAfter(added, type, isNamed, brace);
+}
+
+/// Reads up to the closing brace; the result is its line, counted from 1.
+int SourceBrowserDeclarationParser::enumerators(SourceBrowserEnum &enumeration)
+{
+    std::vector<Token> tokens;
+    int nesting = 0;
+    const auto complete = [&] {
+        if (!tokens.empty() && tokens.front().isIdentifier())
+            enumeration.append(SourceBrowserDeclaratorReader::sourceText(tokens));
+        tokens.clear();
+        m_stream.releaseLines();
+    };
+    for (;;) {
+        const Token token = m_stream.next();
+        if (token.isConditional()) {
+            if (token.is(ConditionalBranch))
+                complete();
+            m_stream.noteConditional(token);
+            continue;
+        }
+        nesting += (token.is('(') || token.is('[')) - (token.is(')') || token.is(']'));
+        const bool ends = token.is('}') || token.is(EndOfInput) || token.is(';');
+        if (ends || (token.is(',') && nesting <= 0)) {
+            complete();
+            nesting = 0;
+            if (token.is(';'))
+                m_stream.giveBack(token);
+            if (ends)
+                return token.line;
+        } else {
+            tokens.push_back(token);
+        }
+    }
+}
+
+} // namespace tavidoc
