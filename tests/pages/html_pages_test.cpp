@@ -1,5 +1,6 @@
 #include "pages/html_blocks.h"
 #include "pages/html_pages.h"
+#include "pages/page_encoding.h"
 
 #include <gtest/gtest.h>
 
@@ -80,4 +81,27 @@ TEST(HtmlBlocks, ALiteralBlockLosesItsEmptyEnd)
     blocks.text() += "a \n&nbsp;<br/>\n\n<br/>&nbsp;";
     blocks.setMode(BlockMode::None);
     EXPECT_EQ(blocks.text(), "\n<pre class=\"zkt-code\">a </pre>");
+}
+
+TEST(PageEncoding, WritesWhatTheEncodingLacksAsReferences)
+{
+    const std::string plain(40, 'x'); // longer than what is judged at once
+    const std::pair<std::string, std::string> rows[] = {
+        {"", ""},
+        {plain, plain},
+        {plain + "\xC2\x80" + plain, plain + "\x80" + plain},
+        {"\xC3\xBF\xC4\x80", "\xFF&#x100;"},
+        {"\xDF\xBF\xE0\xA0\x80", "&#x7ff;&#x800;"},
+        {"\xEF\xBF\xBF\xF0\x90\x80\x80", "&#xffff;&#x10000;"},
+        {"\xF4\x8F\xBF\xBF", "&#x10ffff;"},
+        {"a\xC3", "a&#xfffd;"}, // cut characters
+        {"\xE2\x82", "&#xfffd;&#xfffd;"},
+        {"\xF0\x90\x80", "&#xfffd;&#xfffd;&#xfffd;"},
+        {"\x80\xC1z", "&#xfffd;&#xfffd;z"},
+    };
+    for (const auto &[text, bytes] : rows) {
+        QByteArray encoded;
+        appendLatin1(encoded, text);
+        EXPECT_EQ(encoded.toStdString(), bytes) << text;
+    }
 }
