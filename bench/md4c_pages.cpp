@@ -1,5 +1,5 @@
-// Renders a CommonMark file page by page with md4c, the yardstick for our own speed. A page begins
-// after a line "<!-- page STEM -->" and is written, without any frame, to STEM.htm.
+// Renders a CommonMark file page by page with md4c, as a reference for our own speed. A page begins
+// after a line "<!-- page STEM -->" and is written, without a frame, to STEM.htm.
 
 #include <md4c-html.h>
 
@@ -18,14 +18,14 @@ namespace {
 constexpr std::string_view s_pageBegin = "<!-- page ";
 constexpr std::string_view s_pageBeginEnd = " -->\n";
 
-/// The HTML of a page. Leaner than a string, since md4c hands over a few bytes at a time.
+/// The HTML of a page. Cheaper than a string, because md4c outputs a few bytes at a time.
 struct Page
 {
     std::vector<char> buffer = std::vector<char>(1 << 16);
     std::size_t size = 0;
 };
 
-/// The bytes of the file \a name; empty when it cannot be read.
+/// Returns the bytes of the file \a name; empty if it cannot be read.
 std::string fileText(const char *name)
 {
     std::string text;
@@ -43,7 +43,7 @@ std::string fileText(const char *name)
     return text;
 }
 
-/// Replaces the file \a name; tells whether all of \a text was written.
+/// Replaces the file \a name. Returns whether all of \a text was written.
 bool writeFile(const std::string &name, std::string_view text)
 {
     unlink(name.c_str());
@@ -63,7 +63,7 @@ void appendHtml(const MD_CHAR *html, MD_SIZE size, void *page)
     whole.size += size;
 }
 
-/// Writes the pages of \a text to \a directory; tells whether all went well.
+/// Writes the pages of \a text to \a directory. Returns whether all were written.
 bool writePages(std::string_view text, const std::string &directory)
 {
     Page page;

@@ -1,4 +1,4 @@
-"""Runs programs and says what they cost."""
+"""Runs programs and measures their cost."""
 
 import os
 import re
@@ -10,17 +10,17 @@ from typing import NamedTuple
 
 BENCH = Path(__file__).resolve().parent
 CALLGRIND = ("valgrind", "--tool=callgrind", "--callgrind-out-file=/dev/null")
-# Counts the same but for the program's first steps, and is three times as fast.
+# The same counts except for the program's start-up, at three times the speed.
 CACHEGRIND = ("valgrind", "--tool=cachegrind", "--cache-sim=no", "--cachegrind-out-file=/dev/null")
 
 
 class Failure(Exception):
-    """A program that crashed, failed or did not end; the text says which."""
+    """A program crashed, failed or timed out; the text names the reason."""
 
 
 class Cost(NamedTuple):
-    milliseconds: float  # from the start of the process to its end, by the clock on the wall
-    peak_bytes: int      # of resident memory; at least that of this script, which starts the program
+    milliseconds: float  # elapsed time from the start of the process to its end
+    peak_bytes: int      # of resident memory; at least that of this script, the parent process
 
 
 def check_status(status):
@@ -29,7 +29,7 @@ def check_status(status):
 
 
 def run(command):
-    """Runs the command, whose standard output is thrown away, and gives its Cost."""
+    """Runs the command, discards its standard output, and returns its Cost."""
     null = [(os.POSIX_SPAWN_OPEN, 1, os.devnull, os.O_WRONLY, 0)]
     arguments = [str(word) for word in command]
     begin = time.perf_counter_ns()
@@ -41,17 +41,17 @@ def run(command):
 
 
 def peak_bytes(command):
-    """The peak of resident memory of the command, even when it is less than that of this script."""
-    # A small program must start the measured one: the peak of a process counts from its parent's.
+    """The peak resident memory of the command, even if it is less than that of this script."""
+    # The peak of a process starts at its parent's, so a small program must start the measured one.
     done = subprocess.run(["/usr/bin/time", "-f", "%M", *map(str, command)], text=True, errors="replace",
                           stdout=subprocess.DEVNULL, stderr=subprocess.PIPE, check=True)
     return int(done.stderr.split()[-1]) * 1024
 
 
 def instructions(command, tool=CALLGRIND, directory=None, timeout=None):
-    """The instructions that the command executes outside the kernel, run in the directory.
+    """The number of user-mode instructions of the command, which runs in the directory.
 
-    The command fails when it does not end within the timeout, in seconds.
+    Raises Failure if the command does not end within the timeout, in seconds.
     """
     words = [*tool, *map(str, command)]
     try:
@@ -64,7 +64,7 @@ def instructions(command, tool=CALLGRIND, directory=None, timeout=None):
 
 
 def emptied(directory):
-    """The directory, made anew."""
+    """Recreates the directory and returns it."""
     shutil.rmtree(directory, ignore_errors=True)
     directory.mkdir(parents=True)
     return directory

@@ -1,4 +1,4 @@
-"""Inputs that would betray a translator whose cost grows faster than its input."""
+"""Inputs that reveal a translator whose cost grows faster than its input."""
 
 from dataclasses import dataclass, field
 from typing import Callable
@@ -13,9 +13,9 @@ def encoded(text):
 
 @dataclass
 class Case:
-    """The text before, count times the unit, the middle, count times the closing, the text after.
+    """The text before, the unit count times, the middle, the closing count times, and the text after.
 
-    A "#" in the unit stands for its number. The count is that of the smaller input.
+    A "#" in the unit is replaced by its number. The count is for the smaller of the two inputs.
     """
 
     name: str
@@ -35,7 +35,7 @@ class Case:
 
 
 def chain(count, begin="", end=""):
-    """Files of which each includes the next."""
+    """Files, each of which includes the next."""
     files = {f"{i}.dg": f"{begin}\\include {i + 1}.dg\n{end}" for i in range(count)}
     return files | {f"{count}.dg": "The last.\n"}
 
@@ -51,26 +51,26 @@ CODE = PAGE + "\\code{plain}\n"
 CASES = [
     # Plain text
     Case("one line of plain text", 500_000, "plain text"),
-    Case("a word to a line", 500_000, "word\n"),
+    Case("one word per line", 500_000, "word\n"),
     Case("paragraphs", 100_000, "Paragraph.\n\n"),
     Case("only line ends", 500_000, "\n"),
     Case("only CR LF", 500_000, "\r\n"),
     Case("only lone CR", 500_000, "\r"),
-    Case("lines of blanks", 50_000, " " * 20 + "\n"),
-    Case("one line of blanks", 500_000, " "),
-    Case("blanks and a word, in turn", 200_000, "        x"),
+    Case("lines of spaces", 50_000, " " * 20 + "\n"),
+    Case("one line of spaces", 500_000, " "),
+    Case("alternating spaces and words", 200_000, "        x"),
     Case("text before the first page", 100_000, "Lost.\n\n", before=""),
     Case("no-break pairs <>", 300_000, "<>"),
     Case("only <", 500_000, "<"),
     Case("middle dots", 300_000, "·"),
-    Case("characters that the pages lack", 100_000, "…"),
-    Case("characters beyond the first plane", 100_000, "\U0001f600"),
+    Case("characters outside the pages' encoding", 100_000, "…"),
+    Case("characters outside the basic plane", 100_000, "\U0001f600"),
     Case("bytes that are not UTF-8", 300_000, "\udcff"),
     Case("null bytes", 500_000, "\0"),
 
     # Escapes, names and braces
     Case("only backslashes", 500_000, "\\"),
-    Case("backslash and blank", 300_000, "\\ "),
+    Case("backslash and space", 300_000, "\\ "),
     Case("dashes and ellipses", 100_000, "\\-\\--\\..."),
     Case("escaped braces", 300_000, "\\{"),
     Case("symbols", 100_000, "\\le "),
@@ -80,7 +80,7 @@ CASES = [
     Case("unclosed braces in an argument", 500_000, "{", before=PAGE + "\\b{"),
     Case("one long command name", 1_000_000, "a", before=PAGE + "\\"),
     Case("unknown commands on a line", 50_000, "\\unknown "),
-    Case("unknown commands, a line each", 50_000, "\\unknown\n"),
+    Case("unknown commands, one per line", 50_000, "\\unknown\n"),
     Case("unknown commands with arguments", 50_000, "\\unknown{\\b{x}} "),
     Case("different unknown commands", 50_000, "\\unknown# "),
 
@@ -88,12 +88,12 @@ CASES = [
     Case("styles side by side", 100_000, "\\b{x} "),
     Case("styles nested and closed", 50_000, "\\b{", middle="x", closing="}"),
     Case("styles nested, never closed", 50_000, "\\b{"),
-    Case("styles never closed, a line each", 50_000, "\\b{x\n"),
-    Case("styles never closed, a paragraph each", 50_000, "\\b{x\n\n"),
+    Case("styles never closed, one per line", 50_000, "\\b{x\n"),
+    Case("styles never closed, one per paragraph", 50_000, "\\b{x\n\n"),
     Case("styles nested in bold and italic", 50_000, "\\b{\\i{", middle="x", closing="}}"),
     Case("styles nested, half closed", 50_000, "\\b{\\tt{", middle="x", closing="}"),
     Case("styles nested with a block command within", 20_000, "\\b{\\item x ", closing="}"),
-    Case("arguments missing", 50_000, "\\b \\xref \\sub "),
+    Case("missing arguments", 50_000, "\\b \\xref \\sub "),
     Case("quotes nested and closed", 50_000, "\\dq{", middle="x", closing="}"),
     Case("labels nested", 50_000, "\\item{", middle="x", closing="}"),
     Case("keyboard input nested", 50_000, "\\input{", middle="x", closing="}"),
@@ -138,11 +138,11 @@ CASES = [
     Case("tables of one cell", 20_000, "\\table{*}\n| x\n\\endtable\n"),
     Case("tables never closed", 20_000, "\\table{*}\n| x\n"),
     Case("columns of a table", 5_000, "1in,", before=PAGE + "\\table{", after="*}\n| x\n\\endtable\n"),
-    Case("columns that are no widths", 5_000, "x,", before=PAGE + "\\table{", after="*}\n| x\n\\endtable\n"),
+    Case("columns with invalid widths", 5_000, "x,", before=PAGE + "\\table{", after="*}\n| x\n\\endtable\n"),
     Case("columns of a matrix", 5_000, "a,", before=PAGE + "\\matrix{", after="b}\n| x\n\\endmatrix\n"),
     Case("bars in a matrix", 50_000, "|", before=MATRIX),
     Case("group rows never closed", 50_000, "||- \\b{x\n", before=TABLE),
-    Case("blanks before the bars of rows", 50_000, "a\n" + " " * 20 + "\n |", before=TABLE),
+    Case("spaces before the bars of rows", 50_000, "a\n" + " " * 20 + "\n |", before=TABLE),
     Case("rows of a matrix", 50_000, "| a | b\n", before=MATRIX),
     Case("ends of tables that are not open", 50_000, "\\endtable "),
 
@@ -156,21 +156,21 @@ CASES = [
     Case("listings on a line", 20_000, "\\code{plain}x\\endcode "),
     Case("listings of an unknown language", 20_000, "\\code{x#}\nint x;\n\\endcode\n"),
     Case("presented files", 2_000, "\\present{plain} part.txt\n", more_files=one_part),
-    Case("presented files that are missing", 10_000, "\\present missing.c\n"),
+    Case("missing presented files", 10_000, "\\present missing.c\n"),
 
     # Pages, links and contents
     Case("tiny pages", 50_000, "\\split{p#}\nText.\n"),
     Case("tiny pages with titles", 10_000, "\\split{p#}\n\\title Page #\n\nText.\n"),
     Case("pages of one name", 10_000, "\\split{p}\nText.\n"),
     Case("empty pages", 50_000, "\\split{p#}\n"),
-    Case("pages that would leave the directory", 20_000, "\\split{../p}\nText.\n"),
+    Case("pages outside the output directory", 20_000, "\\split{../p}\nText.\n"),
     Case("titles", 50_000, "\\title Title #\n"),
     Case("one long title", 500_000, "&", before="\\split{p}\n\\title ", after="\n\nText.\n"),
     Case("links", 50_000, "\\xref{Page}\n"),
     Case("links to nowhere", 50_000, "\\xref{Nowhere #}\n"),
-    Case("links to the outside with captions", 50_000, "\\xref{http://x.example}{here}\n"),
+    Case("external links with captions", 50_000, "\\xref{http://x.example}{here}\n"),
     Case("links never closed", 50_000, "\\xref{"),
-    Case("links never closed, a line each", 50_000, "\\xref{x\n"),
+    Case("links never closed, one per line", 50_000, "\\xref{x\n"),
     Case("links with a caption never closed", 50_000, "\\xref{x}{y "),
     Case("images", 50_000, "\\img{x.png}"),
     Case("groups of contents", 50_000, "\\begin Group\n"),
@@ -179,7 +179,7 @@ CASES = [
     Case("ends of groups below open levels", 5_000, "\\contents down\n\\split{p#}\n", closing="\\end\n"),
     Case("levels of contents", 5_000, "\\contents down\n\\split{p#}\nText.\n"),
     Case("levels without pages", 50_000, "\\contents down\n", closing="\\contents up\n"),
-    Case("levels down and one page after them", 50_000, "\\contents down\n", after="\\split{q}\nText.\n\\contents top\n"),
+    Case("levels down followed by one page", 50_000, "\\contents down\n", after="\\split{q}\nText.\n\\contents top\n"),
     Case("raw contents", 50_000, "\\rawcontent <x/>\n"),
     Case("pages written elsewhere", 50_000, "\\include elsewhere\n"),
     Case("members of one group", 20_000, "\\ingroup One\n"),
@@ -189,20 +189,20 @@ CASES = [
     # The reader
     Case("only %", 2_000_000, "%"),
     Case("comment lines", 500_000, "%\n"),
-    Case("comment lines with errors between", 50_000, "%\n\\unknown\n"),
+    Case("comment lines with errors between them", 50_000, "%\n\\unknown\n"),
     Case("directives side by side", 100_000, "@arm\n@end\n"),
     Case("directives nested", 100_000, "@arm\n", closing="@end\n"),
     Case("directives nested, never closed", 100_000, "@arm\n"),
     Case("directives nested in a dropped part", 100_000, "@avr\n", closing="@else\n@end\n"),
     Case("branches of one condition", 100_000, "@else\nText.\n", before=PAGE + "@arm\n"),
     Case("surplus ends", 200_000, "@end\n"),
-    Case("directives of no meaning", 200_000, "@x\n"),
+    Case("unknown directives", 200_000, "@x\n"),
     Case("definitions", 50_000, "@def NAME# value\n"),
     Case("a definition of many lines", 100_000, "more \\\n", before="@def NAME value \\\n"),
     Case("uses of a definition", 100_000, "@(NAME)\n", before=PAGE + "@def NAME value\n"),
     Case("includes of one file", 5_000, "\\include part.dg\n", more_files=one_part),
     Case("includes of missing files", 5_000, "\\include missing#.dg\n"),
-    Case("includes with an error each", 5_000, "\\include wrong.dg\n",
+    Case("includes with one error each", 5_000, "\\include wrong.dg\n",
          more_files=lambda _count: {"wrong.dg": "Text.\n\\unknown\n"}),
     Case("includes within includes", 2_500, "", after="\\include 0.dg\n", more_files=chain),
     Case("includes within includes and conditions", 2_500, "", after="\\include 0.dg\n",

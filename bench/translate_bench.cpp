@@ -1,4 +1,4 @@
-// Times of the library within one process: without start-up and without writing the pages.
+// Times the library within one process: without start-up and without writing the pages.
 
 #include "docgen/doc_gen.h"
 #include "reading/source_reader.h"
@@ -20,7 +20,7 @@ constexpr std::size_t s_constructBytes = 1'000'000;
 struct Construct
 {
     const char *name;
-    std::string_view text; ///< repeated until the source is as long as wanted
+    std::string_view text; ///< repeated up to s_constructBytes
     std::string_view opening = {};
     std::string_view closing = {};
 };
