@@ -1,4 +1,4 @@
-// The command line and the parts of paths.
+// Checks the command line and the parts of paths.
 
 #include "base/hexception.h"
 #include "base/path.h"
@@ -21,10 +21,10 @@ void checkPath(const QString &text)
     };
     const QString name = path.fileName();
     const auto isName = [&name](const QString &whole) { return whole == name || whole + u'.' == name; };
-    promise(text.endsWith(name) && !name.contains(u'/'), "a file name is what follows the last slash");
-    promise(isName(joined(path.baseName(), path.completeSuffix())), "first dot: base and suffix make the name");
-    promise(isName(joined(path.completeBaseName(), path.suffix())), "last dot: base and suffix make the name");
-    promise(Path(path.text()).text() == path.text(), "a clean path stays as it is", text.toStdString());
+    promise(text.endsWith(name) && !name.contains(u'/'), "a file name is the part after the last slash");
+    promise(isName(joined(path.baseName(), path.completeSuffix())), "first dot: base and suffix form the name");
+    promise(isName(joined(path.completeBaseName(), path.suffix())), "last dot: base and suffix form the name");
+    promise(Path(path.text()).text() == path.text(), "a clean path does not change", text.toStdString());
     promise(!path.directory().isEmpty(), "a path has a directory");
 }
 
@@ -35,7 +35,7 @@ void checkSettings(const QStringList &arguments)
         promise(settings.inputs.size() <= arguments.size(), "an input is an argument");
     } catch (const HException &exception) {
         promise(arguments.last() == u"-o"_s && exception.message() == "output directory expected",
-                "only a last -o is an error");
+                "only a trailing -o is an error");
     }
 }
 

@@ -1,4 +1,4 @@
-// Definitions of menus, keys, messages and properties.
+// Checks definitions of menus, keys, messages and properties.
 
 #include "base/source_text.h"
 #include "definitions/action_names.h"
@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Looks up whatever has a name below \a root; the answers as one text.
+/// Looks up every name below \a root. Returns the results as one text.
 std::string lookedUp(const QDomElement &root, const ActionNames &actions, const Properties &properties)
 {
     constexpr int most = 100; // names: each path may be as long as the file
@@ -43,7 +43,7 @@ void checkDefinitions(std::string_view input)
     XmlPP document;
     const XmlPP::Loaded loaded = document.load(file);
     if (loaded.error) {
-        // A reader of XML may end lines at a carriage return too, and may take two bytes for one character.
+        // An XML reader may also end lines at a carriage return, and may read two bytes as one character.
         const auto ends = std::count_if(input.begin(), input.end(), [](char c) { return c == '\n' || c == '\r'; });
         promise(loaded.root.isNull() && loaded.error->line >= 1 && loaded.error->line <= ends + 1,
                 "an error is on a line of the file", loaded.error->reason.toStdString());
@@ -57,6 +57,6 @@ void checkDefinitions(std::string_view input)
         properties.add(loaded.root);
     }
     const std::string answers = lookedUp(loaded.root, actions, properties);
-    promise(isUtf8(answers), "answers are UTF-8", answers);
+    promise(isUtf8(answers), "results are UTF-8", answers);
     promise(document.load(file).root.isNull(), "a file is loaded once");
 }

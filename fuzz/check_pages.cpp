@@ -1,4 +1,4 @@
-// Sources and headers to pages.
+// Checks the translation of sources and headers to pages.
 
 #include "base/hexception.h"
 #include "docgen/doc_gen.h"
@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a run of the generator made.
+/// The output of one run of the generator.
 struct Outcome
 {
     OutputRecords records;
@@ -46,7 +46,7 @@ Outcome run(const QString &file, std::size_t variant)
     return outcome;
 }
 
-/// All that came out, as one text.
+/// Returns the whole output as one text.
 std::string textOf(const Outcome &outcome)
 {
     std::string text = outcome.messages;
@@ -58,11 +58,11 @@ std::string textOf(const Outcome &outcome)
 void checkOutcome(const Outcome &outcome, std::string_view input, bool isFramed)
 {
     const auto holds = [input](std::string_view text) { return input.find(text) != std::string_view::npos; };
-    // Running text is HTML as it stands.
+    // Running text may contain HTML.
     const bool holdsRawHtml = holds("span") || holds("&#x") || holds("\\copyin");
     const bool holdsRawContents = holds("\\contents") || holds("\\rawcontent");
     for (const OutputRecord &record : outcome.records) {
-        promise(record.fileName.startsWith("out/"_L1), "files stand in the output directory",
+        promise(record.fileName.startsWith("out/"_L1), "files are in the output directory",
                 record.fileName.toStdString());
         promise(!record.fileName.contains("/../"_L1), "files do not leave the output directory",
                 record.fileName.toStdString());

@@ -1,4 +1,4 @@
-// Markup sources up to the text that is translated.
+// Checks the reading of markup sources, up to the text for the translator.
 
 #include "base/hexception.h"
 #include "base/source_text.h"
@@ -25,7 +25,7 @@ std::vector<std::string_view> linesOf(std::string_view text)
     return lines;
 }
 
-/// Without macros each line of the text is the line of the source that its position names; an include reads
+/// Without macros, each line of the text equals the source line that its position names; an include reads
 /// as an empty line.
 void checkPositions(SourceDocument &document, const QString &file, std::string_view source)
 {
@@ -37,9 +37,9 @@ void checkPositions(SourceDocument &document, const QString &file, std::string_v
         if (position.file != file || text.empty())
             continue;
         promise(position.line >= 1 && position.line <= static_cast<int>(sourceLines.size()),
-                "a position is that of a source line", line);
+                "a position refers to a source line", line);
         const std::string_view sourceLine = sourceLines[static_cast<std::size_t>(position.line) - 1];
-        promise(line == sourceLine || line.empty(), "a position is that of the line", line);
+        promise(line == sourceLine || line.empty(), "a position refers to its own line", line);
     }
 }
 
@@ -65,7 +65,7 @@ void checkReader(std::string_view input)
     try {
         SimpleMacroContext macros;
         const SourceDocument expanded = SourceReader(&macros, "print").read(Path(file));
-        promise(macros.introducer() == '$', "the introducer is put back");
+        promise(macros.introducer() == '$', "the introducer is restored");
     } catch (const HException &) { // an endless include
     }
     try {

@@ -1,6 +1,6 @@
-// Feeds damaged samples to every subject: cut off at a byte, with bytes taken out, doubled or replaced, and the samples
-// of all other subjects. What it does depends on its arguments alone, so a finding comes back. A sample that ends the
-// process is left in the file "damage-finding".
+// Feeds damaged samples to every subject: truncated, with bytes removed, doubled or replaced, and samples of all other
+// subjects. The runs depend only on the arguments, so findings are reproducible. A sample that ends the process is saved
+// to the file "damage-finding".
 
 #include "fuzz/subjects.h"
 
@@ -26,7 +26,7 @@ namespace fs = std::filesystem;
 
 using Samples = std::map<const Subject *, std::vector<std::string>>;
 
-/// What is being run, for the end that nobody expects.
+/// The current run, for the signal handler.
 std::string s_findingFile;
 const Subject *s_subject = nullptr;
 std::string s_input;
@@ -41,13 +41,13 @@ void keepFinding(int signal)
     std::_Exit(isKept ? 2 : 3);
 }
 
-/// On a stack of its own, for the case that the usual one is full.
+/// Handles signals on a separate stack, because the normal stack may have overflowed.
 void watchSignals()
 {
-    static char room[1 << 16];
+    static char memory[1 << 16];
     stack_t stack = {};
-    stack.ss_sp = room;
-    stack.ss_size = sizeof room;
+    stack.ss_sp = memory;
+    stack.ss_size = sizeof memory;
     ::sigaltstack(&stack, nullptr);
     struct sigaction action = {};
     action.sa_handler = keepFinding;
@@ -56,7 +56,7 @@ void watchSignals()
         ::sigaction(signal, &action, nullptr);
 }
 
-/// How many runs there were, and the longest.
+/// Counts runs and records the longest.
 class Tally
 {
 public:
@@ -64,7 +64,7 @@ public:
     {
         s_subject = &subject;
         s_input = std::move(input);
-        const std::clock_t begin = std::clock(); // of the processor: others may use it too
+        const std::clock_t begin = std::clock(); // processor time: the machine may be busy
         subject.check(s_input);
         const std::clock_t time = std::clock() - begin;
         ++m_runs;
@@ -87,11 +87,11 @@ private:
     std::string_view m_longestOf;
 };
 
-/// The same numbers in every run and on every machine.
+/// Generates the same numbers in every run and on every machine.
 class Numbers
 {
 public:
-    /// A number from 0 up to \a count, which is left out and not 0.
+    /// Returns a number from 0 to \a count - 1. \a count is not 0.
     std::size_t below(std::size_t count)
     {
         m_state += 0x9E3779B97F4A7C15U;
@@ -131,7 +131,7 @@ void runWhole(const Samples &samples)
     tally.print("whole samples");
 }
 
-/// Cuts samples off, all of them at every byte when \a most allows that, else at places that are equally spread.
+/// Truncates samples, at every byte if \a most allows it, otherwise at evenly spaced places.
 void cut(const Samples &samples, std::size_t most)
 {
     std::size_t places = 0;
@@ -140,7 +140,7 @@ void cut(const Samples &samples, std::size_t most)
             places += text.size();
     }
     const std::size_t step = std::max<std::size_t>(1, places / std::max<std::size_t>(1, most));
-    std::size_t at = 0; // the place of the next cut in the sample
+    std::size_t at = 0; // the offset of the next cut in the sample
     Tally tally;
     for (const auto &[subject, texts] : samples) {
         for (const std::string &text : texts) {
@@ -165,7 +165,7 @@ void edit(const Samples &samples, std::size_t count)
     tally.print("edits");
 }
 
-/// Gives each subject the samples of all others, \a most at the most.
+/// Gives each subject the samples of all others, at most \a most in total.
 void mix(const Samples &samples, std::size_t most)
 {
     std::size_t total = 0;
@@ -185,7 +185,7 @@ void mix(const Samples &samples, std::size_t most)
     tally.print("samples of others");
 }
 
-/// The files in \a directory, each in a folder with the name of its subject; in the order of their names.
+/// Reads the files below \a directory in the order of their names. Each file's folder has the name of its subject.
 void read(Samples &samples, const fs::path &directory)
 {
     std::vector<fs::path> files;

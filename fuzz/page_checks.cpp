@@ -9,7 +9,7 @@ constexpr std::string_view s_bodyBegin =
     "</title>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\" />\n</head>\n<body>\n";
 constexpr std::string_view s_frameEnd = "</body>\n</html>\n";
 
-/// Takes the first line off \a text, without its line end.
+/// Removes the first line from \a text and returns it without its line end.
 std::string_view takeLine(std::string_view &text)
 {
     const std::string_view line = text.substr(0, text.find('\n'));
@@ -26,14 +26,14 @@ void checkSpans(std::string_view page)
             const bool opens = line.substr(at).starts_with("<span");
             if (!opens && !line.substr(at).starts_with("</span>"))
                 continue;
-            promise(opens != isOpen, "no span stands in another", line);
+            promise(opens != isOpen, "spans do not nest", line);
             isOpen = opens;
         }
-        promise(!isOpen, "a span ends in its line", line);
+        promise(!isOpen, "a span ends on its line", line);
     }
 }
 
-/// A character reference holds a number that names a character beyond ISO 8859-1.
+/// Checks that each character reference is a complete number with at least two digits.
 void checkReferences(std::string_view page)
 {
     constexpr std::string_view digits = "0123456789abcdefABCDEF";
@@ -61,7 +61,7 @@ void checkPage(std::string_view page, bool isFramed, bool holdsRawHtml)
 
 void checkContents(std::string_view contents)
 {
-    int depth = 0; // of elements; names may run over lines
+    int depth = 0; // of elements; names may span lines
     while (!contents.empty()) {
         const std::size_t begin = contents.find('<');
         const std::size_t end = contents.find('>', begin);
@@ -69,7 +69,7 @@ void checkContents(std::string_view contents)
                     end != std::string_view::npos,
                 "contents are elements", contents);
         const std::string_view tag = contents.substr(begin, end + 1 - begin);
-        promise(depth != 0 || tag == "<contents>", "contents stand in their element", contents);
+        promise(depth != 0 || tag == "<contents>", "all contents are in a contents element", contents);
         if (tag.starts_with("</"))
             --depth;
         else if (!tag.ends_with("/>"))
@@ -85,5 +85,5 @@ void checkMessage(std::string_view message)
     promise(message.find('\n') + 1 == message.size(), "a message is one line", message);
     promise(message.starts_with("error: docgen: ") || message.starts_with("warning: docgen: ") ||
                 message.starts_with("error: \\choose") || message.starts_with("***ERROR***"),
-            "a message says what it is", message);
+            "a message begins with its kind", message);
 }

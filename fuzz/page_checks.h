@@ -6,14 +6,14 @@
 
 using namespace tavidoc;
 
-/// What pages and contents files promise, whatever they were made from.
+// Promises that pages, contents files and messages keep for every input.
 
-/// A framed page has its frame, and each of its lines closes the spans that it opens. The second does not hold for
-/// pages that hold raw HTML.
+/// Checks that a framed page has its frame and that each line closes the spans that it opens. The latter is not
+/// checked in pages with raw HTML.
 void checkPage(std::string_view page, bool isFramed, bool holdsRawHtml);
 
-/// A contents file closes the entries that it opens. Does not hold for one with raw lines.
+/// Checks that a contents file closes the entries that it opens. Not for files with raw lines.
 void checkContents(std::string_view contents);
 
-/// Each message is one line that says what it is. \a messages are all of a run.
+/// Checks that \a message is one line that begins with its kind.
 void checkMessage(std::string_view message);

@@ -10,7 +10,7 @@ void settleProcessState()
 {
     SharedTables::requiredOrder.clear();
     SharedTables::paraStyle = "p";
-    // Whatever is open in XML, one of these lines ends it.
+    // Any open XML construct ends on one of these lines.
     std::string html;
     appendListing(html, "-->\n]]>\n?>\n\">\n'>\n]>", "xml");
     html.clear();

@@ -1,5 +1,5 @@
 #pragma once
 
-/// Puts back what documents of one process hand on to each other on purpose: the order of groups, the tag of the next
-/// paragraph, and what an XML listing ends in.
+/// Resets the state that documents of one process deliberately pass on: the order of groups, the tag of the next
+/// paragraph, and the state in which an XML listing ends.
 void settleProcessState();

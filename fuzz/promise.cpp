@@ -8,7 +8,7 @@ namespace {
 
 void show(std::string_view text)
 {
-    constexpr std::size_t most = 400; // bytes that are enough to see what is wrong
+    constexpr std::size_t most = 400; // bytes, enough to diagnose
     text = text.substr(0, most);
     std::fwrite(text.data(), 1, text.size(), stderr);
 }

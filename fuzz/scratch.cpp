@@ -22,7 +22,7 @@ struct Directory
 {
     Directory()
     {
-        promise(directory.isValid() && QDir::setCurrent(directory.path()), "there is room for a scratch directory");
+        promise(directory.isValid() && QDir::setCurrent(directory.path()), "a scratch directory can be created");
         writeFile(u"part.dg"_s, "\\title Part\nA part with \\b{text}.\n@arm\nfor arm\n@end");
         writeFile(u"code.c"_s, "int main(void) /* \\... */\n{\n    return 'a';\n}\n");
         writeFile(u"text.txt"_s, "<text> & $(LICENSE)\n");
@@ -38,7 +38,7 @@ struct Directory
     }
     ~Directory() { QDir::setCurrent(u"/"_s); }
 
-    /// In memory where that is to be had: a target writes thousands of files in a second.
+    /// In memory if possible, because a target writes thousands of files per second.
     static QString nameTemplate()
     {
         const QString memory = u"/dev/shm"_s;

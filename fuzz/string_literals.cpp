@@ -5,7 +5,7 @@
 
 namespace {
 
-/// Reads C++ text from left to right; \a m_rest is what is still to come.
+/// Reads C++ text from left to right; \a m_rest is the remaining text.
 class LiteralReader
 {
 public:

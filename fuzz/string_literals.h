@@ -4,6 +4,6 @@
 #include <string_view>
 #include <vector>
 
-/// The string literals of the C++ text \a source with their escapes undone; literals that stand directly after each
-/// other are one. Escapes beyond the simple ones, hexadecimal bytes and \\u are kept as they stand.
+/// Returns the unescaped string literals of the C++ text \a source. Adjacent literals are joined. Escapes other than the
+/// simple ones, hexadecimal bytes and \\u are left unchanged.
 [[nodiscard]] std::vector<std::string> stringLiterals(std::string_view source);

@@ -3,24 +3,24 @@
 #include <span>
 #include <string_view>
 
-/// One way into the library, with all that must hold whatever comes in.
+/// One entry point of the library, with the promises that it keeps for every input.
 struct Subject
 {
     std::string_view name;
-    /// Runs the library over \a input. Ends the process when it breaks a promise.
+    /// Runs the library on \a input. Ends the process if it breaks a promise.
     void (*check)(std::string_view input);
 };
 
-/// All subjects. They share the process-wide tables of the library, which each check puts back,
+/// Returns all subjects. They share the process-wide tables of the library. Each check resets these tables,
 /// so the order of checks does not matter.
 [[nodiscard]] std::span<const Subject> subjects();
-/// Null for an unknown name.
+/// Returns null for an unknown name.
 [[nodiscard]] const Subject *findSubject(std::string_view name);
 
-void checkReader(std::string_view input);       ///< a markup source, up to the text that is translated
+void checkReader(std::string_view input);       ///< a markup source, up to the text for the translator
 void checkMarkup(std::string_view input);       ///< a markup source to pages
 void checkHeader(std::string_view input);       ///< a header to pages
 void checkDeclarations(std::string_view input); ///< a header to tokens, events, the model, its renderings
 void checkListing(std::string_view input);      ///< the first byte chooses the lexer, the rest is the listing
 void checkDefinitions(std::string_view input);  ///< a file of menus, keys, messages and properties
-void checkArguments(std::string_view input);    ///< each line an argument of the command line
+void checkArguments(std::string_view input);    ///< each line is an argument of the command line

@@ -1,4 +1,4 @@
-// The entry of every fuzz target; FUZZ_SUBJECT names what it checks.
+// The entry point of every fuzz target; FUZZ_SUBJECT names its subject.
 
 #include "fuzz/promise.h"
 #include "fuzz/subjects.h"
@@ -10,7 +10,7 @@
 
 #include <unistd.h>
 
-/// Checks run in a directory of their own, so relative arguments become absolute before the first one.
+/// Makes relative arguments absolute, because checks change the working directory.
 extern "C" int LLVMFuzzerInitialize(int *count, char ***values)
 {
     static std::vector<std::string> absolute;
