@@ -1,14 +1,13 @@
-# What "cmake --install" installs, in two components: "docs" is for those who make pages, "core" for those who write
-# programs over the library.
+# Installation, in two components: "docs" contains the programs that generate pages, "core" the library for other programs.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-# Not in the library's directory: a project without languages, which only makes pages, is not told that of Debian.
+# Not in the library directory: in a project without languages, CMake does not know Debian's multiarch library directory.
 set(package_dir ${CMAKE_INSTALL_DATADIR}/cmake/tavidoc)
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/tavidoc)
 set(data_dir ${CMAKE_INSTALL_DATADIR}/tavidoc)
 
-# Programs, style sheet, manual, files for editors
+# Programs, style sheet, manual, editor files
 install(TARGETS tavidoc tavidoc_deps EXPORT tavidocPrograms RUNTIME COMPONENT docs)
 install(EXPORT tavidocPrograms NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT docs)
 install(FILES share/tavidoc/default.css DESTINATION ${data_dir} COMPONENT docs)
@@ -19,14 +18,14 @@ if(TAVIDOC_BUILD_MANUAL)
     install(DIRECTORY ${PROJECT_BINARY_DIR}/manual DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
 endif()
 
-# The package: what finds it gets the function, and the library where Qt is at hand.
+# The CMake package: the function and, if its dependencies are available, the library
 configure_package_config_file(cmake/tavidocConfig.cmake.in ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake
     INSTALL_DESTINATION ${package_dir} PATH_VARS data_dir NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmake/tavidocConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake ${PROJECT_BINARY_DIR}/cmake/tavidocConfigVersion.cmake
     cmake/TavidocAddDocs.cmake DESTINATION ${package_dir} COMPONENT docs)
 
-# The library with its headers, which include each other by folder
+# The library and its headers, which include each other with the folder's name
 install(TARGETS tavidoc_core EXPORT tavidocCore ARCHIVE COMPONENT core)
 install(EXPORT tavidocCore NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT core)
 foreach(folder IN LISTS TAVIDOC_ROOMS)

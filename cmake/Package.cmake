@@ -1,4 +1,4 @@
-# The Debian packages that "packaging/make-package" makes, one for each component.
+# The Debian packages built by "packaging/make-package", one for each component
 set(CPACK_GENERATOR DEB)
 set(CPACK_COMPONENTS_ALL docs core)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
@@ -13,16 +13,16 @@ set(CPACK_TAVIDOC_PACKAGING_DIRECTORY ${PROJECT_SOURCE_DIR}/packaging)
 set(CPACK_DEBIAN_DOCS_PACKAGE_NAME tavidoc)
 set(CPACK_DEBIAN_DOCS_PACKAGE_SECTION text)
 set(CPACK_DEBIAN_DOCS_PACKAGE_SHLIBDEPS ON)
-set(CPACK_DEBIAN_DOCS_DESCRIPTION "tavidoc turns documentation written in a small markup language, and the
-comments of C and C++ headers, into plain HTML pages. Listings are coloured
-by lexers of their languages, menu paths and keys are looked up in the
-definitions of the documented program. Errors are reported with file and
-line, and a CMake function makes documentation a part of a build.")
+set(CPACK_DEBIAN_DOCS_DESCRIPTION "tavidoc generates plain HTML pages from documentation in a small markup
+language and from the comments of C and C++ headers. Lexers colour the
+listings, and menu paths and keys are looked up in the definitions of the
+documented program. Errors are reported with file and line, and a CMake
+function integrates documentation into a build.")
 
 set(CPACK_DEBIAN_CORE_PACKAGE_NAME libtavidoc-dev)
 set(CPACK_DEBIAN_CORE_PACKAGE_SECTION libdevel)
 set(CPACK_DEBIAN_CORE_PACKAGE_DEPENDS "tavidoc (= ${PROJECT_VERSION}), qt6-base-dev (>= 6.4), libpng-dev")
-set(CPACK_DEBIAN_CORE_DESCRIPTION "This is the library behind the program tavidoc. It makes documentation pages,
-reads the declarations of C and C++ headers, and colours listings. The package
-has its headers and the static library.")
+set(CPACK_DEBIAN_CORE_DESCRIPTION "The library of the program tavidoc generates documentation pages, reads the
+declarations of C and C++ headers, and colours listings. This package contains
+the headers and the static library.")
 include(CPack)

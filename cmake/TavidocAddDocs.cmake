@@ -1,21 +1,21 @@
 # tavidoc_add_docs(NAME [SOURCES file...] [HEADERS file...] OUTPUT directory [STYLE css] [FAIL_ON_ERROR])
 #
-# Adds the target NAME, a part of "all", that makes the pages of markup sources and of headers in the directory OUTPUT
-# (below the binary directory unless it is absolute), with a style sheet: STYLE, or the one that comes with the program.
-# One process for each file: they run beside each other, and a file's pages are made anew when it, anything that it
-# includes, presents or copies, a definition file beside it, or the program has changed. Names in the markup start at the
-# directory of the CMakeLists.txt that calls. Errors and warnings read like those of a compiler; with FAIL_ON_ERROR an
-# error fails the build. The pages are written in any case: they show where the error is.
+# Adds the target NAME, which is part of "all". It generates the pages of markup sources and headers in the directory
+# OUTPUT (relative to the binary directory) and copies a style sheet there: STYLE, or the one installed with the program.
+# Each file has its own process, and the processes can run in parallel. Pages are regenerated when the input, a file that
+# it includes, presents or copies, a definition file next to it, or the program has changed. Names in the markup are
+# relative to the directory of the calling CMakeLists.txt. Errors and warnings are in the format of compilers. With
+# FAIL_ON_ERROR an error fails the build; the pages are written in any case and mark the error.
 #
-# The program goes by what follows the first dot of a file's name: a source ends in ".dg", a header in ".h", and there is
-# no other dot. Any other file would make no page, so it is an error here.
+# The part of a file name after its first dot determines the type: ".dg" for a source, ".h" for a header. The program
+# generates no pages from any other file, so other names are an error here.
 cmake_policy(PUSH)
 cmake_policy(VERSION 3.25)
 
 function(tavidoc_add_docs name)
     cmake_parse_arguments(PARSE_ARGV 1 docs "FAIL_ON_ERROR" "OUTPUT;STYLE" "SOURCES;HEADERS")
     if(docs_UNPARSED_ARGUMENTS OR docs_KEYWORDS_MISSING_VALUES)
-        message(FATAL_ERROR "tavidoc_add_docs(${name}): what are these: "
+        message(FATAL_ERROR "tavidoc_add_docs(${name}): unknown arguments or keywords without values: "
             "${docs_UNPARSED_ARGUMENTS} ${docs_KEYWORDS_MISSING_VALUES}")
     endif()
     if(NOT docs_OUTPUT)
@@ -35,8 +35,8 @@ function(tavidoc_add_docs name)
     endif()
     set(forget_old_dependencies "")
     if(CMAKE_GENERATOR MATCHES "Makefiles")
-        # CMake adds what a dependency file names to what earlier ones named, so a file that was included once and is gone
-        # would count as changed for ever. Without its cache it reads them all anew.
+        # CMake merges each dependency file with the earlier ones, so an include that has been removed would count as
+        # changed forever. Removing CMake's cache makes it read all dependency files again.
         set(forget_old_dependencies COMMAND "${CMAKE_COMMAND}" -E rm -f
             "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.dir/compiler_depend.internal")
     endif()
@@ -50,7 +50,7 @@ function(tavidoc_add_docs name)
         set(stamp "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.docs/${place}/${file}.stamp")
         _tavidoc_list_definitions("${input}" "${stamp}.definitions")
         add_custom_command(OUTPUT "${stamp}"
-            # The companion says the same once more, with the places as compilers write them.
+            # tavidoc-deps repeats the messages in the format of compilers.
             COMMAND tavidoc::tavidoc -o "${docs_OUTPUT}" "${input}" > /dev/null
             COMMAND tavidoc::deps ${strictness} -t "${stamp}" -o "${stamp}.d" "${input}"
             ${forget_old_dependencies}
@@ -67,19 +67,19 @@ function(tavidoc_add_docs name)
     _tavidoc_copy_style("${name}" "${docs_STYLE}" "${docs_OUTPUT}/default.css")
 endfunction()
 
-# Refuses files, given as the argument KEYWORD of the target NAME, whose names do not end in SUFFIX at their first dot.
+# Rejects files of the argument KEYWORD of the target NAME if the part of their name after the first dot is not SUFFIX.
 function(_tavidoc_check_suffixes name keyword suffix)
     foreach(input IN LISTS ARGN)
         string(REGEX REPLACE "^.*/" "" file "${input}")
         string(REGEX MATCH "[.].*" file_suffix "${file}")
         if(NOT file_suffix STREQUAL suffix)
-            message(FATAL_ERROR "tavidoc_add_docs(${name}): ${keyword}: \"${input}\" would make no pages: "
+            message(FATAL_ERROR "tavidoc_add_docs(${name}): ${keyword}: no pages would be generated from \"${input}\": "
                 "expected a name that ends in \"${suffix}\" and has no other dot")
         endif()
     endforeach()
 endfunction()
 
-# Lets the target NAME copy a style sheet, or wait for the target that does: several may write to one directory.
+# Lets the target NAME copy a style sheet. Targets that share a directory depend on the first one, which copies it.
 function(_tavidoc_copy_style name style copy)
     get_property(owner GLOBAL PROPERTY "TAVIDOC_STYLE ${copy}")
     if(NOT owner)
@@ -95,8 +95,8 @@ function(_tavidoc_copy_style name style copy)
     add_dependencies(${name} ${owner})
 endfunction()
 
-# Writes to the file LIST which definition files stand beside INPUT. Every build looks whether that is still so, because a
-# rule cannot name a file that is not there yet.
+# Writes the names of the definition files next to INPUT to the file LIST. Every build checks whether they have changed,
+# because a rule cannot depend on a file that does not exist yet.
 function(_tavidoc_list_definitions input list)
     cmake_path(GET input PARENT_PATH directory)
     file(GLOB definitions CONFIGURE_DEPENDS "${directory}/menus.xml" "${directory}/messages.xml" "${directory}/keys.xml"

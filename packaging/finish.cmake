@@ -1,5 +1,5 @@
-# What Debian wants beyond what is installed: change log and copyright in each package, compressed manual pages, programs
-# and a library without remarks of the compiler. CPack runs this over the files that it is about to pack.
+# Prepares the installed files for Debian: adds changelog and copyright to each package, compresses the manual pages, and
+# strips the compiler's comments and notes from programs and library. CPack runs this script before it packs the files.
 function(compress file)
     execute_process(COMMAND gzip -9n ${file} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()

@@ -1,4 +1,4 @@
-// A million levels of whatever nests: no stack grows with them, neither on the way in nor on the way out.
+// A million levels of every construct that nests: no stack may grow with the depth, neither on entry nor on exit.
 
 #include "tests/support/script_run.h"
 
@@ -9,11 +9,11 @@ using namespace Qt::StringLiterals;
 namespace {
 
 #if defined(__SANITIZE_ADDRESS__)
-constexpr int s_levels = 100'000;       // each takes more time
-constexpr const char *s_stack = "8192"; // and more room
+constexpr int s_levels = 100'000;       // the sanitizer needs more time
+constexpr const char *s_stack = "8192"; // and more stack
 #else
 constexpr int s_levels = 1'000'000;
-constexpr const char *s_stack = "256"; // in kilobytes; 8192 is usual
+constexpr const char *s_stack = "256"; // kilobytes; the usual limit is 8192
 #endif
 
 struct Nesting
@@ -71,11 +71,11 @@ INSTANTIATE_TEST_SUITE_P(
                     Nesting{"contents groups", ".dg", PAGE, "\\begin{a}\n", "\\end\n", "p.htm "},
                     Nesting{"contents levels", ".dg", PAGE, "\\contents down\n", "\\contents up\n", "p.htm "},
                     Nesting{"tables", ".dg", PAGE, "\\table{*}\n| a\n", "\\endtable\n", "p.htm "},
-                    Nesting{"conditionals that hold", ".dg", PAGE, "@arm\n", "\n@end\n", "p.htm "},
-                    Nesting{"conditionals that do not", ".dg", PAGE, "@avr\n", "\n@end\n", "p.htm "},
+                    Nesting{"conditionals that are true", ".dg", PAGE, "@arm\n", "\n@end\n", "p.htm "},
+                    Nesting{"conditionals that are false", ".dg", PAGE, "@avr\n", "\n@end\n", "p.htm "},
                     Nesting{"listings", ".dg", PAGE, "\\code\n", "\n\\endcode\n", "p.htm "},
-                    Nesting{"templates of JavaScript", ".dg", PAGE "\\code{js}\n", "`${{(\n", ")}}`\n", "p.htm "},
-                    Nesting{"elements of XML", ".dg", PAGE "\\code{xml}\n", "<a>\n", "</a>\n", "p.htm "}),
+                    Nesting{"JavaScript templates", ".dg", PAGE "\\code{js}\n", "`${{(\n", ")}}`\n", "p.htm "},
+                    Nesting{"XML elements", ".dg", PAGE "\\code{xml}\n", "<a>\n", "</a>\n", "p.htm "}),
     [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u' ', u'_').toStdString(); });
 
 INSTANTIATE_TEST_SUITE_P(

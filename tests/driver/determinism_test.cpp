@@ -1,4 +1,4 @@
-// The same input makes the same bytes, whatever the surroundings.
+// The same input gives the same bytes in every environment.
 
 #include "tests/support/script_run.h"
 
@@ -11,7 +11,7 @@ namespace {
 struct Surroundings
 {
     const char *name;
-    const char *script; ///< runs in the directory that holds the sources; pages go to "out"
+    const char *script; ///< runs in the directory with the sources; pages go to "out"
 };
 
 void PrintTo(const Surroundings &surroundings, std::ostream *out)
@@ -19,7 +19,7 @@ void PrintTo(const Surroundings &surroundings, std::ostream *out)
     *out << surroundings.name;
 }
 
-/// Sources that use what could depend on an order: groups, titles, icons, definitions, many names.
+/// Writes sources with everything whose output could depend on an order: groups, titles, icons, definitions, many names.
 void writeSources(const QTemporaryDir &directory)
 {
     QByteArray header;
@@ -45,7 +45,7 @@ void writeSources(const QTemporaryDir &directory)
     writeText(directory, u"properties.xml"_s, properties + "</properties>");
 }
 
-/// The names and bytes of all that a run made, its messages too.
+/// Returns the messages of a run and the names and contents of all files that it wrote.
 QByteArray everything(const QTemporaryDir &directory, const QString &script)
 {
     const ScriptResult result = runScript(directory, script);
@@ -84,12 +84,12 @@ TEST_P(Determinism, SameInputSameBytes)
 INSTANTIATE_TEST_SUITE_P(
     Surroundings, Determinism,
     testing::Values(Surroundings{"the locale C", "LC_ALL=C " RUN},
-                    Surroundings{"a locale in ISO 8859 1", "LC_ALL=de_DE.ISO-8859-1 " RUN},
-                    Surroundings{"a locale with other cases of letters", "LC_ALL=tr_TR.UTF-8 LANGUAGE=tr " RUN},
+                    Surroundings{"a locale with ISO 8859 1", "LC_ALL=de_DE.ISO-8859-1 " RUN},
+                    Surroundings{"a locale with different case rules", "LC_ALL=tr_TR.UTF-8 LANGUAGE=tr " RUN},
                     Surroundings{"a time zone", "TZ=Pacific/Kiritimati " RUN},
-                    Surroundings{"a hash seed", "QT_HASH_SEED=1 " RUN " 2> log"}, // Qt itself remarks on it
+                    Surroundings{"a hash seed", "QT_HASH_SEED=1 " RUN " 2> log"}, // Qt prints a warning
                     Surroundings{"another hash seed", "QT_HASH_SEED=0 " RUN},
-                    Surroundings{"another order of the directory",
+                    Surroundings{"another directory order",
                                  "mkdir new; for f in properties.xml messages.xml menus.xml kettle.h guide.dg; do "
                                  "mv $f new/$f; done; mv new/* .; rmdir new; " RUN},
                     Surroundings{"another umask and an empty environment",
@@ -98,7 +98,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Surroundings{"other files in between", "mkdir b; $tavidoc -o b kettle.h guide.dg > first; " RUN}),
     [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u' ', u'_').toStdString(); });
 
-/// From another directory only the names in messages differ, as they are given on the command line.
+/// In another working directory only the names in messages differ, because they are those of the command line.
 TEST(DeterminismOfNames, AnotherWorkingDirectory)
 {
     const QTemporaryDir directory;

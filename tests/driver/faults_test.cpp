@@ -1,4 +1,4 @@
-// What the program does when the system fails it.
+// Tests how the program handles failures of the system.
 
 #include "tests/support/script_run.h"
 
@@ -8,12 +8,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What a row asks of the machine.
+/// The requirements of a row.
 enum class Needs
 {
     Nothing,
-    Tracer,   ///< a system call tracer that may be used
-    SmallDisk ///< a file system of its own for the test
+    Tracer,   ///< a working system call tracer
+    SmallDisk ///< permission to mount a file system
 };
 
 struct Fault
@@ -41,7 +41,7 @@ bool isPossible(Needs needs)
     return true;
 }
 
-/// Three pages of 4,458 bytes with their frames; each takes two blocks of 4,096 bytes.
+/// A source with three pages of 4,458 bytes including the frame; each occupies two blocks of 4,096 bytes.
 QByteArray threePages()
 {
     QByteArray text;
@@ -60,8 +60,8 @@ TEST_P(Faults, EndAsTheyShould)
 {
     const Fault &fault = GetParam();
     if (!isPossible(fault.needs))
-        GTEST_SKIP() << (fault.needs == Needs::Tracer ? "strace is not installed or may not trace"
-                                                      : "no file system may be mounted");
+        GTEST_SKIP() << (fault.needs == Needs::Tracer ? "strace is not installed or not permitted"
+                                                      : "mounting a file system is not permitted");
     const QTemporaryDir directory;
     writeText(directory, u"doc.dg"_s, threePages());
     const ScriptResult result = runScript(directory, QString::fromLatin1(fault.script));
@@ -70,7 +70,7 @@ TEST_P(Faults, EndAsTheyShould)
     EXPECT_EQ(result.pages, fault.pages);
 }
 
-// Paths are absolute where a file that is open already is meant.
+// Paths must be absolute for files that are already open.
 #define INJECT(calls, file, effect) "$strace -P \"$PWD/" file "\" -e trace=" calls " -e inject=" calls ":" effect " "
 #define RUN "$tavidoc -o out doc.dg"
 
@@ -79,7 +79,7 @@ INSTANTIATE_TEST_SUITE_P(
     testing::Values(
         Fault{"a full disk before the first byte", Needs::Tracer, INJECT("write", "out/two.htm", "error=ENOSPC") RUN, 1,
               "error: cannot write out/two.htm\n", "one.htm "},
-        // A disk of 3 blocks holds one page and a half; one of 5 lacks the last 362 bytes.
+        // A disk of 3 blocks holds one and a half pages.
         Fault{"a full disk in the middle of a page", Needs::SmallDisk,
               "mkdir out; unshare -rm sh -c 'mount -t tmpfs -o size=12k none out && " RUN
               "; s=$?; ls out >&2; exit $s'",
@@ -94,9 +94,9 @@ INSTANTIATE_TEST_SUITE_P(
               "one.htm six.htm two.htm "},
         Fault{"an error on closing", Needs::Tracer, INJECT("close", "out/two.htm", "error=EIO") RUN, 1,
               "error: cannot write out/two.htm\n", "one.htm "},
-        Fault{"a closing that is interrupted", Needs::Tracer, INJECT("close", "out/two.htm", "error=EINTR") RUN, 0, "",
+        Fault{"an interrupted close", Needs::Tracer, INJECT("close", "out/two.htm", "error=EINTR") RUN, 0, "",
               "one.htm six.htm two.htm "},
-        Fault{"a writing that is interrupted", Needs::Tracer,
+        Fault{"an interrupted write", Needs::Tracer,
               INJECT("write", "out/two.htm", "error=EINTR:when=1..3") RUN, 0, "", "one.htm six.htm two.htm "},
         Fault{"a file that may not grow", Needs::Nothing, "ulimit -f 2; " RUN, 1, "error: cannot write out/one.htm\n",
               ""},
@@ -104,7 +104,7 @@ INSTANTIATE_TEST_SUITE_P(
               "printf '\\134split{one}\\n\\134icon{BrowserBack}' > doc.dg; "
               "ulimit -f 0; " RUN "; s=$?; ls -A out/images >&2; exit $s",
               1, "error: cannot write out/images/BrowserBack.png\n", ""},
-        Fault{"an icon that cannot take its name", Needs::Tracer,
+        Fault{"an icon that cannot be renamed", Needs::Tracer,
               "printf '\\134split{one}\\n\\134icon{BrowserBack}' > doc.dg; "
               "$strace -e trace=/rename -e inject=/rename:error=EACCES " RUN "; s=$?; ls -A out/images >&2; exit $s",
               1, "error: cannot write out/images/BrowserBack.png\n", ""}),
@@ -116,14 +116,14 @@ INSTANTIATE_TEST_SUITE_P(
                           "error: cannot open out/one.htm\n", ""},
                     Fault{"an output directory that cannot be made", Needs::Nothing, "$tavidoc -o /proc/none doc.dg", 1,
                           "error: cannot open /proc/none/one.htm\n", ""},
-                    Fault{"an output directory that goes away", Needs::Tracer,
+                    Fault{"an output directory that disappears", Needs::Tracer,
                           "$strace -P out/two.htm -e trace=openat -e inject=openat:error=ENOENT " RUN, 1,
                           "error: cannot open out/two.htm\n", "one.htm "},
                     Fault{"a page that is a directory", Needs::Nothing, "mkdir -p out/two.htm; " RUN, 1,
                           "error: cannot open out/two.htm\n", "one.htm "},
                     Fault{"a page that is a pipe without a reader", Needs::Nothing,
                           "mkdir out; mkfifo out/two.htm; " RUN, 0, "", "one.htm six.htm two.htm "},
-                    Fault{"no more files may be open", Needs::Tracer,
+                    Fault{"too many open files", Needs::Tracer,
                           "$strace -P out/one.htm -e trace=openat -e inject=openat:error=EMFILE " RUN, 1,
                           "error: cannot open out/one.htm\n", ""},
                     Fault{"two runs at once", Needs::Nothing,
@@ -134,12 +134,12 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Reading, Faults,
     testing::Values(
-        Fault{"an input that may not be opened", Needs::Tracer,
+        Fault{"an input without read permission", Needs::Tracer,
               "$strace -P doc.dg -e trace=openat -e inject=openat:error=EACCES " RUN
               " 2>&1 | grep -v '^strace:'; exit 0",
               0, "", ""},
-        Fault{"an input that breaks off", Needs::Tracer, INJECT("read", "doc.dg", "error=EIO") RUN, 0, "", ""},
-        Fault{"a reading that is interrupted", Needs::Tracer, INJECT("read", "doc.dg", "error=EINTR:when=1") RUN, 0, "",
+        Fault{"a read error", Needs::Tracer, INJECT("read", "doc.dg", "error=EIO") RUN, 0, "", ""},
+        Fault{"an interrupted read", Needs::Tracer, INJECT("read", "doc.dg", "error=EINTR:when=1") RUN, 0, "",
               "one.htm six.htm two.htm "},
         Fault{"directories and pipes in place of files", Needs::Nothing,
               "mkdir a.dg b.h menus.xml; mkfifo c.dg d.h keys.xml; $tavidoc -o out a.dg b.h c.dg d.h doc.dg", 0, "",
@@ -153,11 +153,11 @@ INSTANTIATE_TEST_SUITE_P(
               "yes '\\nope' | head -n 5000 >> doc.dg; $tavidoc -v -o out doc.dg >&-; s=$?; grep -l "
               "Outputting out/*; exit $s",
               0, "", "one.htm six.htm two.htm "},
-        Fault{"no standard files at all", Needs::Nothing,
+        Fault{"no standard streams at all", Needs::Nothing,
               "yes '\\nope' | head -n 5000 >> doc.dg; $tavidoc -v -o out doc.dg <&- >&- 2>&-; s=$?; "
               "grep -l 'error: docgen' out/*; exit $s",
               0, "", "one.htm six.htm two.htm "},
-        Fault{"a reader that goes away", Needs::Nothing,
+        Fault{"a closed pipe", Needs::Nothing,
               "yes '\\nope' | head -n 50000 >> doc.dg; { $tavidoc -v -o out doc.dg; s=$?; } | true; "
               "{ $tavidoc -v -o out doc.dg; echo $? >&2; } | true",
               0, "0\n", "one.htm six.htm two.htm "},
@@ -171,16 +171,16 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"one pipe for both outputs", Needs::Nothing,
               "printf '\\134include doc.dg' >> doc.dg; $tavidoc -v -o out doc.dg 2>&1 | cat >&2", 0,
               "Processing doc.dg\nerror: doc.dg includes itself without end\n", ""},
-        Fault{"an output without room", Needs::Nothing, "$tavidoc -v -o out doc.dg > /dev/full", 0, "",
+        Fault{"a full output device", Needs::Nothing, "$tavidoc -v -o out doc.dg > /dev/full", 0, "",
               "one.htm six.htm two.htm "}),
     [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u' ', u'_').toStdString(); });
 
-/// Whatever memory there is: either every page is written whole, or the run says why not. Before the program itself
-/// begins, the loader of its libraries may fail in its own words.
+/// With any amount of memory, either every page is complete or the run ends with a message. Before the program starts,
+/// the dynamic loader may fail with its own message.
 TEST(Memory, EndsWithAMessageOrWithAllPages)
 {
 #ifdef __SANITIZE_ADDRESS__
-    GTEST_SKIP() << "the sanitizer needs all addresses";
+    GTEST_SKIP() << "the sanitizer needs the whole address space";
 #endif
     const QTemporaryDir directory;
     QByteArray source;

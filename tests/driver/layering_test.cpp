@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 using Names = std::vector<std::string>;
 
-/// The rooms that the files of a room may include, besides its own.
+/// The rooms that a room may include, in addition to itself.
 struct Rule
 {
     std::string room;
@@ -77,9 +77,9 @@ TEST(Layering, EveryRoomIncludesOnlyTheRoomsBelowIt)
     EXPECT_GT(includes, 0);
 }
 
-TEST(Layering, NoRoomIsAboveItself)
+TEST(Layering, HasNoCycles)
 {
-    // A room may use only the rooms that come before it in the table, so there is no cycle.
+    // A room may use only rooms that precede it in the table, so there is no cycle.
     Names above;
     for (const Rule &rule : rules()) {
         for (const std::string &room : rule.mayInclude)

@@ -28,13 +28,13 @@ QString manualFile(const QString &name)
     return QStringLiteral(TAVIDOC_SOURCE_DIR "/docs/manual/") + name;
 }
 
-/// Whether a link of one of the \a pages leads to a page or to a file of the manual.
+/// Whether the link \a target from a page in the directory \a pages is external or leads to a file of the manual.
 bool leadsSomewhere(const QString &target, const QDir &pages)
 {
     return target.startsWith(u"http:"_s) || pages.exists(target);
 }
 
-/// What a run over \a source makes: its records, and the messages in \a messages.
+/// Runs the generator on \a source. Returns its records and appends its messages to \a messages.
 OutputRecords recordsOf(const QString &source, std::string &messages)
 {
     OutputRecords records;
@@ -54,7 +54,7 @@ TEST(Manual, BuildsWithItsReferencesWithoutAnErrorAndEveryLinkLeadsSomewhere)
     ASSERT_TRUE(script.waitForFinished());
     EXPECT_EQ(script.exitCode(), 0);
     EXPECT_EQ(script.readAllStandardError(), "");
-    // Deliberate: that example shows actions that have a key and stand in no menu.
+    // Deliberate: this example shows actions that have a key but are in no menu.
     const QByteArray keyOnly = "warning: docgen: examples/choose.dg:";
     for (const QByteArray &line : script.readAllStandardOutput().split('\n'))
         EXPECT_TRUE(line.isEmpty() || (line.startsWith(keyOnly) && line.endsWith(" in any menu"))) << line.data();
@@ -83,7 +83,7 @@ TEST(Manual, TheTableOfAllCommandsNamesEveryCommand)
     }
 }
 
-TEST(Manual, TheResultsThatItShowsAsFilesAreTrue)
+TEST(Manual, TheOutputThatItPresentsFromFilesIsCurrent)
 {
     std::string messages;
     const OutputRecords kettleBook = recordsOf(manualFile(u"examples/pages.dg"_s), messages);

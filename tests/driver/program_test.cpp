@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The real program, run in a directory of its own.
+/// Runs the program in a temporary directory.
 class Program : public testing::Test
 {
 protected:
@@ -49,7 +49,7 @@ protected:
     QProcess m_process;
 };
 
-/// Lets the program run with a resource limit.
+/// Sets a resource limit for the program.
 void limit(QProcess &process, int resource, rlim_t value)
 {
     process.setChildProcessModifier([resource, value] {
@@ -160,7 +160,7 @@ TEST_F(Program, EndlessIncludesAndFullMemoryAreErrors)
     EXPECT_EQ(endless.status, 1);
 #ifndef __SANITIZE_ADDRESS__
     QFile large(path(u"b.dg"_s));
-    ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(qint64{1} << 34)); // takes no room on the disk
+    ASSERT_TRUE(large.open(QIODevice::WriteOnly) && large.resize(qint64{1} << 34)); // a sparse file
     limit(m_process, RLIMIT_AS, rlim_t{1} << 30);
     const Result full = run({u"b.dg"_s});
     EXPECT_EQ(full.error, "error: out of memory\n");

@@ -18,7 +18,7 @@ std::string styleSheet()
     return text.str();
 }
 
-/// The colours of the block that follows the first \a opening, which names light, dark or print.
+/// Returns the colours of the block after the first \a opening, which identifies light, dark or print.
 Colours coloursAfter(const std::string &sheet, const std::string &opening)
 {
     Colours colours;

@@ -1,5 +1,5 @@
-# Builds the example "handbook" in a copy, changes files, and looks at each step which inputs are documented anew.
-# Wants GENERATOR, PREFIX (where tavidoc is installed), EXAMPLE, DIRECTORY (to work in).
+# Builds a copy of the example "handbook", changes files, and checks at each step which inputs are processed again.
+# Requires GENERATOR, PREFIX (the installation of tavidoc), EXAMPLE and DIRECTORY (for the copy and its build).
 cmake_minimum_required(VERSION 3.25)
 
 set(source ${DIRECTORY}/source)
@@ -7,7 +7,7 @@ file(REMOVE_RECURSE ${DIRECTORY})
 file(COPY ${EXAMPLE}/ DESTINATION ${source})
 file(MAKE_DIRECTORY ${source}/more)
 
-# Builds; STATUS is "passes" or "fails", the inputs that are documented follow. Leaves what was printed in "log".
+# Builds and expects STATUS, "passes" or "fails"; the processed inputs are the other arguments. Sets "log" to the output.
 function(expect_build status)
     execute_process(COMMAND ${CMAKE_COMMAND} --build ${DIRECTORY}/build
         RESULT_VARIABLE result OUTPUT_VARIABLE log ERROR_VARIABLE log)
@@ -20,12 +20,12 @@ function(expect_build status)
         set(result fails)
     endif()
     if(NOT "${result}: ${documented}" STREQUAL "${status}: ${ARGN}")
-        message(FATAL_ERROR "step \"${step}\": wanted \"${status}: ${ARGN}\", got \"${result}: ${documented}\"\n${log}")
+        message(FATAL_ERROR "step \"${step}\": expected \"${status}: ${ARGN}\", got \"${result}: ${documented}\"\n${log}")
     endif()
     set(log "${log}" PARENT_SCOPE)
 endfunction()
 
-# The inputs that are documented, and then nothing.
+# Expects that a build processes the inputs, and that the next build processes nothing.
 function(expect_once)
     expect_build(passes ${ARGN})
     expect_build(passes)
@@ -34,7 +34,7 @@ endfunction()
 function(expect_in_log text)
     string(FIND "${log}" "${text}" place)
     if(place EQUAL -1)
-        message(FATAL_ERROR "step \"${step}\": no \"${text}\" in\n${log}")
+        message(FATAL_ERROR "step \"${step}\": \"${text}\" not found in\n${log}")
     endif()
 endfunction()
 
@@ -47,42 +47,42 @@ endfunction()
 execute_process(COMMAND ${CMAKE_COMMAND} -S ${source} -B ${DIRECTORY}/build -G ${GENERATOR}
     -DCMAKE_PREFIX_PATH=${PREFIX} COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 
-set(step "the first time everything is made")
+set(step "the first build processes everything")
 expect_once(descaling.dg kettle.dg timer.h)
 foreach(page index.htm descaling.htm timer_h.htm timer_start.htm timer_stop.htm default.css)
     if(NOT EXISTS ${DIRECTORY}/build/pages/${page})
-        message(FATAL_ERROR "${page} was not made")
+        message(FATAL_ERROR "${page} was not written")
     endif()
 endforeach()
 
-set(step "what two sources include")
+set(step "a file included by two sources")
 file(TOUCH ${source}/safety.dg)
 expect_once(descaling.dg kettle.dg)
-set(step "what one source presents")
+set(step "a file presented by one source")
 file(TOUCH ${source}/boil.c)
 expect_once(kettle.dg)
 set(step "a header")
 file(TOUCH ${source}/timer.h)
 expect_once(timer.h)
 
-set(step "an include that is not there fails the build")
+set(step "a missing include fails the build")
 edit(descaling.dg "\\include safety.dg" "\\include more/late.dg")
 expect_build(fails descaling.dg)
 expect_in_log("${source}/descaling.dg:")
 expect_in_log(": error: \\include: the file \"more/late.dg\" cannot be opened\n")
 expect_build(fails descaling.dg)
-set(step "it appears")
+set(step "the include appears")
 file(WRITE ${source}/more/late.dg "\\section Late\n")
 expect_once(descaling.dg)
-set(step "it changes")
+set(step "the include changes")
 file(TOUCH ${source}/more/late.dg)
 expect_once(descaling.dg)
-set(step "it disappears")
+set(step "the include disappears")
 file(REMOVE ${source}/more/late.dg)
 expect_build(fails descaling.dg)
 edit(descaling.dg "\\include more/late.dg" "\\include safety.dg")
 expect_once(descaling.dg)
-set(step "so does a definition file that a command needs, until it appears")
+set(step "a missing definition file fails the build until it appears")
 edit(descaling.dg "Descaling\n\n" "Descaling\n\n\\key{brew}\n\n")
 expect_build(fails descaling.dg)
 expect_in_log("${source}/descaling.dg:5: error: \\key: there is no \"keys.xml\" beside the input\n")
@@ -92,17 +92,17 @@ file(REMOVE ${source}/keys.xml)
 edit(descaling.dg "\\key{brew}\n\n" "")
 expect_once(descaling.dg kettle.dg timer.h)
 
-set(step "definitions appear beside the inputs")
+set(step "definitions appear next to the inputs")
 file(WRITE ${source}/menus.xml "<definemenubar/>\n")
 expect_once(descaling.dg kettle.dg timer.h)
-set(step "they change")
+set(step "definitions change")
 file(TOUCH ${source}/menus.xml)
 expect_once(descaling.dg kettle.dg timer.h)
-set(step "they disappear")
+set(step "definitions disappear")
 file(REMOVE ${source}/menus.xml)
 expect_once(descaling.dg kettle.dg timer.h)
 
-set(step "an error fails the build until it is mended, and the page shows it")
+set(step "an error fails the build until it is fixed, and the page shows it")
 edit(descaling.dg "Descaling\n\n" "Descaling\n\n\\bold{x}\n\n")
 expect_build(fails descaling.dg)
 expect_in_log("${source}/descaling.dg:5: error: \\bold: unknown command\n")
@@ -114,7 +114,7 @@ expect_build(fails descaling.dg)
 edit(descaling.dg "\\bold" "\\b")
 expect_once(descaling.dg)
 
-set(step "a suffix of which the program makes nothing is refused")
+set(step "a suffix that the program ignores is rejected")
 file(READ ${source}/CMakeLists.txt lists)
 foreach(wrong "SOURCES;manual.v2.dg;.dg" "SOURCES;more/Manual.DG;.dg" "SOURCES;timer.h;.dg" "SOURCES;notes;.dg"
         "HEADERS;api.hpp;.h" "HEADERS;a.dir/api.v2.h;.h" "HEADERS;kettle.dg;.h")
@@ -123,20 +123,20 @@ foreach(wrong "SOURCES;manual.v2.dg;.dg" "SOURCES;more/Manual.DG;.dg" "SOURCES;t
     execute_process(COMMAND ${CMAKE_COMMAND} ${DIRECTORY}/build
         RESULT_VARIABLE result OUTPUT_VARIABLE log ERROR_VARIABLE log)
     string(REGEX REPLACE "[ \n]+" " " log "${log}") # the message is wrapped
-    expect_in_log("tavidoc_add_docs(wrong): ${keyword}: \"${file}\" would make no pages: expected a name that ends in \"${suffix}\"")
+    expect_in_log("tavidoc_add_docs(wrong): ${keyword}: no pages would be generated from \"${file}\": expected a name that ends in \"${suffix}\"")
     if(result EQUAL 0)
-        message(FATAL_ERROR "${file} was taken")
+        message(FATAL_ERROR "${file} was accepted")
     endif()
 endforeach()
 file(WRITE ${source}/CMakeLists.txt "${lists}")
 expect_build(passes)
 
-set(step "without FAIL_ON_ERROR it is told only")
+set(step "without FAIL_ON_ERROR errors are only reported")
 edit(CMakeLists.txt "FAIL_ON_ERROR" "STYLE own.css")
 file(APPEND ${source}/CMakeLists.txt "tavidoc_add_docs(more SOURCES more/notes.dg OUTPUT pages)\n") # to the same directory
 file(WRITE ${source}/more/notes.dg "\\split{notes}\n\\title Notes\n\nNone.\n")
 file(WRITE ${source}/own.css "p { color: red }\n")
-file(TOUCH ${source}/descaling.dg ${source}/timer.h) # Ninja does them in any case, since their commands have changed
+file(TOUCH ${source}/descaling.dg ${source}/timer.h) # Ninja rebuilds them in any case, because their commands have changed
 edit(kettle.dg "\\include safety.dg" "\\include safety.dg\n\\present nowhere.c")
 expect_build(passes descaling.dg kettle.dg notes.dg timer.h)
 expect_in_log("${source}/kettle.dg:11: error: \\present: the file cannot be opened\n")

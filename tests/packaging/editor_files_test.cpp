@@ -28,8 +28,8 @@ QJsonObject jsonOf(const char *name)
     return QJsonDocument::fromJson(bytesOf(name)).object();
 }
 
-/// The scope that the grammar gives to \a text, empty unless it covers all of it. An editor takes the first pattern of
-/// those that match first.
+/// Returns the scope that the grammar assigns to all of \a text; empty if no scope covers it. Of the patterns that match
+/// at the same place, an editor uses the first.
 QString scopeOf(const QString &text)
 {
     static const QJsonArray patterns =
@@ -46,7 +46,7 @@ QString scopeOf(const QString &text)
     return {};
 }
 
-/// What Vim's syntax file knows as words after a backslash.
+/// Returns the command names in Vim's syntax file.
 QSet<QString> vimCommands()
 {
     static const QRegularExpression kind(uR"(^syntax match tavidoc\w+ #\\\\\\%\((.*)\\\)\[0-9A-Za-z\])"_s,
@@ -88,12 +88,12 @@ TEST(ManPage, NamesEveryCommand)
     }
 }
 
-TEST(EditorFiles, KnowWhatTheReaderTakes)
+TEST(EditorFiles, KnowCommentsDirectivesAndListings)
 {
     EXPECT_EQ(scopeOf(u"  % remark \\b{x}"_s), u"comment.line.percentage.tavidoc"_s);
     EXPECT_EQ(scopeOf(u"@riscv_morvath"_s), u"keyword.control.directive.tavidoc"_s);
     EXPECT_EQ(scopeOf(u"@else"_s), u"keyword.control.directive.tavidoc"_s);
-    EXPECT_EQ(scopeOf(u"@arm only"_s), QString()); // opens no block
+    EXPECT_EQ(scopeOf(u"@arm only"_s), QString()); // does not open a block
     EXPECT_EQ(scopeOf(u"\\code{js}"_s), u"meta.embedded.block.tavidoc"_s);
 }
 

@@ -17,7 +17,7 @@ QString readme()
     return QString::fromUtf8(file.readAll());
 }
 
-/// Saves what the text says to save as a file, and gives the names.
+/// Saves the blocks that the text introduces with "as `NAME`:" as files. Returns their names.
 QStringList saveFiles(const QString &text, const QDir &directory)
 {
     static const QRegularExpression block(u"as `([\\w.]+)`:\n\n```\\w*\n(.*?)```\n"_s,
@@ -48,7 +48,7 @@ TEST(Readme, TheTourPrintsWhatItSays)
     EXPECT_TRUE(text.contains(u"\n```\n"_s + printed + u"```\n"_s)) << qPrintable(printed);
 }
 
-TEST(Readme, NamesFilesThatThereAre)
+TEST(Readme, LinksToExistingFiles)
 {
     static const QRegularExpression link(u"\\]\\(([^)]+)\\)"_s);
     const QString text = readme();
