@@ -7,10 +7,10 @@
 
 namespace {
 
-constexpr std::size_t s_maximum = 65536; // of mutants
+constexpr std::size_t s_maximum = 65536; // mutants
 unsigned char s_unshared[s_maximum];
 
-/// Runs before the initialisation of statics, which may reach mutants.
+/// Runs before static initialisation, which may reach mutants.
 __attribute__((constructor(101))) void readMutant()
 {
     if (const char *mutant = std::getenv("TAVIDOC_MUTANT"))

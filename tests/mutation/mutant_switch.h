@@ -1,12 +1,12 @@
 #pragma once
 
-/// The mutant that is switched on, from the environment variable TAVIDOC_MUTANT; -1 for none. Child processes inherit it.
+/// The active mutant, from the environment variable TAVIDOC_MUTANT; -1 for none. Child processes inherit it.
 extern int tavidocActiveMutant;
-/// One byte for each mutant, not 0 once its place was reached. Shared with the caller through the file that
-/// TAVIDOC_MUTANTS_REACHED names, so that it survives whatever end a process comes to.
+/// One byte for each mutant, 1 if it was reached. Mapped from the file named by TAVIDOC_MUTANTS_REACHED, so that it
+/// survives a crash of the process.
 extern unsigned char *tavidocReachedMutants;
 
-/// True when \a mutant is switched on.
+/// Returns whether \a mutant is active, and records that it was reached.
 inline bool tavidocMutant(int mutant)
 {
     tavidocReachedMutants[mutant] = 1;

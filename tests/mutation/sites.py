@@ -1,7 +1,7 @@
-"""Finds the places of C++ sources that can be changed, and writes the sources with all changes switched by number.
+"""Finds sites in C++ sources that can be mutated, and writes sources that contain all mutants, selected by number.
 
-A change is made to the text, at places that clang's syntax tree gives. Code that the compiler evaluates
-(constexpr functions and tables, template arguments) and what macros write is left alone.
+Changes are made to the text, at offsets from clang's syntax tree. Code that the compiler evaluates (constexpr functions
+and tables, template arguments) and the expansions of macros are not changed.
 """
 
 import collections
@@ -13,7 +13,7 @@ import shlex
 from clang.cindex import CursorKind, Index, TranslationUnit, TypeKind
 
 BOUNDS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">"}
-# Calls that only save time or memory: without them nothing else happens.
+# Calls that affect only time or memory.
 SAVING_CALLS = {"reserve", "squeeze", "madvise"}
 STATEMENTS = {CursorKind.COMPOUND_STMT, CursorKind.IF_STMT, CursorKind.FOR_STMT, CursorKind.WHILE_STMT, CursorKind.DO_STMT,
               CursorKind.CXX_FOR_RANGE_STMT, CursorKind.CASE_STMT, CursorKind.DEFAULT_STMT}
@@ -22,15 +22,15 @@ CONDITIONAL = {CursorKind.IF_STMT: ("(;", ")"), CursorKind.WHILE_STMT: ("(", ")"
 FUNCTIONS = {CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.CONSTRUCTOR, CursorKind.DESTRUCTOR,
              CursorKind.FUNCTION_TEMPLATE, CursorKind.CONVERSION_FUNCTION, CursorKind.LAMBDA_EXPR}
 COMPILED = re.compile(r"\b(constexpr|consteval|constinit|static_assert)\b")
-# Macros have names of capitals only; their arguments hold two levels of parentheses at most.
+# Macro names are all capitals; their arguments have at most two levels of parentheses.
 MACRO = re.compile(rb"\b[A-Z][A-Z0-9_]{3,}\b(\(([^()]|\(([^()]|\([^()]*\))*\))*\))?")
 
-# begin, end: offsets in the file; detail: the operator that replaces, or None
+# begin, end: offsets in the file; detail: the replacement operator, or None
 Site = collections.namedtuple("Site", "file begin end kind detail")
 
 
 class Source:
-    """The bytes of one file: clang counts in bytes."""
+    """The bytes of one file; clang's offsets are in bytes."""
 
     def __init__(self, path):
         self.path = path
@@ -63,7 +63,7 @@ class Finder:
         return self.sources.get(file.name) if file else None
 
     def walk(self, root, source):
-        """Visits everything below root. Not recursive, because expressions nest deeply."""
+        """Visits all nodes below root. Not recursive, because expressions nest deeply."""
         pending = [(root, None, None)]
         while pending:
             cursor, parent, function = pending.pop()
@@ -144,7 +144,7 @@ class Finder:
 
     @staticmethod
     def may_go_on(cursor, function):
-        """Whether control reaches a later return when cursor is left out, or needs none."""
+        """Whether control reaches a later return if cursor is removed, or does not need one."""
         if function.kind != CursorKind.LAMBDA_EXPR and function.result_type.kind == TypeKind.VOID:
             return True
         body = [child for child in function.get_children() if child.kind == CursorKind.COMPOUND_STMT]
@@ -156,7 +156,7 @@ class Finder:
 
 
 class Units:
-    """The translation units of the C++ sources among paths, as the compilation database database has them."""
+    """The translation units of the C++ sources among paths, from the compilation database."""
 
     def __init__(self, database, paths):
         rows = {row["file"]: row for row in json.loads(pathlib.Path(database).read_text())}
@@ -166,7 +166,7 @@ class Units:
         self.headers = str(pathlib.Path(database).with_name("system_headers.pch"))
 
     def read_headers(self):
-        """Reads the system headers of all units once: they are most of each unit."""
+        """Parses the system headers of all units once, because they make up most of each unit."""
         includes = set()
         for path in self.paths:
             includes.update(re.findall(r"^#include <.*>$", pathlib.Path(path).read_text(), re.MULTILINE))
@@ -178,7 +178,7 @@ class Units:
     def sites(self, row):
         sources = {path: Source(pathlib.Path(path)) for path in self.paths}
         unit = Index.create(excludeDecls=True).parse(row["file"], args=["-include-pch", self.headers, *self.options])
-        # Errors without a place are those of clang with its own file of headers.
+        # Errors without a location concern clang's own precompiled header.
         errors = [str(error) for error in unit.diagnostics if error.severity >= 3 and error.location.file]
         if errors:
             raise RuntimeError("clang does not understand %s:\n%s" % (row["file"], "\n".join(errors[:5])))
@@ -186,7 +186,7 @@ class Units:
 
 
 def compiler_options(command):
-    """The options of command that decide what a source means."""
+    """The options of command that affect the meaning of a source."""
     words = shlex.split(command)
     options = [word for word in words if word.startswith(("-D", "-I", "-std"))]
     for option, value in zip(words, words[1:]):
@@ -196,7 +196,7 @@ def compiler_options(command):
 
 
 def render(source, sites, begin, end, numbers):
-    """The text from begin to end with sites, which are sorted by place, the outer before the inner."""
+    """The text from begin to end with its mutants. The sites are sorted by offset, outer before inner."""
     parts, at, index = [], begin, 0
     while index < len(sites):
         site = sites[index]
@@ -212,7 +212,7 @@ def render(source, sites, begin, end, numbers):
 
 
 def switched(source, site, inner, number):
-    """inner, the text of site, or the change when mutant number is switched on."""
+    """Code that evaluates to inner, the text of site, or to the change if mutant number is active."""
     if site.kind == "negated":
         return "(tavidocMutant(%d) != static_cast<bool>(%s))" % (number, inner)
     if site.kind == "bound":
@@ -223,7 +223,7 @@ def switched(source, site, inner, number):
 
 
 def changed(source, site):
-    """The text that replaces site when its mutant is switched on."""
+    """The text that replaces site if its mutant is active."""
     text = source.text(site.begin, site.end)
     if site.kind == "negated":
         return "!(%s)" % text
@@ -234,7 +234,7 @@ def changed(source, site):
 
 
 def describe(source, site):
-    """LINE: BEFORE -> AFTER, with the whole lines that the site touches, on one line each."""
+    """The line, and the affected lines before and after the change, each joined to one line."""
     first = source.bytes.rfind(b"\n", 0, site.begin) + 1
     last = source.bytes.find(b"\n", site.end)
     before = source.text(first, last)
@@ -244,5 +244,5 @@ def describe(source, site):
 
 
 def place_order(site):
-    """Sorts sites that hold others first; of one place, the one that keeps its text for the other."""
+    """Sort key: outer sites first; at the same place, the site whose replacement contains the other."""
     return (str(site.file), site.begin, -site.end, ("negated", "dropped", "bound", "off by one").index(site.kind))

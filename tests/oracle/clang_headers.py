@@ -1,4 +1,4 @@
-"""What clang finds in a header: declarations with qualified names, macros and the lines it takes.
+"""Reads a header with clang: declarations with qualified names, macros, and the lines in active branches.
 
 Needs the Debian packages clang-14 and python3-clang-14.
 """
@@ -14,7 +14,7 @@ import sys
 import tempfile
 
 try:
-    sys.path.append("/usr/lib/python3/dist-packages")  # also for an interpreter that is not Debian's
+    sys.path.append("/usr/lib/python3/dist-packages")  # for interpreters other than Debian's
     from clang import cindex
     from clang.cindex import CursorKind as Kind, TypeKind
 except ImportError:
@@ -30,12 +30,12 @@ KINDS = {
 TAGS = (Kind.STRUCT_DECL, Kind.CLASS_DECL, Kind.UNION_DECL, Kind.ENUM_DECL)
 TEMPLATES = (Kind.CLASS_TEMPLATE, Kind.CLASS_TEMPLATE_PARTIAL_SPECIALIZATION, Kind.FUNCTION_TEMPLATE)
 
-# line counts from 1; path is the namespaces around it, each with "::", None for members and templates
+# line: counted from 1; path: the enclosing namespaces, each with "::", None for members and templates
 Declaration = collections.namedtuple("Declaration", "kind name line path")
 
 
 class Language:
-    """How clang is called for C or C++ headers."""
+    """The options of clang for C or C++ headers."""
 
     def __init__(self, cplusplus):
         self.cplusplus = cplusplus
@@ -49,7 +49,7 @@ class Language:
 
 
 def flattened(name):
-    """A name without white space and, unless it is an operator's, without template arguments."""
+    """A name without white space and, except for operators, without template arguments."""
     name = re.sub(r"\s+", "", name)
     return name if name.startswith("operator") else re.sub(r"<.*$", "", name)
 
@@ -65,14 +65,14 @@ def before_arguments(text):
 
 
 def file_position(location):
-    """File, offset and line at which a token is written; an argument of a macro is where the call has it."""
+    """File, offset and line of a token; for a macro argument, those in the call."""
     file, line, column, offset = cindex.c_object_p(), ctypes.c_uint(), ctypes.c_uint(), ctypes.c_uint()
     cindex.conf.lib.clang_getSpellingLocation(location, *[ctypes.byref(value) for value in (file, line, column, offset)])
     return (cindex.File(file).name if file else None), offset.value, line.value
 
 
 class Collector:
-    """Gathers the declarations that a translation unit has in one header."""
+    """Collects the declarations of a translation unit that are in one header."""
 
     def __init__(self, header, text, language):
         self.header = os.path.realpath(header)
@@ -80,14 +80,14 @@ class Collector:
         self.language = language
         self.real = functools.lru_cache(None)(os.path.realpath)
         self.found = []
-        self.ignored = set()  # qualified names of macros in the place of a name, and of what they make
+        self.ignored = set()  # qualified names of macros used as names, and of the names that they generate
 
     def is_here(self, cursor):
         file = cursor.location.file
         return file is not None and self.real(file.name) == self.header
 
     def visit(self, cursor, scope="", template=False):
-        """Gathers what is declared directly in the cursor; the scope is a qualified name with a final full stop."""
+        """Collects direct declarations of the cursor; the scope is a qualified name with a final full stop."""
         children = [child for child in cursor.get_children() if self.is_here(child)]
         renamed = self.renamed(children)
         for child in children:
@@ -100,7 +100,7 @@ class Collector:
 
     @staticmethod
     def renamed(children):
-        """Names that typedefs give to the structures and enumerations that they define."""
+        """The names that typedefs give to the structures and enumerations defined in them."""
         names = {}
         for child in children:
             if child.kind != Kind.TYPEDEF_DECL or child.underlying_typedef_type.kind == TypeKind.POINTER:
@@ -121,7 +121,7 @@ class Collector:
                 self.add("function", child, outer + "." if outer else "", True)
 
     def unexposed(self, cursor, scope, template):
-        """Linkage specifications, concepts and variable templates, which have no kind of their own."""
+        """Linkage specifications, concepts and variable templates, which have no separate cursor kind."""
         if not cursor.spelling:
             self.visit(cursor, scope, template)
         elif not cursor.spelling.startswith("<"):
@@ -146,12 +146,12 @@ class Collector:
         return self.text[cursor.extent.start.offset:][:8] == b"template"
 
     def add(self, kind, cursor, scope, template, given=None):
-        """Adds a declaration whose name the header spells and returns its qualified name."""
+        """Adds a declaration whose name appears in the header. Returns its qualified name."""
         line = self.line_of_name(cursor, scope)
         if line is None:
             return None
         if cursor.kind == Kind.NAMESPACE and re.search(rb"::\s*(inline\s*)?$", self.text[:cursor.location.offset][-99:]):
-            return scope[:-1]  # "namespace a::b" is named a
+            return scope[:-1]  # clang names "namespace a::b" a
         name = scope + self.qualifier(cursor) + (given or self.name(cursor))
         if kind == "function" and b"virtual" in self.text[cursor.extent.start.offset:cursor.location.offset]:
             self.drop_replaced(name)
@@ -159,14 +159,14 @@ class Collector:
         return name
 
     def drop_replaced(self, name):
-        """A virtual function takes the place of an earlier one of its name in the class."""
+        """A virtual function replaces an earlier one of the same name in the class."""
         earlier = [item for item in self.found if item.kind == "function" and item.name == name]
         if earlier:
             self.found.remove(earlier[-1])
 
     @staticmethod
     def path(cursor):
-        """The namespaces around a declaration, each with "::"; None for what is in a class."""
+        """The namespaces around a declaration, each with "::"; None inside a class."""
         path, cursor = "", cursor.semantic_parent
         while cursor and cursor.kind != Kind.TRANSLATION_UNIT:
             if cursor.kind == Kind.NAMESPACE and cursor.spelling:
@@ -177,7 +177,7 @@ class Collector:
         return path
 
     def qualifier(self, cursor):
-        """What is written in front of the name of a class that is defined outside its own."""
+        """The qualification of a class that is defined outside its enclosing class."""
         if KINDS.get(cursor.kind) != "type" or cursor.semantic_parent == cursor.lexical_parent:
             return ""
         before = re.search(rb"(\w+\s*::\s*)+$", self.text[:cursor.location.offset][-200:])
@@ -186,13 +186,13 @@ class Collector:
     def name(self, cursor):
         if cursor.kind == Kind.NAMESPACE and not cursor.spelling:
             return "(%s)" % os.path.basename(self.header)
-        if re.match(r"operator\s*(?!new|delete|co_await)\w", cursor.spelling):  # a conversion, perhaps a template
+        if re.match(r"operator\s*(?!new|delete|co_await)\w", cursor.spelling):  # a conversion, possibly a template
             offset = file_position(cursor.location)[1]
             return flattened(before_arguments(self.text[offset:offset + 400].decode("utf-8", "replace")))
         return flattened(cursor.spelling) or ANONYMOUS
 
     def line_of_name(self, cursor, scope):
-        """The line of the name when the header spells it, None otherwise."""
+        """The line of the name if it appears in the header, otherwise None."""
         file, offset, line = file_position(cursor.location)
         if not file or self.real(file) != self.header:
             return None
@@ -213,7 +213,7 @@ class Collector:
 
 
 def declarations(header, include_line, options, language):
-    """The declarations of a header, the names to leave alone and the errors that clang reports in it."""
+    """The declarations of a header, the names to ignore, and clang's errors."""
     source = "main." + language.suffix
     unit = cindex.Index.create().parse(source, language.options + ["-w"] + options,
                                        [(source, language.head + include_line + "\n")])
@@ -225,7 +225,7 @@ def declarations(header, include_line, options, language):
 
 
 def macros(header, source, options, language):
-    """The names of the macros that the header defines, and of all."""
+    """The names of the macros that the header defines, and of all macros."""
     text, _ = language.run(["-E", "-dD", *options, source])
     names, every, current = set(), set(), None
     for line in text.splitlines():
@@ -240,7 +240,7 @@ def macros(header, source, options, language):
 
 
 def logical_lines(text):
-    """Pairs of a line's number, from 1, and the lines joined to it by backslashes."""
+    """Logical lines, joined at backslashes, each with the number of its first line, counted from 1."""
     lines = text.split("\n")
     at = 0
     while at < len(lines):
@@ -252,7 +252,7 @@ def logical_lines(text):
 
 
 def comment_after(text, comment):
-    """Whether a block comment is open after the text when one was, or was not, open before it."""
+    """Whether a block comment is open after the text, given whether one was open before it."""
     at = 0
     while True:
         if comment:
@@ -266,14 +266,14 @@ def comment_after(text, comment):
 
 
 def marked_regions(text):
-    """The text with a numbered pragma after every conditional, and the lines after which they come."""
+    """The text with a numbered pragma after each conditional, and the lines before the pragmas."""
     marked, regions, comment, waits = [], [], False, False
     for number, lines in logical_lines(text):
         marked += lines
         conditional = not comment and re.match(r"\s*#\s*(if|ifdef|ifndef|elif|else|endif)\b", lines[0])
         comment = comment_after("\n".join(lines), comment)
         waits = bool(conditional) or waits
-        if waits and not comment:  # a comment that the directive opens may run on
+        if waits and not comment:  # a comment that begins on the directive may span lines
             waits = False
             regions.append(number + len(lines))
             marked.append("#pragma tavidoc_region %d" % len(regions))
@@ -281,7 +281,7 @@ def marked_regions(text):
 
 
 def taken_lines(header, source, options, language):
-    """The lines of the header that are in branches that clang takes."""
+    """The lines of the header in active branches."""
     with open(header, encoding="utf-8", errors="replace") as file:
         text = file.read()
     marked, regions = marked_regions(text)

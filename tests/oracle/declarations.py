@@ -1,17 +1,17 @@
 #!/usr/bin/env python3
-"""Compares what the declaration parser finds in C and C++ headers with what clang finds.
+"""Compares the declarations that the parser finds in C and C++ headers with those of clang.
 
-For each header: which functions, variables, types (classes, structures, unions, namespaces,
-enumerations, typedefs, concepts) and macros clang declares in the branches it takes, members
-included, and which of them the parser lacks (recall); which the parser has in those branches
-that clang lacks (false; a name that a macro replaces or makes is left out); and how many of the rendered
-prototypes and typedefs clang accepts as declarations of the same type after the header. Names are
-qualified; functions and variables are counted, so that each overload has to be there.
+For each header it reports: how many of clang's functions, variables, types (classes, structures, unions,
+namespaces, enumerations, typedefs, concepts) and macros in active branches, including members, the parser
+misses (recall); which declarations of the parser in these branches clang does not have (false; names that a
+macro replaces or generates are ignored); and how many rendered prototypes and typedefs clang accepts after
+the header as declarations of the same type. Names are qualified; functions and variables are counted, so
+every overload must be found.
 
 usage: declarations.py [--list] [--c | --c++] [--jobs N] DUMP_DECLARATIONS [HEADER...]
-A header is PATH or PATH|INCLUDED or either with :OPTION,OPTION for clang; without any the usual
-ones that are installed are taken. Without --c and --c++ both are compared, a given header as C++ only
-with --c++. --list names every difference.
+A header is PATH or PATH|INCLUDED, optionally followed by :OPTION,OPTION for clang. The default is the
+installed headers of a built-in list, in both languages unless --c or --c++ selects one. A given header is
+compared as C unless --c++ is given. --list prints every difference.
 
 Needs the Debian packages clang-14 and python3-clang-14.
 """
@@ -32,12 +32,12 @@ KINDS = ("function", "variable", "type", "macro")
 Found = collections.namedtuple("Found", "kind name first last text phylum")  # lines from 1, name qualified
 Row = collections.namedtuple("Row", "wanted missing false rendered refused notes")
 
-# Differences that are right as they are: end of the header's path, expression for the names, reason.
+# Expected differences: end of the header's path, expression for the names, reason.
 EXCEPTIONS = [
-    ("/ctype.h", r"_?(is|to)\w+", "declared by a call of a macro alone: __exctype (isalnum);"),
-    ("/regex.h", r"re_pattern_buffer\.\w+", "the macro call __REPB_PREFIX(name) is the name, which looks like a function"),
-    ("/png.h", r"png_longjmp_ptr", "PNG_CALLBACK(void, *png_longjmp_ptr, (...)) makes type, name and arguments"),
-    ("/event_struct.h", r"event_d?list", "declared by a call of a macro alone: TAILQ_HEAD (event_list, event);"),
+    ("/ctype.h", r"_?(is|to)\w+", "declared only by a macro call: __exctype (isalnum);"),
+    ("/regex.h", r"re_pattern_buffer\.\w+", "the name is a macro call, __REPB_PREFIX(name), which looks like a function"),
+    ("/png.h", r"png_longjmp_ptr", "PNG_CALLBACK(void, *png_longjmp_ptr, (...)) expands to type, name and arguments"),
+    ("/event_struct.h", r"event_d?list", "declared only by a macro call: TAILQ_HEAD (event_list, event);"),
 ]
 
 
@@ -53,13 +53,13 @@ def parser_declarations(dump, header):
 
 
 def counts(names, kind):
-    """Functions and variables count one by one, types and macros once."""
+    """Functions and variables are counted individually, types and macros once."""
     counter = collections.Counter(names)
     return counter if kind in ("function", "variable") else collections.Counter(set(counter))
 
 
 def difference(wanted, found, taken, ignored, macros):
-    """What is missing and what is false, as pairs of kind and name."""
+    """The missing and the false declarations, as pairs of kind and name."""
     missing, false = [], []
     for kind in KINDS:
         asked = counts((item.name for item in wanted if item.kind == kind), kind)
@@ -73,7 +73,7 @@ def difference(wanted, found, taken, ignored, macros):
 
 
 def excepted(header, pairs, notes):
-    """Takes the pairs that EXCEPTIONS lists away and adds them to the notes."""
+    """Removes the pairs listed in EXCEPTIONS and adds the reasons to the notes."""
     rest = []
     for kind, name in pairs:
         reasons = [reason for path, known, reason in EXCEPTIONS
@@ -84,7 +84,7 @@ def excepted(header, pairs, notes):
 
 
 def rendered(found, wanted, taken):
-    """The texts to give back to clang, of functions and typedefs in namespaces, each with its declaration there."""
+    """The rendered texts of functions and typedefs at namespace level to compile again, each with clang's declaration."""
     places = {}
     for item in wanted:
         places.setdefault((item.kind, item.name), []).append(item)
@@ -101,7 +101,7 @@ def again_in_c(texts):
 
 
 def again_in_cxx(texts):
-    """Each in a namespace of its own within the right one, and for functions a cast that holds if the types agree."""
+    """Each text in a separate nested namespace, with a cast for functions that compiles only if the types agree."""
     lines = []
     for index, (item, place) in enumerate(texts):
         spaces = place.path.split("::")[:-1] + ["tavidoc_%d" % index]
@@ -116,7 +116,7 @@ def again_in_cxx(texts):
 
 
 def refused(include_line, options, texts, language):
-    """Messages for the texts that clang does not accept as declarations after the header, by index."""
+    """Clang's messages for the texts that it rejects as declarations after the header, by index."""
     with tempfile.TemporaryDirectory() as folder:
         source = os.path.join(folder, "again." + language.suffix)
         undefined = "\n".join("#undef %s" % name for name in sorted({item.name.rpartition(".")[2] for item, _ in texts})
@@ -129,13 +129,13 @@ def refused(include_line, options, texts, language):
     first = head.count("\n") + 1
     bad = {}
     for number, message in re.findall(r"again\.\w+:(\d+):\d+: (?:fatal )?error: (.*)", errors):
-        if "deleted function" not in message:  # only the cast uses it
+        if "deleted function" not in message:  # caused by the cast alone
             bad.setdefault(int(number) - first, message)
     return bad
 
 
 def check(dump, entry, cplusplus):
-    """The row of one header and the lines that --list prints; None when it is not installed."""
+    """The row of one header and the lines for --list; None if the header is not installed."""
     path, _, options = entry.partition(":")
     path, _, include = path.partition("|")
     header = find(path)
@@ -158,7 +158,7 @@ def check(dump, entry, cplusplus):
 
 def compare(header, include_line, options, language, wanted, found, taken, ignored, macros, errors):
     notes, listing = [], []
-    if errors:  # the comparison would say nothing
+    if errors:  # the comparison would be meaningless
         return None, ["  clang: " + error for error in errors]
     missing, false = (excepted(header, pairs, notes) for pairs in difference(wanted, found, taken, ignored, macros))
     texts = rendered(found, wanted, taken)
@@ -173,7 +173,7 @@ def compare(header, include_line, options, language, wanted, found, taken, ignor
 
 
 def unmatched(wanted, found):
-    """For kinds and names a line on which clang has such a declaration and the parser none, as far as there is one."""
+    """For each kind and name, the line of clang's declaration; preferably one where the parser finds none."""
     lines = {}
     for item in found:
         lines.setdefault((item.kind, item.name), set()).update(range(item.first, item.last + 1))
@@ -184,11 +184,11 @@ def unmatched(wanted, found):
 
 
 def differences(title, pairs, lines, header):
-    """A line for each kind and name, with a line of the header where it is declared."""
+    """A line for each kind and name, with a line number of its declaration."""
     with open(header, encoding="utf-8", errors="replace") as file:
         source = [""] + file.read().split("\n")
     types = [name + "." for kind, name in pairs if kind == "type" and not name.endswith(clang_headers.ANONYMOUS)]
-    for index, (kind, name) in enumerate(pairs):  # what is in a type of the list is counted only
+    for index, (kind, name) in enumerate(pairs):  # members of listed types are only counted
         scopes = [scope for scope in types if name.startswith(scope)]
         pairs[index] = ("member of " + scopes[0][:-1], "") if scopes else (kind, name)
     result = []
@@ -206,7 +206,7 @@ def report(name, row):
 
 
 def table(title, entries, arguments, cplusplus):
-    """Prints the rows of the headers and returns their sum and whether clang could not compile one."""
+    """Prints the rows of the headers. Returns their sum and whether clang failed to compile a header."""
     print("%-52s %7s %8s %8s %6s %9s %8s" % (title, "wanted", "missing", "recall", "false", "rendered", "refused"))
     rows, broken = [], False
     with concurrent.futures.ProcessPoolExecutor(arguments.jobs) as pool:

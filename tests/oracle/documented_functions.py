@@ -1,15 +1,14 @@
 #!/usr/bin/env python3
-"""Checks that a comment in front of any function of real headers reaches that function's page.
+"""Checks that comments before functions of real headers appear on the pages of these functions.
 
-A numbered documentation comment is put in front of each function and prototype that universal-ctags
-finds in a header, tavidoc runs on the copy, and the number has to be on the page of that name (or be
-reported as replaced there, for overloads). A number on the page of another name is misplaced, one
-on no page is lost. What is lost is classified where the reason can be seen; the rest is listed for judging.
+Inserts a numbered documentation comment before each function and prototype that universal-ctags finds in a
+header, and runs tavidoc on the copy. The number must be on the page of that name (or, for overloads, be
+reported as replaced there). A number on another page is misplaced, a number on no page is lost. Lost numbers
+are classified by reason where possible; the rest is listed for review.
 
 usage: documented_functions.py [--jobs N] [--sample N] [--after-macros] [--all] TAVIDOC [HEADER | DIRECTORY]...
-Without a header or directory all of /usr/include is taken. --sample takes N headers at random (seed 1).
---after-macros puts the comments after macros that are alone on their lines instead of in front of
-them. --all lists the classified ones as well.
+The default is all of /usr/include. --sample selects N headers at random (seed 1). --after-macros inserts the
+comments after macros that are alone on their lines, not before them. --all also lists the classified ones.
 
 Needs the Debian package universal-ctags.
 """
@@ -29,9 +28,9 @@ import tempfile
 from instrument import DIRECTIVE, blanked, body_offset, ctags, group_end, instrumented, is_outside, member, tags
 
 SUFFIXES = (".h", ".hpp", ".hh", ".hxx")
-BATCH = 100  # headers for one process of ctags
+BATCH = 100  # headers per ctags process
 Result = collections.namedtuple("Result", "verdict path tag detail")
-# What the text between a declaration's first token and its name says.
+# Reasons visible in the text between the first token of a declaration and its name.
 HEADS = (
     ("explicit instantiation", re.compile(r"^(?:extern\s+)?template\s+[^<\s]")),
     ("ctags: a statement", re.compile(r"^(?:return|else|do|new|delete|goto|throw|case|static_assert|_Static_assert)\b")),
@@ -49,12 +48,12 @@ def headers_of(places):
     contents = {}
     for path in sorted(path for path in found if os.path.isfile(path)):
         with open(path, "rb") as file:
-            contents.setdefault(hashlib.sha1(file.read()).digest(), path)  # copies are looked at once
+            contents.setdefault(hashlib.sha1(file.read()).digest(), path)  # skip copies
     return sorted(contents.values())
 
 
 def numbers_on_pages(folder, output, lines):
-    """For each number the names of the pages on which it is, or was before another replaced it."""
+    """For each number, the names of the pages that have it, or had it before another page replaced them."""
     pages = collections.defaultdict(set)
     for name in os.listdir(folder):
         with open(os.path.join(folder, name), encoding="latin-1") as file:
@@ -62,7 +61,7 @@ def numbers_on_pages(folder, output, lines):
         title = re.search(r"<title[^>]*>(.*?)</title>", text, re.S)
         title = re.sub(r"\s+", "", html.unescape(title.group(1))) if title else ""
         if title.startswith("<"):
-            continue  # the header's own page
+            continue  # the page of the header
         body = text[text.find("<body"):]
         for number in re.findall(r"<p>(\d+)</p>", body):
             pages[int(number)].add(title)
@@ -74,8 +73,8 @@ def numbers_on_pages(folder, output, lines):
 
 
 def run(tavidoc, text, path, folder):
-    """The pages' folder and the messages of a run on the text."""
-    name = os.path.basename(path).partition(".")[0] + ".h"  # of other suffixes nothing is made
+    """Runs tavidoc on the text. Returns the folder of the pages and the messages."""
+    name = os.path.basename(path).partition(".")[0] + ".h"  # tavidoc ignores other suffixes
     source, pages = os.path.join(folder, name), os.path.join(folder, "pages")
     with open(source, "w", encoding="latin-1", newline="") as file:
         file.write(text)
@@ -116,7 +115,7 @@ def check(tavidoc, path, records, always, folder):
 
 
 def in_body(code, at):
-    """Whether a brace that is no namespace's, class's or linkage specification's is open at the offset."""
+    """Whether a brace other than that of a namespace, class or linkage specification is open at the offset."""
     stack, last = [], 0
     for mark in re.finditer(r"[;{}]", code[:at]):
         if mark.group() == "{":
@@ -129,7 +128,7 @@ def in_body(code, at):
 
 
 def reason(text, code, tag, shares):
-    """Why a tag cannot be asked for, None if nothing is known."""
+    """The reason why a tag cannot be checked, or None."""
     if tag.start < 0:
         return "ctags: in a directive or comment"
     if not tag.number:
@@ -151,7 +150,7 @@ def reason(text, code, tag, shares):
 
 
 def is_cut(code, start):
-    """Whether a directive in front of the offset is inside a declaration."""
+    """Whether a directive before the offset is inside a declaration."""
     before = code[:start].rstrip()
     plain = before.replace(DIRECTIVE, " ").rstrip()
     return before.endswith(DIRECTIVE) and bool(re.search(r"[^;{}:)\s]$|__attribute__\s*\(\([^;]*\)\)$", plain))
@@ -172,7 +171,7 @@ def reason_of_body(text, code, tag):
 
 
 def other_word(code, tag, names):
-    """ctags took a macro or the type for the name, and the page has the name of that declaration."""
+    """Whether ctags mistook a macro or a type for the name, and the page has the correct name."""
     rest, head = code[tag.name_at:tag.name_at + 400], code[tag.start:tag.name_at]
     call = r"%s\s*\(" % re.escape(tag.name)
     for name in map(re.escape, names):
@@ -189,22 +188,22 @@ def other_word(code, tag, names):
 
 
 def outside(text, code, tag, found):
-    """A member that is defined outside its class needs the class in the same header, and gives way to a comment there."""
+    """The reason why a member defined outside its class has no page: the class is elsewhere or has a comment, or None."""
     if not is_outside(code, tag):
         return None
     inside = [other for other in found if member(other) == member(tag) and not other.number]
     if not inside:
-        return "defined outside its class, which is elsewhere"
+        return "defined outside its class, class not in this header"
     if any(other.start >= 0 and text[:other.start].rstrip().endswith("*/") for other in inside):
-        return "defined outside its class, which has a comment of it"
+        return "defined outside its class, documented in the class"
     return None
 
 
 def replaced(code, tag, found):
-    """A method gives way to a virtual one of its name that comes later in its class."""
+    """A reason if a later virtual method of the same name in the class replaces the method, otherwise None."""
     later = [other for other in found if other.scope == tag.scope and other.name == tag.name and other.start > tag.start]
     if tag.scope and any(re.search(r"\bvirtual\b", code[other.start:other.name_at]) for other in later):
-        return "replaced by a virtual function of its name"
+        return "replaced by a virtual function of the same name"
     return None
 
 

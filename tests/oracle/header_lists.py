@@ -1,4 +1,4 @@
-"""The headers that declarations.py compares: PATH, PATH|INCLUDED or either with :OPTION,OPTION for clang."""
+"""The headers that declarations.py compares: PATH or PATH|INCLUDED, optionally followed by :OPTION,OPTION for clang."""
 
 import os
 

@@ -1,4 +1,4 @@
-"""Puts a numbered documentation comment in front of each function that universal-ctags finds in a header."""
+"""Inserts a numbered documentation comment before each function that universal-ctags finds in a header."""
 
 import collections
 import json
@@ -8,7 +8,7 @@ import subprocess
 COMMENT = "/*!\n * \\brief %d\n */\n"
 DIRECTIVE = "\x01"  # fills directives in a blanked text
 
-# start: offset of the first token, -1 where the name is not in the code; name without white space
+# start: offset of the first token, -1 if the name is not in the code; name: without white space
 Tag = collections.namedtuple("Tag", "name line start name_at scope number")
 
 TOKENS = re.compile(r"""//(?:[^\n\\]|\\.|\\\n)*|/\*.*?(?:\*/|\Z)
@@ -20,7 +20,7 @@ STATEMENT_MACRO = re.compile(r"BEGIN|END|DECLS|OBJECT|GADGET|NAMESPACE|^QML_|^Q_
 
 
 def ctags(headers):
-    """What ctags finds as functions and prototypes, by header."""
+    """The functions and prototypes that ctags finds, by header."""
     listed = subprocess.run(
         ["ctags", "--languages=C,C++", "--kinds-C++=fp", "--kinds-C=fp", "--fields=+neSZK", "--output-format=json",
          "--sort=no", "-o", "-", "-L", "-"],
@@ -34,7 +34,7 @@ def ctags(headers):
 
 
 def blanked(text):
-    """The text with comments and literals as blanks and directives as DIRECTIVE, each line in its place."""
+    """The text with comments and literals replaced by spaces and directives by DIRECTIVE; lines keep their places."""
     def blank(match):
         piece = match.group()
         filler = DIRECTIVE if piece.lstrip().startswith("#") else " "
@@ -45,7 +45,7 @@ def blanked(text):
 
 
 def name_offset(code, begin, end, name):
-    """Where the name is on its line, -1 if it is not there outside comments and directives."""
+    """The offset of the name on its line, -1 if it is only in comments or directives."""
     pattern = r"\b%s\b" % re.escape(name)
     if re.match(r"operator\b", name):
         pattern = r"\boperator\b"
@@ -65,7 +65,7 @@ def declaration_start(code, at):
 
 
 def after_macros(code, begin, at, always):
-    """Where a declaration begins that has macros on lines of their own in front of it."""
+    """The start of a declaration after macros that are alone on their lines."""
     while True:
         macro = LONE_MACRO.match(code, begin, at)
         statement = macro and ("\n" in macro.group(3) or STATEMENT_MACRO.search(macro.group(1)))
@@ -102,7 +102,7 @@ def body_offset(code, name_at):
 
 
 def tags(code, records, always):
-    """The tags in the order of their declarations; those of one declaration share its number."""
+    """The tags in the order of their declarations; tags of one declaration share its number."""
     lines = [0] + [match.end() for match in re.finditer(r"\n", code)] + [len(code)]
     result, numbers = [], {}
     for record in records:
@@ -127,13 +127,13 @@ def member(tag):
 
 
 def left_to_definitions(code, found):
-    """Members that are defined outside their class get no comment in it: number 0."""
+    """Gives number 0, no comment, to members in a class that are also defined outside it."""
     outside = {member(tag) for tag in found if is_outside(code, tag)}
     return [tag._replace(number=0) if member(tag) in outside and not is_outside(code, tag) else tag for tag in found]
 
 
 def joined_head(text, code, start, name_at):
-    """The head of a function with its lines joined, if otherwise the body would be too far from a comment."""
+    """The head of a function, joined to one line if the body would otherwise be too far from the comment."""
     body = body_offset(code, name_at)
     head = code[start:body]
     if body < 0 or head.count("\n") < 2 or DIRECTIVE in head or "//" in text[start:body]:
@@ -142,9 +142,9 @@ def joined_head(text, code, start, name_at):
 
 
 def instrumented(text, code, found):
-    """The text with a comment in front of each tag's declaration, and the comments' lines, from 1, by number."""
+    """The text with a comment before each tag's declaration, and the lines of the comments, from 1, by number."""
     pieces, last, line, lines = [], 0, 1, {}
-    text = text.replace("/*!", "/* ")  # comments of the header itself make no pages
+    text = text.replace("/*!", "/* ")  # disables the header's own documentation comments
     places = {tag.number: (tag.start, tag.number, tag.name_at) for tag in reversed(found) if tag.number}
     for start, number, name_at in sorted(places.values()):
         piece = text[last:start]

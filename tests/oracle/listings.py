@@ -1,39 +1,39 @@
 #!/usr/bin/env python3
-"""Compares the colours of whole files with what other lexers make of them.
+"""Compares the colours of whole files with the tokens of other lexers.
 
     tests/oracle/listings.py [--program FILE] [--show N] FILE...
 
-Run by hand. Each file becomes a listing of a page that the program writes; its language follows from
-the suffix (.c .h .cpp .hpp: C, .js: JavaScript, .xml: XML, others only keep their text). The page's spans
-and escapes are undone: the text must be that of the file. Then each character that is not white space
-is put into one of four classes, by its style and by the reference, and counted when they agree.
+Run by hand. The program writes a page with a listing of each file. The suffix determines the language
+(.c .h .cpp .hpp: C, .js: JavaScript, .xml: XML; for others only the text is compared). Without spans and
+escapes, the text must equal the file. Each character that is not white space is then assigned to one of four
+classes, by its style and by the reference, and the agreements are counted.
 
-The reference for C and C++ are the raw tokens of clang (`clang -cc1 -dump-raw-tokens`), for
-JavaScript and XML those of Pygments. Words are keywords by our own tables on both sides.
+The reference for C and C++ is clang's raw tokens (`clang -cc1 -dump-raw-tokens`), for JavaScript and XML
+Pygments. Both sides use our tables of keywords.
 
     class     our styles                                the reference's tokens
     comment   comment, fixme, attention, doc-keyword,   comments
               doc-argument, doc-code
     string    literal                                   strings, characters, numbers, regular expressions
-    keyword   keyword                                   words of our table, but not in names of directives,
+    keyword   keyword                                   words of our table, except in names of directives,
                                                         headers and tags
-    other     text, control, operator, function,        everything else; Pygments' "Preproc" (declarations,
-              markup, attribute, register, the          instructions and character data of XML) and the
-              nameless ones (brackets, "<" of tags)     marks of a substitution in a template among it
+    other     text, control, operator, function,        everything else, including Pygments' "Preproc" (XML
+              markup, attribute, register, unnamed      declarations, instructions and character data) and
+              styles (brackets, "<" of tags)            the delimiters of template substitutions
 
 Good inputs: /usr/include/sqlite3.h; the sources of zstd (`apt-get source libzstd`);
 /usr/share/mime/packages/freedesktop.org.xml; the bundles of `npm pack lodash react-dom three`.
 Needs clang and python3-pygments.
 
-What it gave: sqlite3.h and 48 sources of zstd, 3,378,489 characters: no difference. 362 headers of C++, 4,642,555:
-20 differ, all in `operator""h` and its like, whose suffix has no underscore. lodash, react-dom and three, plain and
-minified, 3,034,154: none. freedesktop.org.xml, 1,978,218: 67 differ (99.9966 % agree), the default values in its DOCTYPE, which
-are literals for us and not looked into by Pygments. What else may differ, in code that is wrong or odd:
+Results: sqlite3.h and 48 sources of zstd, 3,378,489 characters: no differences. 362 C++ headers, 4,642,555: 20 differ,
+all in `operator""h` and similar operators, whose suffix has no underscore. lodash, react-dom and three, plain and
+minified, 3,034,154: none. freedesktop.org.xml, 1,978,218: 67 differ (99.9966 % agree), default values in its DOCTYPE,
+which are literals for us and which Pygments does not analyse. Other possible differences, in invalid or unusual code:
 
-- A string without its end is a literal up to the end of the line, for clang it is nothing.
-- `#error don't use 'x'`: behind the apostrophe we see prose, clang a character.
-- The mark of a comment with a backslash and a line end inside: its first half is an operator.
-- Raw strings and suffixes are those of C++ in C files too.
+- An unterminated string is a literal up to the end of the line; clang has no token for it.
+- `#error don't use 'x'`: after the apostrophe our lexer sees prose, clang a character.
+- A comment marker with a backslash and line end inside: its first half is an operator.
+- C files also have the raw strings and suffixes of C++.
 """
 
 import argparse
@@ -53,7 +53,7 @@ ELLIPSES = {"\u205e": ("\\vdots",), "\u2026": ("\\hdots", "\\...")}
 
 
 def our_classes(program, path, language, text):
-    """The class of each character of the listing, and whether the listing is the text."""
+    """The class of each character of the listing, and whether the listing equals the text."""
     with tempfile.TemporaryDirectory() as folder:
         folder = pathlib.Path(folder)
         (folder / "listing").write_bytes(path.read_bytes())
@@ -85,14 +85,14 @@ def our_words(name):
 
 
 class Names:
-    """Tells the names of directives and of headers in angle brackets, which clang's raw tokens do not."""
+    """Recognises names of directives and of headers in angle brackets, which clang's raw tokens do not."""
 
     def __init__(self):
         self.at_line_start = True
-        self.expected = ""  # "name" behind the "#" of a directive, "header" where a header name may begin, ">" inside of one
+        self.expected = ""  # "name" after the "#" of a directive, "header" where a header name may begin, ">" inside one
 
     def takes(self, kind, value, starts_line):
-        """Goes on by one token; true when it belongs to such a name."""
+        """Processes one token. Returns whether it belongs to such a name."""
         if kind == "unknown" and "\n" in value:
             self.at_line_start, self.expected = True, ""
         if kind in ("unknown", "comment"):
@@ -110,7 +110,7 @@ class Names:
 
 
 def clang_classes(path, text):
-    """Classes by clang's raw tokens, which cover the file without a gap."""
+    """Classes by clang's raw tokens, which cover the file without gaps."""
     language = "c++" if path.suffix in (".cpp", ".hpp") else "c"
     command = ["clang", "-cc1", "-dump-raw-tokens", "-x", language, "-std=" + ("gnu++20" if language == "c++" else "gnu17")]
     dump = subprocess.run(command + [path], capture_output=True).stderr.decode("utf-8", "replace")
@@ -127,7 +127,7 @@ def clang_classes(path, text):
     names = Names()
     for index, (kind, begin, starts_line) in enumerate(tokens):
         end = tokens[index + 1][1] if index + 1 < len(tokens) else len(data)
-        begin += len(re.match(rb"(\\[ \t]*\n)*", data[begin:end])[0])  # clang counts lines joined before it to a token
+        begin += len(re.match(rb"(\\[ \t]*\n)*", data[begin:end])[0])  # clang includes preceding line joins in a token
         value = data[begin:end].decode("utf-8", "replace")
         named = names.takes(kind, value, starts_line)
         if named:
@@ -166,7 +166,7 @@ def pygments_classes(path, text):
 
 
 def differences(ours, theirs, text):
-    """The runs of characters whose classes differ: (our class, theirs, where, length)."""
+    """The runs of characters whose classes differ: (our class, theirs, offset, length)."""
     runs = []
     for at, (one, other) in enumerate(zip(ours, theirs)):
         if one == other or text[at].isspace():
@@ -179,7 +179,7 @@ def differences(ours, theirs, text):
 
 
 def check(program, path, shown):
-    """One file: prints its line, and the differences; True when everything is as wanted."""
+    """Prints the result of one file and its differences. Returns whether it passed."""
     text = path.read_bytes()
     try:
         text = text.decode("utf-8")
@@ -189,10 +189,10 @@ def check(program, path, shown):
     language = LANGUAGES.get(path.suffix, "c")
     ours, survives = our_classes(program, path, language, text)
     if not survives:
-        print(f"{path.name}: the text did not survive")
+        print(f"{path.name}: the text has changed")
         return False
     if language not in ("c", "js", "xml"):
-        print(f"{path.name:34} {len(text):9} characters, the text survives")
+        print(f"{path.name:34} {len(text):9} characters, the text is unchanged")
         return True
     theirs = clang_classes(path, text) if language == "c" else pygments_classes(path, text)
     runs = differences(ours, theirs, text)
@@ -203,7 +203,7 @@ def check(program, path, shown):
     shares = ", ".join(f"{100 * counts[name] / max(total, 1):.0f} % {name}" for name in ("comment", "string", "keyword"))
     print(f"{path.name:34} {total:9} characters ({shares}), {wrong} differ: {agreement:.4f} % agree")
     for kind, number in collections.Counter(run[:2] for run in runs).most_common():
-        print(f"    {number} times {kind[0]} where the reference has {kind[1]}")
+        print(f"    {number} times {kind[0]} instead of {kind[1]}")
         for run in [run for run in runs if run[:2] == kind][:shown]:
             line = text.count("\n", 0, run[2]) + 1
             before = text[text.rfind("\n", 0, run[2]) + 1 : run[2]][-40:]
@@ -214,7 +214,7 @@ def check(program, path, shown):
 def main():
     parser = argparse.ArgumentParser(description=__doc__.split("\n")[0])
     parser.add_argument("--program", default=ROOT / "build/tavidoc", type=pathlib.Path)
-    parser.add_argument("--show", type=int, default=2, help="differences to show of each kind (%(default)s)")
+    parser.add_argument("--show", type=int, default=2, help="differences to show per kind (%(default)s)")
     parser.add_argument("files", nargs="+", type=pathlib.Path)
     arguments = parser.parse_args()
     results = [check(arguments.program.resolve(), path, arguments.show) for path in arguments.files]
