@@ -13,7 +13,7 @@
  *
  * \synopsis
  *
- * \param{seconds} how long the kettle boils, 600 at most.
+ * \param{seconds} how long the kettle boils, at most 600.
  *
  * \return 0, or -1 if there is no water in the kettle.
  * \sa \xref{timer_stop}, \xref{timer_h}{timer.h}
@@ -22,7 +22,7 @@ int timer_start(int seconds);
 
 /*!
  * \h1 \this
- * \brief Stops the timer before its time.
+ * \brief Stops the timer early.
  *
  * \synopsis
  *

@@ -5,15 +5,15 @@
 #include <stdlib.h>
 #include <string.h>
 
-/* Both counters only grow and wrap with their type; since the capacity is a power of two, what lies
-   between them is right even then. The writer alone stores head, the reader alone stores tail. */
+/* Both counters only grow, and wrap with their type. The capacity is a power of two, so their difference
+   is correct even then. Only the writer stores head, only the reader stores tail. */
 struct ring_buffer
 {
     size_t capacity;
     atomic_size_t head; /* bytes written so far */
     atomic_size_t tail; /* bytes read so far */
     atomic_size_t refused;
-    unsigned char *bytes; /* behind the structure, in the same block of memory */
+    unsigned char *bytes; /* after the structure, in the same allocation */
 };
 
 const char ring_buffer_version[] = "1.2.0";
@@ -46,7 +46,7 @@ void ring_buffer_free(ring_buffer *buffer)
     free(buffer);
 }
 
-/* Copies into the ring, in two pieces where it runs over the seam. */
+/* Copies into the ring, in two pieces if the bytes wrap around. */
 static void copy_in(ring_buffer *buffer, size_t position, const unsigned char *bytes, size_t count)
 {
     const size_t begin = position & (buffer->capacity - 1);
@@ -63,7 +63,7 @@ static void copy_out(const ring_buffer *buffer, size_t position, unsigned char *
     memcpy(bytes + before_seam, buffer->bytes, count - before_seam);
 }
 
-/* Writes count bytes, or what there is room for; all or nothing when whole is set. */
+/* Writes up to count bytes; all or none if whole is set. */
 static size_t put(ring_buffer *buffer, const void *bytes, size_t count, bool whole)
 {
     const size_t head = atomic_load_explicit(&buffer->head, memory_order_relaxed);
@@ -136,7 +136,7 @@ size_t ring_buffer_capacity(const ring_buffer *buffer)
     return buffer->capacity;
 }
 
-/* The tail is read first and the head may run on meanwhile, by more than a whole buffer. */
+/* After the tail is loaded, the head may advance by more than the capacity before it is loaded. */
 size_t ring_buffer_size(const ring_buffer *buffer)
 {
     const size_t tail = atomic_load_explicit(&buffer->tail, memory_order_acquire);
@@ -163,11 +163,11 @@ const char *ring_buffer_status_text(ring_buffer_status status)
 {
     switch (status) {
     case RING_BUFFER_OK:
-        return "done";
+        return "success";
     case RING_BUFFER_FULL:
         return "the buffer is full";
     case RING_BUFFER_TOO_LARGE:
-        return "the buffer is too small for this";
+        return "the message is larger than the buffer";
     }
     return "unknown status";
 }

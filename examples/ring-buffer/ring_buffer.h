@@ -6,11 +6,11 @@
 /*!!
  * \h1 ring_buffer.h
  *
- * A ring buffer carries bytes from the one who writes them to the one who reads them. It holds a
- * fixed number of bytes, never allocates after it was made, and never waits: a call that cannot do
- * all it was asked to does what it can and says how much that was.
+ * A ring buffer passes bytes from a writer to a reader. It has a fixed capacity, allocates memory
+ * only when it is created, and never blocks: a call that cannot process all bytes processes as many
+ * as it can and returns their number.
  *
- * One thread may write while another one reads, without a lock. That makes it a good neighbour of
+ * One thread may write while another reads, without a lock. This makes the buffer suitable for
  * interrupts, audio callbacks and serial lines.
  *
  * \section A first program
@@ -32,43 +32,43 @@
  * }
  * \endcode
  *
- * \section Which call for what
+ * \section Choosing a function
  *
  * \table{2in,*}
- * || You want to | Call
- * | send as much as fits | \xref{ring_buffer_write}
- * | send a message whole or not at all | \xref{ring_buffer_write_all}
- * | take bytes out | \xref{ring_buffer_read}
- * | look before you take | \xref{ring_buffer_peek}, then \xref{ring_buffer_skip}
- * | take bytes without copying them | \xref{ring_buffer_visit}
+ * || Task | Function
+ * | send as many bytes as fit | \xref{ring_buffer_write}
+ * | send a complete message or nothing | \xref{ring_buffer_write_all}
+ * | read and remove bytes | \xref{ring_buffer_read}
+ * | inspect bytes before removing them | \xref{ring_buffer_peek}, then \xref{ring_buffer_skip}
+ * | process bytes without copying them | \xref{ring_buffer_visit}
  * \endtable
  *
  * \section Threads
  *
- * Each buffer has two ends. Functions of the group Writing belong to the writer, those of the group
- * Reading to the reader; at any time one thread may be in a function of each group. Functions of the
- * group State may be called from anywhere. Two different buffers have nothing in common.
+ * Each buffer has two ends. Functions of the group Writing are for the writer, functions of the group
+ * Reading for the reader. At any time, one thread may be in a function of each of these groups. Functions
+ * of the group State may be called from any thread. Different buffers are independent.
  *
- * \grouporder Making, Writing, Reading, State, Types, Constants
+ * \grouporder Creating, Writing, Reading, State, Types, Constants
  */
 
 /*!
  * \h1 \this
- * \brief The version of this header, as a number that can be compared.
+ * \brief The version of this header as a number, for comparisons.
  *
  * \synopsis
  * #define \this 10200
  *
  * \description
- * The major version times 10000, the minor version times 100, and the patch level, added up. Version
- * 1.2.3 is 10203. It tells what a program was compiled with; \xref{ring_buffer_version} tells what it
- * runs with.
+ * The sum of the major version times 10000, the minor version times 100, and the patch level. Version
+ * 1.2.3 is 10203. This is the version at compile time; \xref{ring_buffer_version} is the version at run
+ * time.
  *
  * \task Example
  *
  * \code
  * #if \this < 10200
- * #error "ring_buffer_visit() came with version 1.2"
+ * #error "ring_buffer_visit() requires version 1.2"
  * #endif
  * \endcode
  *
@@ -81,14 +81,14 @@
 
 /*!
  * \h1 \this
- * \brief The largest capacity that a buffer can have, in bytes.
+ * \brief The maximum capacity of a buffer, in bytes.
  *
  * \synopsis
  * #define \this ((((size_t)-1) >> 2) + 1)
  *
  * \description
- * A quarter of what \tt{size_t} can count: 2\sup{30} bytes where it has 32 bits. \xref{ring_buffer_new}
- * refuses a greater one.
+ * A quarter of the range of \tt{size_t}: 2\sup{30} bytes if it has 32 bits. \xref{ring_buffer_new}
+ * rejects greater capacities.
  *
  * \sa
  * \xref{ring_buffer_h}{ring_buffer.h}
@@ -108,7 +108,7 @@ extern "C" {
  * \synopsis
  *
  * \description
- * The structure is not public. \xref{ring_buffer_new} makes one, every other function takes a pointer
+ * The structure is opaque. \xref{ring_buffer_new} creates a buffer, the other functions take a pointer
  * to it, and \xref{ring_buffer_free} releases it.
  *
  * \sa
@@ -120,19 +120,19 @@ typedef struct ring_buffer ring_buffer;
 
 /*!
  * \h1 \this
- * \brief What became of a call that does all or nothing.
+ * \brief The result of \f{ring_buffer_write_all}.
  *
  * \synopsis
  *
  * \description
  * \table{2.2in,*}
  * || Value | Meaning
- * | \tt{RING_BUFFER_OK} | It was done. The value is 0.
- * | \tt{RING_BUFFER_FULL} | There is no room now. It may be done when the reader has taken something out.
- * | \tt{RING_BUFFER_TOO_LARGE} | There never will be room: the capacity is smaller.
+ * | \tt{RING_BUFFER_OK} | Success. The value is 0.
+ * | \tt{RING_BUFFER_FULL} | There is not enough free space. Retry after the reader has removed bytes.
+ * | \tt{RING_BUFFER_TOO_LARGE} | The message is larger than the capacity.
  * \endtable
  *
- * Everything but \tt{RING_BUFFER_OK} left the buffer as it was.
+ * The buffer is unchanged unless the result is \tt{RING_BUFFER_OK}.
  *
  * \sa
  * \xref{ring_buffer_write_all}, \xref{ring_buffer_status_text}, \xref{ring_buffer_h}{ring_buffer.h}
@@ -148,19 +148,18 @@ typedef enum
 
 /*!
  * \h1 \this
- * \brief What went through a buffer since it was made.
+ * \brief The traffic of a buffer since its creation.
  *
  * \synopsis
  *
  * \description
- * All three are counted in bytes and begin again at 0 when they have reached the greatest value of
- * their type.
+ * All counters are in bytes. They wrap to 0 after the maximum value of their type.
  *
- * \param{written} what was put in.
+ * \param{written} bytes written.
  *
- * \param{read} what was taken out, skipped and visited bytes included.
+ * \param{read} bytes removed, including skipped and visited bytes.
  *
- * \param{refused} what \xref{ring_buffer_write} and \xref{ring_buffer_write_all} found no room for.
+ * \param{refused} bytes for which \xref{ring_buffer_write} and \xref{ring_buffer_write_all} had no space.
  *
  * \sa
  * \xref{ring_buffer_measure}, \xref{ring_buffer_h}{ring_buffer.h}
@@ -176,22 +175,22 @@ typedef struct
 
 /*!
  * \h1 \this
- * \brief A function that is shown the bytes of a buffer.
+ * \brief A callback that processes bytes in place.
  *
  * \synopsis
  *
  * \description
- * \xref{ring_buffer_visit} calls it once for each piece of memory in which bytes lie, in the order in
- * which they were written.
+ * \xref{ring_buffer_visit} calls it once for each contiguous piece of memory, in the order in which the
+ * bytes were written.
  *
- * \param{bytes} where they lie. The visitor must not keep the pointer.
+ * \param{bytes} the bytes. The visitor must not keep the pointer.
  *
  * \param{count} their number, at least 1.
  *
- * \param{context} what was given to \f{ring_buffer_visit}.
+ * \param{context} the context passed to \f{ring_buffer_visit}.
  *
  * \rv
- * How many of them were used up, from 0 to \a{count}. Less than \a{count} ends the visit.
+ * The number of processed bytes, from 0 to \a{count}. A value less than \a{count} ends the visit.
  *
  * \sa
  * \xref{ring_buffer_h}{ring_buffer.h}
@@ -218,21 +217,21 @@ extern const char ring_buffer_version[];
 
 /*!
  * \h1 \this
- * \brief Makes an empty buffer.
+ * \brief Creates an empty buffer.
  *
  * \synopsis
  *
  * \description
- * All memory that the buffer will ever need is allocated here.
+ * This function allocates all memory of the buffer.
  *
- * \param{capacity} how many bytes the buffer must hold, from 1 to \xref{RING_BUFFER_MAXIMUM}; it is
- * rounded up to a power of two.
+ * \param{capacity} the minimum capacity in bytes, from 1 to \xref{RING_BUFFER_MAXIMUM}. It is rounded up
+ * to a power of two.
  *
  * \rv
- * \return the buffer, which the caller releases with \xref{ring_buffer_free}, or a null pointer.
+ * \return the buffer, or a null pointer. The caller releases the buffer with \xref{ring_buffer_free}.
  *
  * \errors
- * The result is null when \a{capacity} is 0 or too large, and when there is no memory.
+ * The result is null if \a{capacity} is 0 or too large, or if there is not enough memory.
  *
  * \ts
  * It may be called from any thread.
@@ -240,36 +239,36 @@ extern const char ring_buffer_version[];
  * \sa
  * \xref{ring_buffer_free}, \xref{ring_buffer_capacity}, \xref{ring_buffer_h}{ring_buffer.h}
  *
- * \ingroup Making
+ * \ingroup Creating
  */
 ring_buffer *ring_buffer_new(size_t capacity);
 
 /*!
  * \h1 \this
- * \brief Releases a buffer and what is left in it.
+ * \brief Releases a buffer and its contents.
  *
  * \synopsis
  *
- * \param{buffer} what \xref{ring_buffer_new} has returned. With a null pointer nothing happens.
+ * \param{buffer} the buffer to release, or a null pointer, which has no effect.
  *
  * \ts
- * No other thread may use the buffer any more.
+ * No other thread may be using the buffer.
  *
  * \sa
  * \xref{ring_buffer_h}{ring_buffer.h}
  *
- * \ingroup Making
+ * \ingroup Creating
  */
 void ring_buffer_free(ring_buffer *buffer);
 
 /*!
  * \h1 \this
- * \brief Puts in as many bytes as there is room for.
+ * \brief Writes as many bytes as fit.
  *
  * \synopsis
  *
  * \description
- * The bytes are copied, the first one first. What finds no room is not written and is counted as refused.
+ * The bytes are copied in order. Bytes that do not fit are not written and count as refused.
  *
  * \param{buffer} the buffer.
  *
@@ -286,7 +285,7 @@ void ring_buffer_free(ring_buffer *buffer);
  * \task Example
  *
  * \code
- * // Sends everything, however long it takes.
+ * // Retry until everything is sent.
  * while (count > 0) {
  *     const size_t done = \this(line, bytes, count);
  *     bytes += done;
@@ -303,12 +302,13 @@ size_t ring_buffer_write(ring_buffer *buffer, const void *bytes, size_t count);
 
 /*!
  * \h1 \this
- * \brief Puts in all bytes or none.
+ * \brief Writes all bytes or none.
  *
  * \synopsis
  *
  * \description
- * The reader never sees a part of them: they appear all at once. That makes it the call for messages.
+ * The reader never sees only a part of the bytes: all become available at once. Use this function for
+ * messages.
  *
  * \param{buffer} the buffer.
  *
@@ -317,7 +317,7 @@ size_t ring_buffer_write(ring_buffer *buffer, const void *bytes, size_t count);
  * \param{count} their number.
  *
  * \rv
- * \return \tt{RING_BUFFER_OK}, or why nothing was written.
+ * \return \tt{RING_BUFFER_OK}, or the reason why nothing was written.
  *
  * \errors
  * \term \tt{RING_BUFFER_FULL}
@@ -337,18 +337,18 @@ ring_buffer_status ring_buffer_write_all(ring_buffer *buffer, const void *bytes,
 
 /*!
  * \h1 \this
- * \brief Takes out as many bytes as there are.
+ * \brief Reads and removes bytes.
  *
  * \synopsis
  *
  * \param{buffer} the buffer.
  *
- * \param{bytes} room for them; when \a{count} is 0 it may be null.
+ * \param{bytes} the destination, with space for \a{count} bytes; may be null if \a{count} is 0.
  *
- * \param{count} how many are wanted.
+ * \param{count} the maximum number of bytes to read.
  *
  * \rv
- * \return the number of bytes that were read, from 0 to \a{count}. It is 0 when the buffer is empty.
+ * \return the number of bytes read, from 0 to \a{count}. It is 0 if the buffer is empty.
  *
  * \ts
  * For one reader at a time; a writer may be active meanwhile.
@@ -362,18 +362,18 @@ size_t ring_buffer_read(ring_buffer *buffer, void *bytes, size_t count);
 
 /*!
  * \h1 \this
- * \brief Copies bytes and leaves them in the buffer.
+ * \brief Copies bytes without removing them.
  *
  * \synopsis
  *
  * \param{buffer} the buffer.
  *
- * \param{bytes} room for them; when \a{count} is 0 it may be null.
+ * \param{bytes} the destination, with space for \a{count} bytes; may be null if \a{count} is 0.
  *
- * \param{count} how many are wanted.
+ * \param{count} the maximum number of bytes to copy.
  *
  * \rv
- * \return the number of bytes that were copied, from 0 to \a{count}.
+ * \return the number of bytes copied, from 0 to \a{count}.
  *
  * \ts
  * For one reader at a time; a writer may be active meanwhile.
@@ -387,16 +387,16 @@ size_t ring_buffer_peek(const ring_buffer *buffer, void *bytes, size_t count);
 
 /*!
  * \h1 \this
- * \brief Takes bytes out without looking at them.
+ * \brief Removes bytes without reading them.
  *
  * \synopsis
  *
  * \param{buffer} the buffer.
  *
- * \param{count} how many shall go.
+ * \param{count} the maximum number of bytes to remove.
  *
  * \rv
- * \return the number of bytes that were dropped, from 0 to \a{count}.
+ * \return the number of bytes removed, from 0 to \a{count}.
  *
  * \ts
  * For one reader at a time; a writer may be active meanwhile.
@@ -410,28 +410,29 @@ size_t ring_buffer_skip(ring_buffer *buffer, size_t count);
 
 /*!
  * \h1 \this
- * \brief Shows the bytes to a function, where they lie.
+ * \brief Passes the bytes to a callback, without copying them.
  *
  * \synopsis
  *
  * \description
- * Nothing is copied. Since a ring has a seam, there are up to two pieces. What the visitor has used up is
- * taken out of the buffer after each call of it; bytes that are written meanwhile are left for the next visit.
+ * The bytes are in up to two pieces, because the ring wraps around. After each call, the bytes that the
+ * visitor has processed are removed from the buffer. Bytes written during the visit are left for the next
+ * one.
  *
  * \param{buffer} the buffer.
  *
- * \param{visitor} the function that is shown each piece, see \xref{ring_buffer_visitor}.
+ * \param{visitor} the callback for each piece, see \xref{ring_buffer_visitor}.
  *
- * \param{context} whatever the visitor needs; it is handed on.
+ * \param{context} a pointer that is passed to the visitor.
  *
  * \rv
- * \return the number of bytes that were used up.
+ * \return the number of processed bytes.
  *
  * \errors
- * A visitor that claims more bytes than it was shown is taken to have used up what it was shown.
+ * If a visitor returns more bytes than it received, it counts as having processed all of them.
  *
  * \ts
- * For one reader at a time; a writer may be active meanwhile. The visitor must call no function of the
+ * For one reader at a time; a writer may be active meanwhile. The visitor must not call functions of the
  * group Reading for the same buffer.
  *
  * \task Example
@@ -454,12 +455,12 @@ size_t ring_buffer_visit(ring_buffer *buffer, ring_buffer_visitor visitor, void 
 
 /*!
  * \h1 \this
- * \brief How many bytes the buffer can hold.
+ * \brief The capacity of a buffer.
  *
  * \synopsis
  *
  * \rv
- * \return the capacity in bytes, a power of two and at least what \xref{ring_buffer_new} was asked for.
+ * \return the capacity in bytes, a power of two and at least the one passed to \xref{ring_buffer_new}.
  *
  * \ts
  * It may be called from any thread.
@@ -473,7 +474,7 @@ size_t ring_buffer_capacity(const ring_buffer *buffer);
 
 /*!
  * \h1 \this
- * \brief How many bytes can be read.
+ * \brief The number of bytes that can be read.
  *
  * \synopsis
  *
@@ -481,8 +482,8 @@ size_t ring_buffer_capacity(const ring_buffer *buffer);
  * \return the number of bytes in the buffer, from 0 to its capacity.
  *
  * \ts
- * It may be called from any thread. For the reader it is a number that can only grow until it reads; for
- * anyone else it may be out of date when it arrives.
+ * It may be called from any thread. For the reader, the number can only grow until its next read; for other
+ * threads it may already be out of date.
  *
  * \sa
  * \xref{ring_buffer_space}, \xref{ring_buffer_h}{ring_buffer.h}
@@ -493,7 +494,7 @@ size_t ring_buffer_size(const ring_buffer *buffer);
 
 /*!
  * \h1 \this
- * \brief How many bytes can be written.
+ * \brief The number of bytes that can be written.
  *
  * \synopsis
  *
@@ -501,8 +502,8 @@ size_t ring_buffer_size(const ring_buffer *buffer);
  * \return the number of free bytes, from 0 to the capacity.
  *
  * \ts
- * It may be called from any thread. For the writer it is a number that can only grow until it writes; for
- * anyone else it may be out of date when it arrives.
+ * It may be called from any thread. For the writer, the number can only grow until its next write; for other
+ * threads it may already be out of date.
  *
  * \sa
  * \xref{ring_buffer_size}, \xref{ring_buffer_h}{ring_buffer.h}
@@ -513,7 +514,7 @@ size_t ring_buffer_space(const ring_buffer *buffer);
 
 /*!
  * \h1 \this
- * \brief What went through the buffer so far.
+ * \brief The traffic of a buffer so far.
  *
  * \synopsis
  *
@@ -521,8 +522,8 @@ size_t ring_buffer_space(const ring_buffer *buffer);
  * \return the three counters, see \xref{ring_buffer_statistics}.
  *
  * \ts
- * It may be called from any thread. Each counter is right; while the other threads go on, they need not
- * belong to the same moment.
+ * It may be called from any thread. Each counter is correct, but while other threads are active the counters
+ * may be from different moments.
  *
  * \sa
  * \xref{ring_buffer_h}{ring_buffer.h}
@@ -533,15 +534,15 @@ ring_buffer_statistics ring_buffer_measure(const ring_buffer *buffer);
 
 /*!
  * \h1 \this
- * \brief A status in words.
+ * \brief A description of a status.
  *
  * \synopsis
  *
- * \param{status} what \xref{ring_buffer_write_all} has returned.
+ * \param{status} the result of \xref{ring_buffer_write_all}.
  *
  * \rv
- * \return a text in English without a full stop, \dq{unknown status} for a number that is none. It is a
- * constant and is not released.
+ * \return an English text without a full stop; \dq{unknown status} for any other number. The text is a
+ * constant and must not be released.
  *
  * \ts
  * It may be called from any thread.

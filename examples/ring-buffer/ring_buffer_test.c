@@ -19,7 +19,7 @@ static void refuses_a_capacity_that_cannot_be(void)
     ring_buffer_free(NULL);
 }
 
-/* Every place of the seam, every amount. */
+/* Every offset of the seam, every count. */
 static void keeps_the_order_over_the_seam(void)
 {
     ring_buffer *buffer = ring_buffer_new(8);
@@ -70,7 +70,7 @@ static void shows_the_bytes_where_they_lie(void)
     ring_buffer_write(buffer, "......", 6);
     ring_buffer_skip(buffer, 6);
     ring_buffer_write(buffer, "abcdefgh", 8);
-    CHECK(ring_buffer_visit(buffer, append_four, text) == 6); /* two before the seam, four of six behind it */
+    CHECK(ring_buffer_visit(buffer, append_four, text) == 6); /* two before the seam, four of six after it */
     CHECK(strcmp(text, "abcdef") == 0);
     CHECK(ring_buffer_visit(buffer, claim_too_much, NULL) == 2);
     CHECK(ring_buffer_size(buffer) == 0);
@@ -96,7 +96,7 @@ static void carries_a_million_bytes_to_another_thread(void)
     ring_buffer *buffer = ring_buffer_new(64);
     thrd_t writer;
     if (thrd_create(&writer, write_a_million, buffer) != thrd_success) {
-        CHECK(!"a thread can be made");
+        CHECK(!"thrd_create failed");
         ring_buffer_free(buffer);
         return;
     }
