@@ -272,12 +272,12 @@ void ring_buffer_free(ring_buffer *buffer);
  *
  * \param{buffer} the buffer.
  *
- * \param{bytes} where the bytes lie; when \a{count} is 0 it may be null.
+ * \param{bytes} the bytes to write; may be null if \a{count} is 0.
  *
  * \param{count} their number.
  *
  * \rv
- * \return the number of bytes that were written, from 0 to \a{count}.
+ * \return the number of bytes written, from 0 to \a{count}.
  *
  * \ts
  * For one writer at a time; a reader may be active meanwhile.
@@ -312,7 +312,7 @@ size_t ring_buffer_write(ring_buffer *buffer, const void *bytes, size_t count);
  *
  * \param{buffer} the buffer.
  *
- * \param{bytes} where the bytes lie; when \a{count} is 0 it may be null.
+ * \param{bytes} the bytes to write; may be null if \a{count} is 0.
  *
  * \param{count} their number.
  *

@@ -9,7 +9,7 @@ static int s_failures;
 #define CHECK(condition)                                                                                               \
     ((condition) ? (void)0 : (void)(s_failures++, fprintf(stderr, "%s:%d: %s\n", __FILE__, __LINE__, #condition)))
 
-static void refuses_a_capacity_that_cannot_be(void)
+static void rejects_an_invalid_capacity(void)
 {
     CHECK(ring_buffer_new(0) == NULL);
     CHECK(ring_buffer_new(RING_BUFFER_MAXIMUM + 1) == NULL);
@@ -63,7 +63,7 @@ static size_t claim_too_much(const void *bytes, size_t count, void *context)
     return count + 1;
 }
 
-static void shows_the_bytes_where_they_lie(void)
+static void visits_the_bytes_in_place(void)
 {
     ring_buffer *buffer = ring_buffer_new(8);
     char text[16] = "";
@@ -114,10 +114,10 @@ static void carries_a_million_bytes_to_another_thread(void)
 
 int main(void)
 {
-    refuses_a_capacity_that_cannot_be();
+    rejects_an_invalid_capacity();
     keeps_the_order_over_the_seam();
     writes_a_message_whole_or_not_at_all();
-    shows_the_bytes_where_they_lie();
+    visits_the_bytes_in_place();
     carries_a_million_bytes_to_another_thread();
     return s_failures == 0 ? 0 : 1;
 }

@@ -2,7 +2,7 @@
     \code
     count("two words") == 2
     \endcode
-    NOTE: only blanks count. */
+    NOTE: only spaces separate words. */
 #include <stddef.h>
 #define LIMIT 1'000u
 
