@@ -60,7 +60,7 @@ void checkReader(std::string_view input)
 {
     const QString file = Scratch::write(u"input.dg"_s, input);
     QByteArray source = decodedSource(QByteArray(input.data(), static_cast<qsizetype>(input.size())));
-    promise(isUtf8(source.toStdString()), "a decoded source is UTF-8", source.toStdString());
+    promise(QUtf8StringView(source).isValidUtf8(), "a decoded source is UTF-8", source.toStdString());
     normalizeLineEnds(source);
     try {
         SimpleMacroContext macros;

@@ -6,7 +6,9 @@
 
 #include <cerrno>
 #include <cstdio>
+
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace tavidoc {
@@ -15,8 +17,43 @@ namespace {
 
 constexpr int s_mostNames = 1000;
 
-/// Opens a file that nobody else has, not even a process of the same number in another
-/// container or what such a process left behind. Its name is put into \a name; -1 on failure.
+/// Closes a file descriptor at the end of a scope.
+struct Descriptor
+{
+    explicit Descriptor(int descriptor) : number(descriptor) {}
+    Descriptor(const Descriptor &) = delete;
+    Descriptor &operator=(const Descriptor &) = delete;
+    ~Descriptor()
+    {
+        if (number >= 0)
+            ::close(number);
+    }
+    int number;
+};
+
+/// Reads to the end of the file; \a expectedSize bytes are read without a second allocation.
+std::optional<QByteArray> readToEnd(int descriptor, qsizetype expectedSize)
+{
+    QByteArray bytes(expectedSize + 1, Qt::Uninitialized); // one more shows the end of the file
+    qsizetype size = 0;
+    for (;;) {
+        if (size == bytes.size())
+            bytes.resize(bytes.size() * 2);
+        const ssize_t count = ::read(descriptor, bytes.data() + size, static_cast<std::size_t>(bytes.size() - size));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        size += count;
+    }
+    bytes.truncate(size);
+    return bytes;
+}
+
+/// Creates a file under a name that is not in use, not even by a process of the same number in another container or by
+/// what such a process left behind. Sets \a name; -1 on failure.
 int openNewFile(const QByteArray &target, QByteArray &name)
 {
     for (int attempt = 0; attempt < s_mostNames; ++attempt) {
@@ -28,7 +65,7 @@ int openNewFile(const QByteArray &target, QByteArray &name)
     return -1;
 }
 
-/// A full disk shows as a count that is too small; the next call then fails.
+/// On a full disk a call writes less than it should, and the next one fails.
 bool writeAll(int file, const QByteArray &bytes)
 {
     for (qsizetype done = 0; done < bytes.size();) {
@@ -44,10 +81,27 @@ bool writeAll(int file, const QByteArray &bytes)
 
 } // namespace
 
+QStringList *filesRead = nullptr;
+
+std::optional<QByteArray> readRegularFile(const QString &name)
+{
+    if (filesRead != nullptr)
+        filesRead->append(name);
+    const QByteArray path = QFile::encodeName(name);
+    if (path.contains('\0'))
+        return std::nullopt;
+    // Not blocking: opening a pipe must not wait for its writer.
+    const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
+    struct stat status = {};
+    if (file.number < 0 || ::fstat(file.number, &status) != 0 || !S_ISREG(status.st_mode))
+        return std::nullopt;
+    return readToEnd(file.number, status.st_size);
+}
+
 bool writeAndClose(int file, const QByteArray &bytes)
 {
     const bool isWritten = writeAll(file, bytes);
-    const bool isClosed = ::close(file) == 0 || errno == EINTR; // closed all the same
+    const bool isClosed = ::close(file) == 0 || errno == EINTR; // closed nevertheless
     return isWritten && isClosed;
 }
 

@@ -2,16 +2,27 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
+
+#include <optional>
 
 namespace tavidoc {
 
-/// Writes all \a bytes to the open file descriptor \a file and closes it. False when not all
-/// of them could be written, be it that only the closing shows it.
+/// Where the names of all files that the process tries to read are appended, as they were given.
+/// Null, as initially: they are not recorded. Borrowed; whoever sets it resets it.
+extern QStringList *filesRead;
+
+/// The bytes of the regular file \a name. Nothing when it is missing, cannot be read, or is a
+/// directory, a pipe or a device.
+[[nodiscard]] std::optional<QByteArray> readRegularFile(const QString &name);
+
+/// Writes all \a bytes to the open file descriptor \a file and closes it. False when not all of
+/// them were written, even if only closing reports it.
 [[nodiscard]] bool writeAndClose(int file, const QByteArray &bytes);
 
-/// Writes \a bytes to \a fileName, all of them or nothing: they go to a new file beside it that
-/// takes its place when it is complete. Its directory must exist. Throws HException, "cannot
-/// write " and the name, and leaves nothing behind.
+/// Writes \a bytes to \a fileName, completely or not at all: they are written to a temporary file in
+/// the same directory, which must exist, and that is renamed. Throws HException, "cannot write " and
+/// the name, after removing the temporary file.
 void writeWholeFile(const QString &fileName, const QByteArray &bytes);
 
 } // namespace tavidoc

@@ -1,6 +1,6 @@
 #include "codeedit/listing.h"
 
-#include "base/large_room.h"
+#include "base/large_memory.h"
 #include "base/text_escape.h"
 #include "codeedit/characters.h"
 #include "codeedit/ellipses.h"
@@ -79,7 +79,7 @@ void reserveFor(std::string &html, std::size_t size)
     if (capacity <= html.capacity())
         return;
     html.reserve(capacity);
-    expectLargeRoom(html.data(), html.capacity());
+    preferHugePages(html.data(), html.capacity());
 }
 
 } // namespace

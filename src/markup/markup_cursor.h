@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/source_text.h"
+#include "base/white_space.h"
 
 #include <cstddef>
 #include <optional>

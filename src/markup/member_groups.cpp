@@ -1,6 +1,6 @@
 #include "markup/member_groups.h"
 
-#include "base/source_text.h"
+#include "base/white_space.h"
 
 #include <algorithm>
 #include <map>

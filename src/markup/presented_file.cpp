@@ -3,6 +3,7 @@
 #include "base/product.h"
 #include "base/source_text.h"
 #include "codeedit/languages.h"
+#include "base/whole_file.h"
 
 #include <utility>
 

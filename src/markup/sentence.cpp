@@ -1,6 +1,6 @@
 #include "markup/sentence.h"
 
-#include "base/source_text.h"
+#include "base/white_space.h"
 #include "markup/markup_cursor.h"
 
 #include <span>

@@ -1,6 +1,6 @@
 #include "markup/table_writer.h"
 
-#include "base/source_text.h"
+#include "base/white_space.h"
 
 #include <string>
 

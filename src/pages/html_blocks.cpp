@@ -1,6 +1,6 @@
 #include "pages/html_blocks.h"
 
-#include "base/source_text.h"
+#include "base/white_space.h"
 
 #include <utility>
 

@@ -1,6 +1,6 @@
 #include "pages/html_pages.h"
 
-#include "base/large_room.h"
+#include "base/large_memory.h"
 #include "base/product.h"
 #include "base/text_escape.h"
 #include "pages/page_encoding.h"
@@ -18,7 +18,7 @@ void append(std::string &html, std::initializer_list<std::string_view> pieces)
         html += piece;
 }
 
-/// What every page begins with, up to its style.
+/// The beginning of every page, up to its style.
 std::string frameBeginning()
 {
     std::string frame = "<html>\n<!--\n";
@@ -50,12 +50,11 @@ QByteArray framedPage(std::string_view style, std::string_view title, std::strin
     std::string head = beginning;
     append(head, {style, "\">", escapedText(title), afterTitle});
     QByteArray page;
-    // References to characters are longer than what they stand for. In large pages room that is not used takes no
-    // memory.
-    const std::size_t spare = isLargeRoom(body.size()) ? body.size() / 2 : 0;
+    // Character references are longer than the characters. The unused part of large memory is never touched.
+    const std::size_t spare = isLarge(body.size()) ? body.size() / 2 : 0;
     const std::size_t size = head.size() + body.size() + spare + ending.size();
     page.reserve(static_cast<qsizetype>(size));
-    expectLargeRoom(page.constData(), body.size());
+    preferHugePages(page.constData(), body.size());
     for (const std::string_view part : {std::string_view(head), body, ending})
         appendLatin1(page, part);
     return page;
@@ -88,7 +87,7 @@ void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> grou
         append(html, {"<tr bgcolor=\"#cccccc\"><td valign=\"center\" colspan=\"2\" style=\"CellTitle\"><b>",
                       group.caption, "</b></td></tr>\n"});
         for (const IndexEntry &entry : group.entries) {
-            // The run of blanks between the cells belongs to the row.
+            // Deliberate: the row has a run of blanks between its cells.
             append(html,
                    {"<tr><td valign=\"center\"><a href=\"", addressStart(entry.stem), entry.stem,
                     ".htm\" style=\"Heading\">", entry.title,

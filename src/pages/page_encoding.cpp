@@ -1,6 +1,8 @@
 #include "pages/page_encoding.h"
 
-#include <QString>
+#include <QStringDecoder>
+#include <QStringView>
+#include <QVarLengthArray>
 
 #include <algorithm>
 #include <array>
@@ -10,11 +12,16 @@ namespace tavidoc {
 
 namespace {
 
-/// The end of the ASCII characters that \a text begins with.
+constexpr bool isAscii(char c)
+{
+    return static_cast<unsigned char>(c) < 0x80;
+}
+
+/// The number of ASCII characters that \a text begins with.
 std::size_t asciiLength(std::string_view text)
 {
     std::size_t length = 0;
-    constexpr std::size_t block = 32; // judged at once
+    constexpr std::size_t block = 32; // tested at once
     while (length + block <= text.size()) {
         unsigned char bits = 0;
         for (std::size_t index = 0; index < block; ++index)
@@ -23,29 +30,12 @@ std::size_t asciiLength(std::string_view text)
             break;
         length += block;
     }
-    while (length < text.size() && static_cast<unsigned char>(text[length]) < 0x80)
+    while (length < text.size() && isAscii(text[length]))
         ++length;
     return length;
 }
 
-/// Takes the character that \a text begins with, which is not ASCII, off it. Bytes that are no
-/// character, which only a cut through one leaves, count as U+FFFD one by one.
-char32_t takeCharacter(std::string_view &text)
-{
-    const auto lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = lead >= 0xF0 ? 4 : lead >= 0xE0 ? 3 : 2;
-    if (lead < 0xC2 || length > text.size()) {
-        text.remove_prefix(1);
-        return 0xFFFD;
-    }
-    char32_t character = lead & (0x7FU >> length);
-    for (std::size_t index = 1; index < length; ++index)
-        character = character << 6 | (static_cast<unsigned char>(text[index]) & 0x3FU);
-    text.remove_prefix(length);
-    return character;
-}
-
-/// Appends the reference to \a character at once: pages in other scripts are full of them.
+/// Formats without an allocation: pages in other scripts consist of references.
 void appendReference(QByteArray &bytes, char32_t character)
 {
     std::array<char, 16> reference{'&', '#', 'x'};
@@ -54,21 +44,42 @@ void appendReference(QByteArray &bytes, char32_t character)
     bytes.append(reference.data(), end - reference.data());
 }
 
+/// Each surrogate is part of a pair.
+void appendCharacters(QByteArray &bytes, QStringView characters)
+{
+    char16_t high = 0;
+    for (const QChar character : characters) {
+        if (character.isHighSurrogate()) {
+            high = character.unicode();
+            continue;
+        }
+        const char32_t code =
+            character.isLowSurrogate() ? QChar::surrogateToUcs4(high, character.unicode()) : character.unicode();
+        if (code < 0x100)
+            bytes.append(static_cast<char>(code));
+        else
+            appendReference(bytes, code);
+    }
+}
+
 } // namespace
 
 void appendLatin1(QByteArray &bytes, std::string_view text)
 {
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    QVarLengthArray<QChar, 256> characters;
     for (;;) {
         const std::size_t plain = asciiLength(text);
         bytes.append(text.data(), static_cast<qsizetype>(plain));
         text.remove_prefix(plain);
         if (text.empty())
             return;
-        const char32_t character = takeCharacter(text);
-        if (character < 0x100)
-            bytes.append(static_cast<char>(character));
-        else
-            appendReference(bytes, character);
+        const QByteArrayView run(text.begin(), std::ranges::find_if(text, isAscii));
+        text.remove_prefix(static_cast<std::size_t>(run.size()));
+        characters.resize(decoder.requiredSpace(run.size()));
+        const QChar *const end = decoder.appendToBuffer(characters.data(), run);
+        appendCharacters(bytes, QStringView(characters.data(), end));
     }
 }
 

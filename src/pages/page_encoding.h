@@ -7,7 +7,8 @@
 namespace tavidoc {
 
 /// Appends \a text, which is UTF-8, to \a bytes in ISO 8859-1. A character that this encoding
-/// lacks is written as a hexadecimal character reference ("&#x2026;").
+/// lacks is written as a hexadecimal character reference ("&#x2026;"); each byte of a malformed
+/// sequence counts as U+FFFD.
 void appendLatin1(QByteArray &bytes, std::string_view text);
 
 } // namespace tavidoc

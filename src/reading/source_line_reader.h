@@ -9,13 +9,13 @@
 
 namespace tavidoc {
 
-/// Delivers the lines of one source file. The file is read whole and closed at once. A file
-/// that cannot be read, or is no regular file, reads as empty.
+/// Reads the lines of one source file, which is read completely and closed at once. A file that cannot
+/// be read or is not a regular file is treated as empty.
 class SourceLineReader
 {
 public:
     explicit SourceLineReader(const Path &path);
-    /// Delivers the lines of \a text, which is UTF-8 with "\n" line ends, as those of \a path.
+    /// Reads the lines of \a text, which is UTF-8 with "\n" line ends, as the contents of \a path.
     SourceLineReader(Path path, QByteArray text);
 
     /// Stores the next line, without its end, in \a line. At the end of the file the result is
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] const QByteArray &text() const { return m_text; }
     /// False when the file could not be read.
     [[nodiscard]] bool wasRead() const { return m_wasRead; }
-    /// How many lines have been delivered.
+    /// The number of lines read so far.
     [[nodiscard]] int lineNumber() const { return m_lineNumber; }
     /// In columns. Nothing in reading depends on it.
     [[nodiscard]] int tabWidth() const { return m_tabWidth; }

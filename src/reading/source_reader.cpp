@@ -1,7 +1,7 @@
 #include "reading/source_reader.h"
 
 #include "base/hexception.h"
-#include "base/source_text.h"
+#include "base/white_space.h"
 
 #include <QFile>
 
@@ -13,13 +13,13 @@ namespace tavidoc {
 
 namespace {
 
-/// A file open so many times at once will never end.
-#ifdef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION // going there is slow where every step is watched
+/// A file that is open this often at once never ends.
+#ifdef FUZZING_BUILD_MODE_UNSAFE_FOR_PRODUCTION // an instrumented build is slow
 constexpr std::size_t s_endlessDepth = 100;
 #else
 constexpr std::size_t s_endlessDepth = 10'000;
 #endif
-/// Neither will one that is open so many times and whose readings together are so large.
+/// Neither does one that is open this often and whose readings add up to this size.
 constexpr std::size_t s_suspiciousDepth = 100;
 constexpr qsizetype s_endlessSize = qsizetype{64} * 1024 * 1024; // bytes
 
@@ -35,8 +35,7 @@ std::string_view firstWord(std::string_view text)
     return text.substr(0, text.find(' '));
 }
 
-/// Sets the introducer of a macro context for the time of an expansion, also of one that ends
-/// in an exception.
+/// Sets the introducer of a macro context for the duration of an expansion, even if that throws.
 class IntroducerChange
 {
 public:
@@ -81,7 +80,7 @@ void SourceReader::enter(const Path &path)
         identity = {status.st_dev, status.st_ino};
     Readings &readings = m_readings[identity];
     const bool known = identity != FileIdentity() && !readings.enteredStacks.empty();
-    if (known && isEndless(readings)) // deliberate: such a run would never end
+    if (known && isEndless(readings)) // deliberate: such a run would never finish
         throw HException(path.given().toUtf8() + " includes itself without end");
     SourceLineReader reader = known ? SourceLineReader(path, readings.text) : SourceLineReader(path);
     readings.text = reader.text();
@@ -90,7 +89,7 @@ void SourceReader::enter(const Path &path)
     m_conditions.setSuppressed(false);
 }
 
-/// Whether one more reading of a file, beside those that are open, proves that it never ends.
+/// Whether reading a file once more, in addition to the open readings, proves that it never ends.
 bool SourceReader::isEndless(const Readings &readings) const
 {
     const std::vector<int> &stacks = readings.enteredStacks;
@@ -122,8 +121,8 @@ void SourceReader::leave()
         return;
     if (!left.reader.wasRead())
         m_document.missingIncludes.push_back({nextLineOffset(), left.reader.path().given().toStdString()});
-    // An include is followed only while lines are kept, so they are kept again; its end reads
-    // as one empty line.
+    // Includes are followed only while lines are kept, so lines are kept again; the end of the include
+    // reads as one empty line.
     m_conditions.setSuppressed(false);
     if (m_macros == nullptr)
         return keepCopy({});
@@ -156,7 +155,7 @@ void SourceReader::define(const std::string &line)
     const std::string_view definition = afterFirstBlank(line);
     std::string value(afterFirstBlank(definition));
     std::string_view next;
-    // The lines that continue a definition are taken as they are, whatever they begin with.
+    // Lines that continue a definition are not interpreted.
     while (value.ends_with('\\') && m_open.back().reader.readLine(next)) {
         value.pop_back();
         value += next;
@@ -223,7 +222,7 @@ void SourceReader::joinRun()
     m_run = {};
 }
 
-/// Where in the text the line after those that have been joined will begin.
+/// The offset in the text of the next line.
 std::size_t SourceReader::nextLineOffset() const
 {
     return m_document.isJoined ? m_document.joined.size() + 1 : 0;

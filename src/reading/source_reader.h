@@ -19,24 +19,24 @@ namespace tavidoc {
 struct MissingInclude
 {
     std::size_t offset; ///< of that line in the text
-    std::string file;   ///< as it was asked for; UTF-8
+    std::string file;   ///< as the include names it; UTF-8
 };
 
-/// A markup document as it goes to the translator.
+/// A markup document, ready for the translator.
 struct SourceDocument
 {
     /// The lines that were kept, joined by "\n". UTF-8.
     [[nodiscard]] std::string_view text() const { return isJoined ? std::string_view(joined) : kept; }
 
-    QByteArray file;       ///< holds the text when it is one stretch of the input file,
+    QByteArray file;       ///< contains the text when it is one stretch of the input file,
     std::string_view kept; ///< which is this view into it
-    std::string joined;    ///< holds the text otherwise
+    std::string joined;    ///< contains the text otherwise
     bool isJoined = false;
     SourceMap map;
     std::vector<MissingInclude> missingIncludes; ///< in order
 };
 
-/// Reads a markup source with what it includes: drops comments, keeps or drops conditional
+/// Reads a markup source with the files that it includes: drops comments, evaluates conditional
 /// blocks and collects definitions.
 class SourceReader
 {
@@ -45,11 +45,11 @@ public:
     SourceReader(MacroContext *macros, std::string_view outputFormat);
 
     /// Reads \a path. A file that cannot be read is empty. Throws HException when an include
-    /// can be proved never to end.
+    /// provably never ends.
     [[nodiscard]] SourceDocument read(const Path &path);
 
 private:
-    /// Tells a file from all others: device and number on it. Zeros for one that cannot be read.
+    /// Identifies a file: its device and inode numbers. Zeros for a file that cannot be read.
     using FileIdentity = std::pair<quint64, quint64>;
 
     /// A file while it is being read.
@@ -64,10 +64,10 @@ private:
     struct Readings
     {
         QByteArray text;                // shared by all of them
-        std::vector<int> enteredStacks; // the identity of the conditions each one began with
+        std::vector<int> enteredStacks; // identities of the conditions when each began
     };
 
-    /// Lines that follow each other in their file and are not joined to the text yet.
+    /// Consecutive lines of a file that have not been appended to the text yet.
     struct Run
     {
         const char *begin = nullptr;

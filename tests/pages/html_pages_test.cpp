@@ -20,6 +20,12 @@ TEST(HtmlPages, FrameAroundAPage)
               "<body>\nb\xE9&#x20ac;</body>\n</html>\n");
 }
 
+TEST(HtmlPages, CharactersBeyondLatin1AreReferences)
+{
+    EXPECT_EQ(barePage("\xEF\xBB\xBF\xC3\xBF\xC4\x80 \xF0\x9F\x98\x80"), "&#xfeff;\xFF&#x100; &#x1f600;");
+    EXPECT_EQ(barePage("\xE2\x80 ab\xC2"), "&#xfffd;&#xfffd; ab&#xfffd;") << "bytes of a character that is cut off";
+}
+
 TEST(HtmlPages, IndexOfPagesUnderCaptions)
 {
     const IndexGroup groups[] = {{"One", {{"a", "A", "First."}, {"b", "B", ""}}}, {"Two", {}}};

@@ -1,4 +1,4 @@
-#include "base/large_room.h"
+#include "base/large_memory.h"
 
 #include <sys/mman.h>
 #include <unistd.h>
@@ -7,14 +7,14 @@
 
 namespace tavidoc {
 
-void expectLargeRoom(const void *room, std::size_t size)
+void preferHugePages(const void *memory, std::size_t size)
 {
-    if (!isLargeRoom(size))
+    if (!isLarge(size))
         return;
     const auto pageSize = static_cast<std::size_t>(::sysconf(_SC_PAGESIZE));
-    void *begin = const_cast<void *>(room);
+    void *begin = const_cast<void *>(memory);
     if (std::align(pageSize, pageSize, begin, size) != nullptr)
-        ::madvise(begin, size - size % pageSize, MADV_HUGEPAGE); // a hint: it changes nothing when it fails
+        ::madvise(begin, size - size % pageSize, MADV_HUGEPAGE); // only advice: failure does no harm
 }
 
 } // namespace tavidoc
