@@ -1,6 +1,5 @@
 // Checks definitions of menus, keys, messages and properties.
 
-#include "base/source_text.h"
 #include "definitions/action_names.h"
 #include "definitions/properties.h"
 #include "definitions/xml_pp.h"
@@ -14,23 +13,25 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Looks up every name below \a root. Returns the results as one text.
-std::string lookedUp(const QDomElement &root, const ActionNames &actions, const Properties &properties)
+/// Looks up each name below \a root; the answers as one text.
+std::string lookedUp(const XmlElement &root, const ActionNames &actions, const Properties &properties)
 {
     constexpr int most = 100; // names: each path may be as long as the file
-    std::string text = properties.tableHtml() + textOf(root).toStdString();
+    std::string text(root.isNull() ? std::string_view() : root.text());
+    for (const Property &property : properties.all())
+        text.append(property.name).append(property.caption).append(property.type).append(property.description);
     int count = 0;
-    for (QDomElement element = root; !element.isNull() && count < most;
-         element = nextElement(element, root, XmlChildren::Enter)) {
-        if (!element.hasAttribute(u"name"_s))
+    for (XmlElement element = root; !element.isNull() && count < most; element = element.next(root)) {
+        const std::string_view name = element.attribute("name");
+        if (name.empty())
             continue;
         ++count;
-        const std::string name = element.attribute(u"name"_s).toStdString();
-        text += actions.choosePhrase(name, "Choose ", "Press ").html;
+        const ChoosePhrase phrase = actions.choosePhrase(name);
+        text.append(phrase.path).append(phrase.key).append(phrase.error);
         text += actions.menuPath(name).path;
-        text += actions.lookup(name + ".tip");
-        if (const std::string *const caption = properties.caption(name))
-            text += *caption;
+        text += actions.lookup(std::string(name) + ".tip");
+        if (const Property *const property = properties.find(name))
+            text += property->caption;
     }
     return text;
 }
@@ -57,6 +58,6 @@ void checkDefinitions(std::string_view input)
         properties.add(loaded.root);
     }
     const std::string answers = lookedUp(loaded.root, actions, properties);
-    promise(isUtf8(answers), "results are UTF-8", answers);
+    promise(QUtf8StringView(answers).isValidUtf8(), "answers are UTF-8", answers);
     promise(document.load(file).root.isNull(), "a file is loaded once");
 }

@@ -1,31 +1,31 @@
 #include "definitions/action_names.h"
 
 #include "base/product.h"
-#include "base/text_escape.h"
-#include "definitions/xml_pp.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tavidoc {
 
-using namespace Qt::StringLiterals;
-
 namespace {
 
-constexpr std::string_view s_error = "***ERROR***";
-
-bool isMenu(const QString &tag)
+bool isMenu(std::string_view tag)
 {
-    return tag == u"definemenu" || tag == u"menu";
+    return tag == "definemenu" || tag == "menu";
 }
 
-bool isScheme(const QString &tag)
+bool isScheme(std::string_view tag)
 {
-    return tag == u"messagescheme" || tag == u"keyscheme";
+    return tag == "messagescheme" || tag == "keyscheme";
 }
 
-/// Puts the value of \a definition, "NAME=value", wherever \a text says "$(NAME)".
-std::string expanded(std::string_view text, std::string_view definition)
+std::string dotted(std::string_view action, std::string_view tag)
+{
+    return std::string(action).append(".").append(tag);
+}
+
+/// Replaces each "$(NAME)" in \a text by the value of \a definition, "NAME=value".
+std::string replaced(std::string_view text, std::string_view definition)
 {
     const std::size_t equals = definition.find('=');
     const std::string place = "$(" + std::string(definition.substr(0, equals)) + ")";
@@ -37,79 +37,67 @@ std::string expanded(std::string_view text, std::string_view definition)
     return result.append(text);
 }
 
-/// The texts of the menus around \a item, from the innermost outwards.
-std::vector<std::string> captionsAround(const QDomElement &item, std::vector<std::string> &warnings)
+/// The captions of the menus around \a item, from the innermost outwards.
+std::vector<std::string> captionsAround(const XmlElement &item, std::vector<std::string> &warnings)
 {
     std::vector<std::string> captions;
-    for (QDomNode node = item.parentNode(); node.isElement(); node = node.parentNode()) {
-        const QDomElement element = node.toElement();
-        if (!isMenu(element.tagName())) {
-            // Deliberate: the bar is where every walk ends; it is not reported.
-            if (element.tagName() != u"definemenubar")
-                warnings.push_back("Unprocessed tag " + element.tagName().toStdString());
+    for (XmlElement element = item.parent(); !element.isNull(); element = element.parent()) {
+        if (!isMenu(element.name())) {
+            // Deliberate: every walk ends at the bar, which is not reported.
+            if (element.name() != "definemenubar")
+                warnings.push_back("Unprocessed tag " + std::string(element.name()));
             break;
         }
-        // Every "&" goes, the doubled one too that stands for an ampersand: this is wanted.
-        captions.push_back(element.attribute(u"caption"_s).remove(u'&').toStdString());
+        std::string &caption = captions.emplace_back(element.attribute("caption"));
+        std::erase(caption, '&'); // deliberate: also a doubled one, which shows as an ampersand in a menu
     }
     return captions;
 }
 
-void appendBold(std::string &html, std::string_view text)
-{
-    html += " <b>";
-    appendEscaped(html, text);
-    html += "</b>";
-}
-
-std::string inLowerCase(std::string_view verb)
-{
-    std::string result(verb);
-    std::transform(result.begin(), result.end(), result.begin(), [](char letter) {
-        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
-    });
-    return result;
-}
-
 } // namespace
 
-void ActionNames::add(const QDomElement &root)
+void ActionNames::add(const XmlElement &root)
 {
-    for (QDomElement element = root; !element.isNull();) {
-        const QString tag = element.tagName();
-        if (isMenu(tag))
+    for (XmlElement element = root; !element.isNull();) {
+        const bool isOfMenu = isMenu(element.name());
+        if (isOfMenu)
             addMenu(element);
-        else if (isScheme(tag))
+        else if (isScheme(element.name()))
             addScheme(element);
-        const bool isDone = isMenu(tag) || isScheme(tag);
-        element = nextElement(element, root, isDone ? XmlChildren::Skip : XmlChildren::Enter);
+        element = isOfMenu || isScheme(element.name()) ? element.nextAfterChildren(root) : element.next(root);
     }
 }
 
-void ActionNames::addMenu(const QDomElement &menu)
+void ActionNames::addMenu(const XmlElement &menu)
 {
-    for (QDomElement element = menu; !element.isNull(); element = nextElement(element, menu, XmlChildren::Enter)) {
-        if (element.tagName() != u"item")
+    for (XmlElement element = menu; !element.isNull(); element = element.next(menu)) {
+        if (element.name() != "item")
             continue;
-        if (std::string action = element.attribute(u"name"_s).toStdString(); !action.empty())
-            m_menuItems.try_emplace(std::move(action), element);
+        if (const std::string_view action = element.attribute("name"); !action.empty())
+            m_menuItems.try_emplace(action, element);
     }
 }
 
-/// Both kinds of scheme have one shape: items, with an element for each text.
-void ActionNames::addScheme(const QDomElement &scheme)
+/// Both kinds of scheme have the same structure: items, with an element for each text.
+void ActionNames::addScheme(const XmlElement &scheme)
 {
-    (scheme.tagName() == u"keyscheme" ? m_hasKeys : m_hasMessages) = true;
+    (scheme.name() == "keyscheme" ? m_hasKeys : m_hasMessages) = true;
+    for (XmlElement item = scheme.firstChild(); !item.isNull(); item = item.nextSibling()) {
+        const std::string_view action = item.attribute("name");
+        if (item.name() != "item" || action.empty())
+            continue;
+        for (XmlElement entry = item.firstChild(); !entry.isNull(); entry = entry.nextSibling())
+            m_texts[dotted(action, entry.name())] = expanded(entry.text());
+    }
+}
+
+/// \a text with the product's name in place of "$(WENDRIX_NAME)".
+std::string_view ActionNames::expanded(std::string_view text)
+{
+    if (text.find("$(") == std::string_view::npos)
+        return text;
     const std::string definition = "WENDRIX_NAME=" + std::string(Product::displayName);
-    const QString itemTag = u"item"_s;
-    for (QDomElement item = scheme.firstChildElement(itemTag); !item.isNull();
-         item = item.nextSiblingElement(itemTag)) {
-        const std::string action = item.attribute(u"name"_s).toStdString();
-        if (action.empty())
-            continue;
-        for (QDomElement entry = item.firstChildElement(); !entry.isNull(); entry = entry.nextSiblingElement())
-            m_texts[action + "." + entry.tagName().toStdString()] = expanded(textOf(entry).toStdString(), definition);
-    }
+    return m_expanded.emplace_back(replaced(text, definition));
 }
 
 std::string_view ActionNames::lookup(std::string_view key) const
@@ -118,11 +106,9 @@ std::string_view ActionNames::lookup(std::string_view key) const
     return found == m_texts.end() ? std::string_view() : found->second;
 }
 
-const std::string *ActionNames::text(std::string_view action, std::string_view tag) const
+const std::string_view *ActionNames::text(std::string_view action, std::string_view tag) const
 {
-    std::string key(action);
-    key.append(".").append(tag);
-    const auto found = m_texts.find(key);
+    const auto found = m_texts.find(dotted(action, tag));
     return found == m_texts.end() ? nullptr : &found->second;
 }
 
@@ -130,7 +116,7 @@ MenuPath ActionNames::menuPath(std::string_view action) const
 {
     MenuPath result;
     const std::string name(action);
-    const std::string *ownText = text(action, "text");
+    const std::string_view *ownText = text(action, "text");
     if (!ownText) {
         result.warnings.push_back("Can't find " + name + " in message scheme");
         return result;
@@ -148,29 +134,14 @@ MenuPath ActionNames::menuPath(std::string_view action) const
     return result;
 }
 
-ChoosePhrase ActionNames::choosePhrase(std::string_view action, std::string_view menuVerb,
-                                       std::string_view keyVerb) const
+ChoosePhrase ActionNames::choosePhrase(std::string_view action) const
 {
     if (action.empty())
-        return {std::string(s_error), "error: docgen: choose has empty action name\n", {}};
+        return {{}, {}, "choose has empty action name", {}};
     MenuPath menu = menuPath(action);
-    const std::string *key = text(action, "key");
-    const bool hasKey = key && !key->empty();
-    ChoosePhrase phrase{{}, {}, std::move(menu.warnings)};
-    if (!menu.path.empty()) {
-        phrase.html += menuVerb;
-        appendBold(phrase.html, menu.path);
-    }
-    if (hasKey) {
-        phrase.html += menu.path.empty() ? std::string(keyVerb) : " or " + inLowerCase(keyVerb);
-        appendBold(phrase.html, *key);
-    }
-    if (phrase.html.empty()) {
-        phrase.html = s_error;
-        phrase.errorLine = "error: docgen: missing both menu path and accelerator for " + std::string(action);
-        std::ranges::replace(phrase.errorLine, '\n', ' '); // a name may run over lines, a message does not
-        phrase.errorLine += '\n';
-    }
+    ChoosePhrase phrase{std::move(menu.path), lookup(dotted(action, "key")), {}, std::move(menu.warnings)};
+    if (phrase.path.empty() && phrase.key.empty())
+        phrase.error = "missing both menu path and accelerator for " + std::string(action);
     return phrase;
 }
 

@@ -1,54 +1,23 @@
 #include "definitions/properties.h"
 
-#include "base/text_escape.h"
-#include "definitions/xml_pp.h"
-
 namespace tavidoc {
 
-using namespace Qt::StringLiterals;
-
-namespace {
-
-constexpr std::string_view s_tableHead =
-    "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"0\" border=\"0\" cols=\"200pt 200pt\">\n"
-    "<tr bgcolor=\"#cccccc\"><th>Property</th><th>Description</th></tr>\n";
-
-} // namespace
-
-void Properties::add(const QDomElement &root)
+void Properties::add(const XmlElement &root)
 {
-    for (QDomElement element = root; !element.isNull(); element = nextElement(element, root, XmlChildren::Enter)) {
-        if (element.tagName() != u"property" || element.parentNode().toElement().tagName() != u"properties")
+    for (XmlElement element = root; !element.isNull(); element = element.next(root)) {
+        if (element.name() != "property" || element.parent().isNull() || element.parent().name() != "properties")
             continue;
-        std::string name = element.attribute(u"name"_s).toStdString();
+        const std::string_view name = element.attribute("name");
         if (!name.empty())
             m_places[name] = m_properties.size();
-        m_properties.push_back({std::move(name), element.attribute(u"caption"_s).toStdString(),
-                                element.attribute(u"type"_s).toStdString(), textOf(element).toStdString()});
+        m_properties.push_back({name, element.attribute("caption"), element.attribute("type"), element.text()});
     }
 }
 
-const std::string *Properties::caption(std::string_view name) const
+const Property *Properties::find(std::string_view name) const
 {
     const auto place = m_places.find(name);
-    return place == m_places.end() ? nullptr : &m_properties[place->second].caption;
-}
-
-std::string Properties::tableHtml() const
-{
-    std::string html(s_tableHead);
-    for (const Property &property : m_properties) {
-        html += "<tr><td>";
-        appendEscaped(html, property.caption);
-        html += "<small><tt>";
-        appendEscaped(html, property.name);
-        html += "</tt>&nbsp;&ndash;&nbsp;";
-        appendEscaped(html, property.type);
-        html += "</small></td><td>";
-        appendEscaped(html, property.description);
-        html += "</td></tr>\n";
-    }
-    return html.append("</table>");
+    return place == m_places.end() ? nullptr : &m_properties[place->second];
 }
 
 } // namespace tavidoc

@@ -1,42 +1,39 @@
 #pragma once
 
-#include "base/text_map.h"
+#include "definitions/xml_tree.h"
 
-#include <QDomElement>
-
-#include <string>
+#include <span>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tavidoc {
 
-/// The properties that the definitions describe. All text is UTF-8.
+/// A property as it is defined. All text is UTF-8, borrowed from the definitions and not escaped.
+struct Property
+{
+    std::string_view name;
+    std::string_view caption;
+    std::string_view type;
+    std::string_view description;
+};
+
+/// The properties that the definitions describe.
 class Properties
 {
 public:
-    /// Takes in the properties below \a root.
-    void add(const QDomElement &root);
+    /// Adds the properties below \a root, whose tree must outlive this object.
+    void add(const XmlElement &root);
 
     [[nodiscard]] bool isEmpty() const { return m_properties.empty(); }
-
-    /// The caption of the property \a name, not escaped, of several the one added last; null
-    /// when there is no such property.
-    [[nodiscard]] const std::string *caption(std::string_view name) const;
-
-    /// The HTML table of all properties, in the order in which they were added.
-    [[nodiscard]] std::string tableHtml() const;
+    /// All properties in the order of the definitions.
+    [[nodiscard]] std::span<const Property> all() const { return m_properties; }
+    /// The property \a name, the last one of that name; null when there is none.
+    [[nodiscard]] const Property *find(std::string_view name) const;
 
 private:
-    struct Property
-    {
-        std::string name;
-        std::string caption;
-        std::string type;
-        std::string description;
-    };
-
     std::vector<Property> m_properties;
-    TextMap<std::size_t> m_places; // by name, in m_properties
+    std::unordered_map<std::string_view, std::size_t> m_places; // by name, in m_properties
 };
 
 } // namespace tavidoc

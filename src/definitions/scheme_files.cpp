@@ -14,13 +14,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Each may hold any of the definitions; the names are for those who look after them.
+// Each file may contain any kind of definition; the names are only a convention.
 constexpr QLatin1StringView s_menus = "menus.xml"_L1;
 constexpr QLatin1StringView s_messages = "messages.xml"_L1;
 constexpr QLatin1StringView s_keys = "keys.xml"_L1;
 constexpr QLatin1StringView s_properties = "properties.xml"_L1;
 
-/// The directory of \a input with a slash at its end; empty for the working directory.
+/// The directory of \a input with a slash appended; empty for the working directory.
 QString directoryOf(const Path &input)
 {
     return input.given().left(input.given().lastIndexOf(u'/') + 1);

@@ -11,14 +11,14 @@ class ActionNames;
 class Path;
 class Properties;
 
-/// Loads the definition files beside \a input into \a document and takes their contents in.
-/// Files that are not there count for nothing; the errors are those of malformed files, in
+/// Loads the definition files in the directory of \a input into \a document, and their contents into
+/// \a actions and \a properties. Missing files are skipped. Returns the errors of malformed files, in
 /// the order of loading.
 [[nodiscard]] std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, ActionNames &actions,
                                                     Properties &properties);
 
-/// The names of the definition files that are not beside \a input and in whose place no other
-/// file has given definitions of their kind.
+/// The names of the definition files that are missing from the directory of \a input, without those
+/// whose kind of definition another file has provided.
 [[nodiscard]] std::vector<std::string> missingSchemeFiles(const Path &input, const ActionNames &actions,
                                                           const Properties &properties);
 

@@ -1,9 +1,11 @@
 #include "definitions/xml_pp.h"
 
-#include "base/source_text.h"
+#include "base/whole_file.h"
 #include "definitions/xml_tree_reader.h"
 
 #include <QFileInfo>
+
+#include <utility>
 
 namespace tavidoc {
 
@@ -16,19 +18,6 @@ constexpr qint64 s_largestFile = qint64{64} * 1024 * 1024; // bytes
 bool isBlankText(const QByteArray &bytes)
 {
     return bytes.trimmed().isEmpty() || bytes == "\xEF\xBB\xBF";
-}
-
-/// The next node of a walk over everything below \a root; null after the last one.
-QDomNode nextNode(QDomNode node, const QDomNode &root, XmlChildren children)
-{
-    if (children == XmlChildren::Enter && node.hasChildNodes())
-        return node.firstChild();
-    while (node != root) {
-        if (const QDomNode sibling = node.nextSibling(); !sibling.isNull())
-            return sibling;
-        node = node.parentNode();
-    }
-    return {};
 }
 
 } // namespace
@@ -46,32 +35,12 @@ XmlPP::Loaded XmlPP::load(const QString &fileName)
     if (!bytes || isBlankText(*bytes))
         return {};
 
-    XmlTreeReader reader(m_document, *bytes);
-    const QDomElement root = reader.read();
-    if (root.isNull())
+    XmlTreeReader reader(*bytes);
+    std::optional<XmlTree> tree = reader.read();
+    if (!tree)
         return {{}, XmlError{fileName, reader.errorLine(), reader.errorReason()}};
-    if (m_roots.isNull())
-        m_roots = m_document.createDocumentFragment();
-    m_roots.appendChild(root);
-    return {root, std::nullopt};
-}
-
-QDomElement nextElement(const QDomElement &element, const QDomElement &root, XmlChildren children)
-{
-    QDomNode node = nextNode(element, root, children);
-    while (!node.isNull() && !node.isElement())
-        node = nextNode(node, root, XmlChildren::Enter);
-    return node.toElement();
-}
-
-QString textOf(const QDomElement &element)
-{
-    QString text;
-    for (QDomNode node = element; !node.isNull(); node = nextNode(node, element, XmlChildren::Enter)) {
-        if (node.isText())
-            text += node.nodeValue();
-    }
-    return text;
+    m_files.push_back(*std::move(tree));
+    return {m_files.back().root(), std::nullopt};
 }
 
 } // namespace tavidoc

@@ -1,9 +1,11 @@
 #pragma once
 
-#include <QDomDocument>
+#include "definitions/xml_tree.h"
+
 #include <QSet>
 #include <QString>
 
+#include <deque>
 #include <optional>
 
 namespace tavidoc {
@@ -11,44 +13,30 @@ namespace tavidoc {
 /// Why a file was refused.
 struct XmlError
 {
-    QString file; ///< the name that was asked for
+    QString file; ///< as it was given
     int line;     ///< counted from 1
     QString reason;
 };
 
-/// The one shared XML document: the definition files of all documents of the process, one
-/// root element after the other in the order of loading.
+/// The one shared XML document: the definition files of all documents of the process, in the order
+/// of loading.
 class XmlPP
 {
 public:
     struct Loaded
     {
-        QDomElement root; ///< null when nothing was added
+        XmlElement root; ///< null when nothing was added
         std::optional<XmlError> error;
     };
 
-    /// Adds \a fileName to the document, once: another name of a file that was loaded before
-    /// adds nothing. Neither does what is missing, no regular file, unreadable or blank. A
-    /// malformed file is reported once and adds nothing.
+    /// Adds \a fileName to the document, once: another name of a file that was loaded before adds
+    /// nothing, nor does a file that is missing, unreadable, blank or not a regular one. A malformed
+    /// file is reported once and adds nothing. Elements stay valid for as long as the document.
     [[nodiscard]] Loaded load(const QString &fileName);
 
 private:
-    QDomDocument m_document;
-    QDomDocumentFragment m_roots;
+    std::deque<XmlTree> m_files; // elements refer to their tree
     QSet<QString> m_loadedFiles; // canonical names
 };
-
-enum class XmlChildren
-{
-    Enter,
-    Skip
-};
-
-/// The element that follows \a element in document order below \a root, with or without
-/// entering its children; null after the last one. A whole walk takes linear time and no stack.
-[[nodiscard]] QDomElement nextElement(const QDomElement &element, const QDomElement &root, XmlChildren children);
-
-/// All text inside \a element, in order and as it stands.
-[[nodiscard]] QString textOf(const QDomElement &element);
 
 } // namespace tavidoc

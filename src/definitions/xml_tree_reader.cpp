@@ -3,9 +3,11 @@
 #include "base/source_text.h"
 
 #include <QStringDecoder>
+#include <QUtf8StringView>
 
 #include <algorithm>
 #include <string_view>
+#include <utility>
 
 namespace tavidoc {
 
@@ -13,9 +15,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::size_t s_deepestLevel = 4096;
-constexpr qint64 s_mostNodes = 1'000'000; // an attribute takes some two kilobytes in the tree
-constexpr int s_mostAttributes = 256;     // the reader compares each with each
+constexpr int s_deepestLevel = 4096;
+constexpr qint64 s_mostNodes = 1'000'000;
+constexpr int s_mostAttributes = 256; // the reader compares each one with all others
 constexpr qint64 s_mostExpandedText = qint64{64} * 1024 * 1024;
 constexpr qint64 s_longestEntity = 4096; // characters
 
@@ -34,14 +36,19 @@ bool declaresItsEncoding(const QByteArray &bytes)
     return bytes.startsWith("<?xml") || bytes.startsWith("\xEF\xBB\xBF<?xml") || isUtf16(bytes);
 }
 
-/// What the reader is given: it takes bytes without a declaration for UTF-8.
+/// Bytes for the XML reader, which decodes a text without a declaration as UTF-8.
 QByteArray readableBytes(const QByteArray &bytes)
 {
     return declaresItsEncoding(bytes) ? bytes : decodedSource(bytes);
 }
 
-/// Counted from 1; 0 when \a text is UTF-8.
-int lineThatIsNoUtf8(std::string_view text)
+bool isUtf8(std::string_view text)
+{
+    return QUtf8StringView(text).isValidUtf8();
+}
+
+/// The line, counted from 1, of the first bytes that are not UTF-8; 0 when all are.
+int lineOfBadUtf8(std::string_view text)
 {
     if (isUtf8(text))
         return 0;
@@ -53,16 +60,16 @@ int lineThatIsNoUtf8(std::string_view text)
     return line;
 }
 
-/// How many characters a reference may stand for so that all references of the file together
-/// stay within bounds: there are no more of them than "&" and "%".
+/// The largest expansion of one reference, in characters, that bounds the expansion of all: a file has
+/// at most as many references as "&" and "%".
 int entityLimit(const QByteArray &bytes)
 {
     const qint64 references = bytes.count('&') + bytes.count('%');
     return static_cast<int>(std::min(s_longestEntity, s_mostExpandedText / (references + 1)));
 }
 
-/// Counts the values in the tag at the start of \a text, which reaches to the next "<". Such a
-/// character cannot stand inside a tag, so the count of a well-formed tag is exact.
+/// Counts the attribute values in the tag at the start of \a text, which ends before the next "<". A
+/// well-formed tag contains no "<", so its count is exact.
 int attributeCount(std::string_view text)
 {
     int count = 0;
@@ -91,8 +98,7 @@ bool hasOvercrowdedTag(std::string_view text)
 
 } // namespace
 
-XmlTreeReader::XmlTreeReader(QDomDocument &document, const QByteArray &bytes)
-    : m_bytes(readableBytes(bytes)), m_reader(m_bytes), m_document(document)
+XmlTreeReader::XmlTreeReader(const QByteArray &bytes) : m_bytes(readableBytes(bytes)), m_reader(m_bytes)
 {
     m_reader.setNamespaceProcessing(false); // names are compared as they are written
     m_reader.setEntityExpansionLimit(entityLimit(m_bytes));
@@ -100,7 +106,7 @@ XmlTreeReader::XmlTreeReader(QDomDocument &document, const QByteArray &bytes)
         m_reader.raiseError(u"An element has more than 256 attributes."_s);
 }
 
-QDomElement XmlTreeReader::read()
+std::optional<XmlTree> XmlTreeReader::read()
 {
     while (!m_reader.atEnd()) {
         switch (m_reader.readNext()) {
@@ -114,10 +120,12 @@ QDomElement XmlTreeReader::read()
             openElement();
             break;
         case QXmlStreamReader::EndElement:
-            closeElement();
+            m_tree.closeElement();
+            --m_depth;
             break;
         case QXmlStreamReader::Characters:
-            appendText();
+            if (m_depth > 0)
+                m_tree.addText(viewOf(m_reader.text().toUtf8()));
             break;
         case QXmlStreamReader::EntityReference:
             m_reader.raiseError(u"Entity '%1' not declared."_s.arg(m_reader.name()));
@@ -126,7 +134,9 @@ QDomElement XmlTreeReader::read()
             break;
         }
     }
-    return m_reader.hasError() ? QDomElement() : m_root;
+    if (m_reader.hasError())
+        return std::nullopt;
+    return std::move(m_tree);
 }
 
 int XmlTreeReader::errorLine() const
@@ -139,8 +149,8 @@ QString XmlTreeReader::errorReason() const
     return m_reader.errorString().simplified(); // it may quote the file, line ends included
 }
 
-/// Other encodings may be known here and unknown on the next machine. Bytes that are no UTF-8
-/// are looked for here because the reader, which decodes far ahead, does not know their line.
+/// Refuses encodings that not every machine supports. Invalid UTF-8 is detected here because the
+/// reader, which decodes far ahead, does not know its line.
 void XmlTreeReader::checkEncoding()
 {
     const QByteArray name = m_reader.documentEncoding().toLatin1();
@@ -148,13 +158,13 @@ void XmlTreeReader::checkEncoding()
     if (!name.isEmpty() && !encoding)
         return m_reader.raiseError(u"Encoding %1 is unsupported"_s.arg(m_reader.documentEncoding()));
     const bool isUtf8Text = (name.isEmpty() || encoding == QStringConverter::Utf8) && !isUtf16(m_bytes);
-    m_badBytesLine = isUtf8Text ? lineThatIsNoUtf8(viewOf(m_bytes)) : 0;
+    m_badBytesLine = isUtf8Text ? lineOfBadUtf8(viewOf(m_bytes)) : 0;
     if (m_badBytesLine > 0)
         m_reader.raiseError(u"Encountered incorrectly encoded content."_s);
 }
 
-/// The reader passes over external entities in silence, and applies attribute lists to each
-/// element in turn, which has no bound.
+/// The reader silently skips external entities, and applies attribute lists to each element, which
+/// is not bounded.
 void XmlTreeReader::checkDocumentType()
 {
     for (const QXmlStreamEntityDeclaration &entity : m_reader.entityDeclarations()) {
@@ -166,35 +176,17 @@ void XmlTreeReader::checkDocumentType()
         m_reader.raiseError(u"Parameter entities and attribute lists are refused."_s);
 }
 
-/// An element enters its parent when it is closed: a parent without parents of its own takes
-/// it at once, while one in its place is climbed to the top for each child.
 void XmlTreeReader::openElement()
 {
-    if (m_open.size() == s_deepestLevel)
+    if (++m_depth > s_deepestLevel)
         return m_reader.raiseError(u"Elements are nested deeper than 4096 levels."_s);
-    m_nodes += 1 + m_reader.attributes().size();
+    const QXmlStreamAttributes attributes = m_reader.attributes();
+    m_nodes += 1 + attributes.size();
     if (m_nodes > s_mostNodes)
         return m_reader.raiseError(u"More than 1000000 elements and attributes."_s);
-    QDomElement element = m_document.createElement(m_reader.qualifiedName().toString());
-    for (const QXmlStreamAttribute &attribute : m_reader.attributes())
-        element.setAttribute(attribute.qualifiedName().toString(), attribute.value().toString());
-    m_open.push_back(element);
-}
-
-void XmlTreeReader::closeElement()
-{
-    const QDomElement element = m_open.back();
-    m_open.pop_back();
-    if (m_open.empty())
-        m_root = element;
-    else
-        m_open.back().appendChild(element);
-}
-
-void XmlTreeReader::appendText()
-{
-    if (!m_open.empty())
-        m_open.back().appendChild(m_document.createTextNode(m_reader.text().toString()));
+    m_tree.openElement(viewOf(m_reader.qualifiedName().toUtf8()));
+    for (const QXmlStreamAttribute &attribute : attributes)
+        m_tree.addAttribute(viewOf(attribute.qualifiedName().toUtf8()), viewOf(attribute.value().toUtf8()));
 }
 
 } // namespace tavidoc

@@ -1,3 +1,4 @@
+#include "base/text_escape.h"
 #include "markup/sentence.h"
 #include "markup/translator.h"
 
@@ -5,7 +6,7 @@ namespace tavidoc {
 
 namespace {
 
-/// The verb \a capitalized as it stands inside a sentence.
+/// The verb \a capitalized as it is written inside a sentence.
 std::string inSentence(std::string_view capitalized)
 {
     std::string verb(capitalized);
@@ -13,10 +14,35 @@ std::string inSentence(std::string_view capitalized)
     return verb;
 }
 
+std::string bold(std::string_view text)
+{
+    return "<b>" + escapedText(text) + "</b>";
+}
+
+/// The table of all \a properties.
+std::string propertyTable(std::span<const Property> properties)
+{
+    std::string html = "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"0\" border=\"0\" "
+                       "cols=\"200pt 200pt\">\n"
+                       "<tr bgcolor=\"#cccccc\"><th>Property</th><th>Description</th></tr>\n";
+    for (const Property &property : properties) {
+        html += "<tr><td>";
+        appendEscaped(html, property.caption);
+        html += "<small><tt>";
+        appendEscaped(html, property.name);
+        html += "</tt>&nbsp;&ndash;&nbsp;";
+        appendEscaped(html, property.type);
+        html += "</small></td><td>";
+        appendEscaped(html, property.description);
+        html += "</td></tr>\n";
+    }
+    return html.append("</table>");
+}
+
 } // namespace
 
-/// Reports those of \a files that are missing, if somebody asks for that: the command at hand has
-/// found nothing, and the definition would be in them.
+/// Reports the missing ones of \a files, if missing files are reported: the current command found no
+/// definition, which would be in them.
 void Translator::missingDefinitions(std::initializer_list<std::string_view> files)
 {
     for (const std::string_view file : files)
@@ -54,9 +80,7 @@ void Translator::key(const Command &)
         missingDefinitions({"keys.xml"});
     }
     beginText();
-    write("<b>");
-    writeEscaped(key);
-    write("</b>");
+    write(bold(key));
 }
 
 void Translator::tip(const Command &)
@@ -83,15 +107,24 @@ void Translator::instruct(std::string_view menuVerb, std::string_view keyVerb)
         return;
     beginText();
     const bool capital = endsBeforeSentence(m_blocks.openText());
-    const ChoosePhrase phrase = m_actions.choosePhrase(*action, capital ? std::string(menuVerb) : inSentence(menuVerb),
-                                                       capital ? std::string(keyVerb) : inSentence(keyVerb));
+    const auto verb = [](std::string_view word, bool isCapital) {
+        return (isCapital ? std::string(word) : inSentence(word)) + ' ';
+    };
+    const ChoosePhrase phrase = m_actions.choosePhrase(*action);
     for (const std::string &message : phrase.warnings)
         warning(message);
-    if (!phrase.errorLine.empty()) {
-        m_report.print(phrase.errorLine);
+    if (!phrase.error.empty()) {
+        m_report.errorWithoutPosition(phrase.error);
         missingDefinitions({"messages.xml", "menus.xml", "keys.xml"});
+        return write("***ERROR***");
     }
-    write(phrase.html);
+    const bool hasPath = !phrase.path.empty();
+    if (hasPath)
+        write(verb(menuVerb, capital) + bold(phrase.path));
+    if (hasPath && !phrase.key.empty())
+        write(" or ");
+    if (!phrase.key.empty())
+        write(verb(keyVerb, capital && !hasPath) + bold(phrase.key));
 }
 
 void Translator::property(const Command &)
@@ -99,15 +132,15 @@ void Translator::property(const Command &)
     const auto name = braced();
     if (!name)
         return;
-    const std::string *const caption = m_properties.caption(*name);
-    if (caption == nullptr) {
+    const Property *const property = m_properties.find(*name);
+    if (property == nullptr) {
         error("there is no property " + std::string(*name));
         missingDefinitions({"properties.xml"});
     }
     beginText();
-    write(caption == nullptr ? "<font color=\"red\">Unknown property " : "<b>");
-    writeEscaped(caption == nullptr ? *name : *caption);
-    write(caption == nullptr ? "</font>" : "</b>");
+    write(property == nullptr ? "<font color=\"red\">Unknown property " : "<b>");
+    writeEscaped(property == nullptr ? *name : property->caption);
+    write(property == nullptr ? "</font>" : "</b>");
 }
 
 void Translator::propertyPage(const Command &)
@@ -116,7 +149,7 @@ void Translator::propertyPage(const Command &)
         m_blocks.setMode(BlockMode::None);
     if (m_properties.isEmpty())
         missingDefinitions({"properties.xml"});
-    m_blocks.append(m_properties.tableHtml());
+    m_blocks.append(propertyTable(m_properties.all()));
 }
 
 void Translator::icon(const Command &)
@@ -124,7 +157,7 @@ void Translator::icon(const Command &)
     const auto name = braced();
     if (!name)
         return;
-    if (m_icons.save(*name) == IconTable::Answer::Unknown)
+    if (!m_icons.save(*name))
         return errorMarker("there is no icon of this name");
     beginText();
     write("<img src=\"images/");

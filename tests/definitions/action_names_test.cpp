@@ -1,9 +1,11 @@
 #include "definitions/action_names.h"
 
-#include "definitions/xml_pp.h"
 #include "definitions/xml_tree_reader.h"
 
 #include <gtest/gtest.h>
+
+#include <deque>
+#include <optional>
 
 using namespace tavidoc;
 
@@ -31,7 +33,7 @@ constexpr const char *s_messages = R"(<schemes><messagescheme>
  <item name="Loose"><text>Loose</text></item>
  <item name="Hidden"><text>Hidden</text></item>
  <item name="About"><text> About <b>$(WENDRIX_NAME)</b>, $(NAME) $(WENDRIX_NAME</text></item>
- <item><tip>nobody's</tip></item>
+ <item><tip>lost</tip></item>
 </messagescheme>
 <messagescheme><item name="Open"><tip>Later</tip></item></messagescheme></schemes>)";
 
@@ -41,19 +43,19 @@ constexpr const char *s_keys = R"(<keyscheme>
  <item name="Open"><key></key></item>
 </keyscheme>)";
 
-/// Owns the document that the names look into.
 struct Definitions
 {
     Definitions()
     {
         for (const char *text : {s_menus, s_messages, s_keys}) {
-            const QDomElement root = XmlTreeReader(document, text).read();
-            roots.appendChild(root);
-            names.add(root);
+            std::optional<XmlTree> tree = XmlTreeReader(text).read();
+            if (!tree)
+                continue;
+            trees.push_back(*std::move(tree));
+            names.add(trees.back().root());
         }
     }
-    QDomDocument document;
-    QDomDocumentFragment roots = document.createDocumentFragment();
+    std::deque<XmlTree> trees; // the names refer to them
     ActionNames names;
 };
 
@@ -68,7 +70,7 @@ struct Row
 {
     const char *name;
     const char *action;
-    const char *expected; // the result, then each warning behind a "|"
+    const char *expected; // the result, then each warning after a "|"
 };
 
 } // namespace
@@ -81,7 +83,7 @@ TEST(ActionNames, MenuPaths)
              Row{"a doubled mark goes too", "Save", "File > Save <all> > Save"},
              Row{"a missing caption is an empty level", "NoCaption", "File >  > Text"},
              Row{"an empty text is a text", "Mute", "File > Save <all> > "},
-             Row{"an element that is no menu ends the walk", "Grouped", "Inner > Grouped|Unprocessed tag group"},
+             Row{"an element other than a menu ends the walk", "Grouped", "Inner > Grouped|Unprocessed tag group"},
              Row{"an item that is in no menu", "Loose", "|Can't find Loose in any menu"},
              Row{"an action without an item", "Hidden", "|Can't find Hidden in any menu"},
              Row{"an unknown action", "open", "|Can't find open in message scheme"},
@@ -98,23 +100,25 @@ TEST(ActionNames, Texts)
     EXPECT_EQ(definitions.names.lookup("Open.tip"), "Later");
     EXPECT_EQ(definitions.names.lookup("Open.text"), "Open & go") << "an entry replaces only its own";
     EXPECT_EQ(definitions.names.lookup("About.text"), " About Tavi, $(NAME) $(WENDRIX_NAME");
-    EXPECT_EQ(definitions.names.lookup(".tip"), "") << "an item without a name is nobody's";
+    EXPECT_EQ(definitions.names.lookup(".tip"), "") << "an item without a name defines nothing";
 }
 
 TEST(ActionNames, Phrases)
 {
     const Definitions definitions;
     for (const Row &row : {
-             Row{"path and key", "Both",
-                 "Choose <b>File &gt; Save &lt;all&gt; &gt; Both</b> or press <b>Ctrl+&lt;</b>"},
-             Row{"path only; an empty key is none", "Open", "Choose <b>File &gt; Open &amp; go</b>"},
-             Row{"key only keeps its verb", "Hidden", "Press <b>F1</b>|Can't find Hidden in any menu"},
+             Row{"path and key", "Both", "path File > Save <all> > Both, key Ctrl+<"},
+             Row{"path only; an empty key is none", "Open", "path File > Open & go, key "},
+             Row{"key only", "Hidden", "path , key F1|Can't find Hidden in any menu"},
              Row{"neither", "Nothing",
-                 "***ERROR***error: docgen: missing both menu path and accelerator for Nothing\n"
+                 "path , key : missing both menu path and accelerator for Nothing"
                  "|Can't find Nothing in message scheme"},
-             Row{"no action", "", "***ERROR***error: docgen: choose has empty action name\n"},
+             Row{"no action", "", "path , key : choose has empty action name"},
          }) {
-        const ChoosePhrase phrase = definitions.names.choosePhrase(row.action, "Choose", "Press");
-        EXPECT_EQ(joined(phrase.html + phrase.errorLine, phrase.warnings), row.expected) << row.name;
+        const ChoosePhrase phrase = definitions.names.choosePhrase(row.action);
+        std::string text = "path " + phrase.path + ", key " + std::string(phrase.key);
+        if (!phrase.error.empty())
+            text += ": " + phrase.error;
+        EXPECT_EQ(joined(text, phrase.warnings), row.expected) << row.name;
     }
 }

@@ -4,27 +4,35 @@
 
 #include <gtest/gtest.h>
 
+#include <deque>
+#include <optional>
+#include <string>
+
 using namespace tavidoc;
 
 TEST(Properties, AreListedInOrderAndFoundByName)
 {
-    QDomDocument document;
+    std::deque<XmlTree> trees;
     Properties properties;
-    for (const char *text : {R"(<properties><property name="b" caption="B &amp; &lt;b>" type="&lt;int>">Is
- "b".</property><group><property name="stray"/></group><property/></properties>)",
-                             R"(<properties><property name="b" caption="Later"/></properties>)"})
-        properties.add(XmlTreeReader(document, text).read());
+    for (const char *text :
+         {R"(<properties><property name="b" caption="B &amp; &lt;b>" type="&lt;int>">Is
+ <i>"b"</i>.</property><group><property name="stray"/></group><property/></properties>)",
+          R"(<properties><property name="b" caption="Later"/></properties>)", R"(<property name="root"/>)"}) {
+        std::optional<XmlTree> tree = XmlTreeReader(text).read();
+        ASSERT_TRUE(tree) << text;
+        trees.push_back(*std::move(tree));
+        properties.add(trees.back().root());
+    }
 
-    ASSERT_TRUE(properties.caption("b"));
-    EXPECT_EQ(*properties.caption("b"), "Later");
-    EXPECT_FALSE(properties.caption("stray"));
-    EXPECT_FALSE(properties.caption(""));
-    EXPECT_EQ(properties.tableHtml(),
-              R"(<table bgcolor="#f0f0f0" width="100%" cellpadding="2" cellspacing="0" border="0" cols="200pt 200pt">
-<tr bgcolor="#cccccc"><th>Property</th><th>Description</th></tr>
-<tr><td>B &amp; &lt;b&gt;<small><tt>b</tt>&nbsp;&ndash;&nbsp;&lt;int&gt;</small></td><td>Is
- &quot;b&quot;.</td></tr>
-<tr><td><small><tt></tt>&nbsp;&ndash;&nbsp;</small></td><td></td></tr>
-<tr><td>Later<small><tt>b</tt>&nbsp;&ndash;&nbsp;</small></td><td></td></tr>
-</table>)");
+    ASSERT_TRUE(properties.find("b"));
+    EXPECT_EQ(properties.find("b")->caption, "Later");
+    for (const char *name : {"stray", "root", ""})
+        EXPECT_FALSE(properties.find(name)) << name;
+    std::string all;
+    for (const Property &property : properties.all()) {
+        for (const std::string_view field : {property.name, property.caption, property.type, property.description})
+            all.append(field).append("|");
+        all += '\n';
+    }
+    EXPECT_EQ(all, "b|B & <b>|<int>|Is\n \"b\".|\n||||\nb|Later|||\n");
 }
