@@ -28,9 +28,9 @@ Outcome run(const QString &file, std::size_t variant)
     Outcome outcome;
     DocGen generator;
     generator.setBaseHeadingLevel(variant % 3 == 2 ? 2 : 0);
-    const MessageSink sink = [&outcome](std::string_view line) {
-        checkMessage(line);
-        outcome.messages += line;
+    const MessageSink sink = [&outcome](const Message &message) {
+        checkMessage(message);
+        outcome.messages += formatted(message);
     };
     generator.setMessageSink(sink);
     if (variant % 2 == 0)

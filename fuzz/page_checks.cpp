@@ -80,10 +80,12 @@ void checkContents(std::string_view contents)
     promise(depth == 0, "every contents entry is closed");
 }
 
-void checkMessage(std::string_view message)
+void checkMessage(const Message &message)
 {
-    promise(message.find('\n') + 1 == message.size(), "a message is one line", message);
-    promise(message.starts_with("error: docgen: ") || message.starts_with("warning: docgen: ") ||
-                message.starts_with("error: \\choose") || message.starts_with("***ERROR***"),
-            "a message begins with its kind", message);
+    const std::string line = formatted(message);
+    promise(line.find('\n') + 1 == line.size(), "a message is one line", line);
+    promise(!message.text.empty(), "a message has a text", line);
+    const bool hasPosition = !message.file.empty();
+    promise(hasPosition || message.text.starts_with("choose has empty") || message.text.starts_with("missing both"),
+            "a message has a position", line);
 }

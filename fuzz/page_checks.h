@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pages/output_record.h"
+#include "reading/message.h"
 
 #include <string_view>
 
@@ -15,5 +16,5 @@ void checkPage(std::string_view page, bool isFramed, bool holdsRawHtml);
 /// Checks that a contents file closes the entries that it opens. Not for files with raw lines.
 void checkContents(std::string_view contents);
 
-/// Checks that \a message is one line that begins with its kind.
-void checkMessage(std::string_view message);
+/// A message is one line and has a text, and a position unless it is about a choose phrase.
+void checkMessage(const Message &message);

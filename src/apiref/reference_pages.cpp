@@ -2,8 +2,8 @@
 
 #include "apiref/comment_markup.h"
 #include "apiref/doc_gen_c_parser.h"
-#include "base/source_text.h"
 #include "base/text_escape.h"
+#include "base/white_space.h"
 #include "markup/member_groups.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
@@ -221,10 +221,10 @@ void ReferencePages::makeContentsFile()
 
 void ReferencePages::warn(int line, std::string_view message) const
 {
-    std::string text = "warning: docgen: ";
-    text.append(m_header.given().toStdString()).append(":").append(std::to_string(line)).append(": ");
-    text.append(message).append("\n");
-    m_surroundings.sink(text);
+    m_surroundings.sink({.kind = Message::Kind::Warning,
+                         .file = m_header.given().toStdString(),
+                         .line = line,
+                         .text = std::string(message)});
 }
 
 std::optional<std::string> ReferencePages::pageOf(std::string_view name) const

@@ -39,7 +39,7 @@ public:
         const ActionNames &actions;
         const Properties &properties;
         const MessageSink &sink;
-        MissingFiles *missing; ///< null when nobody asks for missing files
+        MissingFiles *missing; ///< null when missing files are not reported
         QString outputDirectory;
         std::string outputFormat;
         bool split; ///< the header gets its page and its contents file, and pages get their frame

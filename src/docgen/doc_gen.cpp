@@ -1,10 +1,16 @@
 #include "docgen/doc_gen.h"
 
 #include "apiref/reference_pages.h"
+#include "base/path.h"
+#include "definitions/action_names.h"
+#include "definitions/properties.h"
 #include "definitions/scheme_files.h"
+#include "definitions/xml_pp.h"
 #include "markup/page_titles.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
+#include "pages/contents.h"
+#include "reading/report.h"
 #include "reading/source_reader.h"
 
 #include <utility>
@@ -17,7 +23,7 @@ XmlPP DocGen::m_xpp;
 ActionNames DocGen::m_messageMap;
 Properties DocGen::m_properties;
 
-DocGen::DocGen() = default;
+DocGen::DocGen() : m_contents(std::make_unique<Contents>()) {}
 
 DocGen::~DocGen() = default;
 
@@ -28,7 +34,7 @@ void DocGen::setMessageSink(MessageSink sink)
 
 void DocGen::setMissingFileSink(MessageSink sink)
 {
-    m_missing = MissingFiles{std::move(sink), {}};
+    m_missing = std::make_unique<MissingFiles>(MissingFiles{std::move(sink), {}});
 }
 
 void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
@@ -50,8 +56,10 @@ void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const Q
 void DocGen::loadDefinitions(const Path &input)
 {
     for (const XmlError &error : loadSchemeFiles(input, m_xpp, m_messageMap, m_properties)) {
-        const QString line = u"error: docgen: %1:%2: %3\n"_s.arg(error.file, QString::number(error.line), error.reason);
-        m_sink(line.toStdString());
+        m_sink({.kind = Message::Kind::Error,
+                .file = error.file.toStdString(),
+                .line = error.line,
+                .text = error.reason.toStdString()});
     }
     if (m_missing)
         m_missing->definitions = missingSchemeFiles(input, m_messageMap, m_properties);
@@ -59,7 +67,7 @@ void DocGen::loadDefinitions(const Path &input)
 
 namespace {
 
-/// The contents file as text: the lines of the tree in their element.
+/// The text of the contents file: the lines of the tree inside their element.
 QByteArray contentsText(const Contents &contents)
 {
     std::string text = "<contents>\n";
@@ -75,7 +83,7 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     const std::string format = m_outputFormat.toStdString();
     loadDefinitions(input);
     SourceDocument document = SourceReader(macros, format).read(input);
-    Report report(document.text(), document.map, m_sink, missingFiles());
+    Report report(document.text(), document.map, m_sink, m_missing.get());
     HtmlBlocks blocks(SharedTables::paraStyle);
     Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
     const TitleLists titles = titlesOf(document.text());
@@ -83,23 +91,23 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
         pages.setDocumentTitle(title->second);
     const CrossReferences references(titles, nullptr);
     IconTable icons(m_outputDirectory);
-    Translator translator(document.text(), {blocks, pages, m_contents, references, report, m_messageMap, m_properties,
+    Translator translator(document.text(), {blocks, pages, *m_contents, references, report, m_messageMap, m_properties,
                                             icons, nullptr, format, m_baseHeadingLevel});
     translator.translate();
     for (const MissingInclude &include : document.missingIncludes)
         report.missingInclude(include.offset, include.file);
-    m_contents.closeAll();
+    m_contents->closeAll();
     pages.flush();
     m_records->push_back(
-        {m_outputDirectory + u'/' + input.baseName() + u".xml"_s, QString(), contentsText(m_contents)});
+        {m_outputDirectory + u'/' + input.baseName() + u".xml"_s, QString(), contentsText(*m_contents)});
 }
 
 void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
 {
     loadDefinitions(input);
     ReferencePages pages(input,
-                         {*m_records, m_contents, m_messageMap, m_properties, m_sink, missingFiles(), m_outputDirectory,
-                          m_outputFormat.toStdString(), m_splitFlag != 0, m_baseHeadingLevel});
+                         {*m_records, *m_contents, m_messageMap, m_properties, m_sink, m_missing.get(),
+                          m_outputDirectory, m_outputFormat.toStdString(), m_splitFlag != 0, m_baseHeadingLevel});
     pages.make(exclusions);
 }
 

@@ -3,7 +3,7 @@
 /*!!
  * \h1 doc_gen.h
  *
- * The generator: one input file in, finished pages out. This is all that a program needs to make pages by itself:
+ * The generator: one input file in, finished pages out. A program of your own makes pages like this:
  *
  * \code
  * #include "docgen/doc_gen.h"
@@ -15,26 +15,27 @@
  *     save(record.fileName, record.text);
  * \endcode
  *
- * Nothing is written to the disk but the icons that a page shows. The records hold more than the command line writes:
- * the tree of contents, as a file of XML, is among them.
+ * The only files that a run writes are the icons that pages show. The records include the tree of contents, an XML
+ * file, which the command line does not write.
  */
 
 #include "base/path.h"
-#include "definitions/action_names.h"
-#include "definitions/properties.h"
-#include "definitions/xml_pp.h"
-#include "pages/contents.h"
 #include "pages/output_record.h"
-#include "reading/report.h"
+#include "reading/message.h"
 
 #include <QString>
 #include <QStringList>
 
-#include <optional>
+#include <memory>
 
 namespace tavidoc {
 
+class ActionNames;
+class Contents;
 class MacroContext;
+class Properties;
+class XmlPP;
+struct MissingFiles;
 
 /*!
  * \h1 \this
@@ -65,19 +66,19 @@ public:
      * \param{splitFlag} 1: pages get their frame, and a header gets its own page and its contents; 0: they do not.
      *
      * \param{input} a markup source (complete suffix \tt{dg}) or a header (\tt{h}). Any other file yields nothing, and
-     * one that cannot be read is empty.
+     * a file that cannot be read is treated as empty.
      *
      * \param{outputDirectory} the directory under which the file names of the records are formed.
      *
      * \param{records} where finished files are appended.
      *
-     * \param{outputFormat} what \tt{@html} and \tt{@print} ask for; empty on the command line.
+     * \param{outputFormat} the format that \tt{@html} and \tt{@print} test for; empty on the command line.
      *
-     * \param{exclusions} names of declarations of a header that are not documented although their comments say so.
+     * \param{exclusions} names of declarations of a header that are not documented even if their comments begin with "!".
      *
      * \errors
-     * \xref{../hexception/HException.htm}{HException} when the run cannot go on. What is wrong in the markup is no such
-     * error: it goes to the \xref{setMessageSink}{message sink}.
+     * \xref{../hexception/HException.htm}{HException} when the run cannot go on. Errors in the markup do not end it: they
+     * go to the \xref{setMessageSink}{message sink}.
      * \sa \xref{DocGen}
      * \ingroup DocGen
      */
@@ -86,7 +87,7 @@ public:
 
     /*!
      * \h1 DocGen::\this
-     * The heading level of the titles of a document that is not split into pages; 0 at first.
+     * The heading level of the titles of a document that is not split into pages; 0 by default.
      * \synopsis
      * \sa \xref{DocGen}
      * \ingroup DocGen
@@ -94,8 +95,8 @@ public:
     void setBaseHeadingLevel(int level) { m_baseHeadingLevel = level; }
     /*!
      * \h1 DocGen::\this
-     * Where messages go, line by line; the standard output at first. \a{sink} is any function that takes
-     * a \tt{std::string_view}, a whole line with its line end.
+     * Sets the receiver of messages. By default they are \xref{../message/printMessage.htm}{printed} to the standard
+     * output.
      * \synopsis
      * \sa \xref{DocGen}
      * \ingroup DocGen
@@ -103,10 +104,9 @@ public:
     void setMessageSink(MessageSink sink);
     /*!
      * \h1 DocGen::\this
-     * Where included files that cannot be read are reported, and definition files that are missing though a command looks
-     * something up in them: lines of the form of error messages. Nowhere at first, since both are allowed: what is
-     * not there is empty. A presented or copied file that is missing is an error in the markup, which goes to the
-     * \xref{setMessageSink}{message sink}.
+     * Sets the receiver of errors about included files that cannot be read, and about missing definition files that a
+     * command needs. By default they are not reported, since both are allowed: a missing file is empty. A missing
+     * presented or copied file is an error in the markup, which goes to the \xref{setMessageSink}{message sink}.
      * \synopsis
      * \sa \xref{DocGen}
      * \ingroup DocGen
@@ -115,19 +115,18 @@ public:
 
     /*!
      * \h1 DocGen::\this
-     * The definitions that are shared by all documents of the process, as XML. Loading fills them, file by file;
-     * nothing empties them.
+     * The definitions that are shared by all documents of the process, as XML. Runs add files to them; nothing is
+     * ever removed.
      * \synopsis
      * \sa \xref{DocGen}
      * \ingroup DocGen
      */
     static XmlPP m_xpp;              ///< the documents themselves
-    static ActionNames m_messageMap; ///< what they say about actions
-    static Properties m_properties;  ///< what they say about properties
+    static ActionNames m_messageMap; ///< the actions that they describe
+    static Properties m_properties;  ///< the properties that they describe
 
 private:
     void loadDefinitions(const Path &input);
-    [[nodiscard]] MissingFiles *missingFiles() { return m_missing ? &*m_missing : nullptr; }
     void documentMarkup(MacroContext *macros, const Path &input);
     void documentHeader(const Path &input, const QStringList &exclusions);
 
@@ -136,9 +135,9 @@ private:
     int m_splitFlag = 1;
     int m_baseHeadingLevel = 0;
     QString m_outputFormat = QStringLiteral("html");
-    Contents m_contents; // of all runs of this object
+    std::unique_ptr<Contents> m_contents; // of all runs of this object
     MessageSink m_sink = printMessage;
-    std::optional<MissingFiles> m_missing; // without a value nobody asks
+    std::unique_ptr<MissingFiles> m_missing; // null: missing files are not reported
 };
 
 } // namespace tavidoc

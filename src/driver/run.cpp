@@ -5,14 +5,18 @@
 
 #include <QDir>
 
+#include <cstdio>
+#include <string>
+#include <string_view>
+
 namespace tavidoc {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-/// The directory that pages are written to, made with all missing parents. That it cannot be
-/// made shows when a page is written.
+/// The directory that pages are written to, created with all missing parents. A failure to create
+/// it is reported when a page is written.
 QString preparedDirectory(const QString &directory)
 {
     if (directory.isEmpty())
@@ -21,10 +25,12 @@ QString preparedDirectory(const QString &directory)
     return directory;
 }
 
-void sayProgress(const Settings &settings, const char *verb, const QString &name)
+void printProgress(const Settings &settings, std::string_view verb, const QString &name)
 {
-    if (settings.verbose)
-        printMessage(verb + name.toStdString() + "\n");
+    if (!settings.verbose)
+        return;
+    const std::string line = std::string(verb) + name.toStdString() + '\n';
+    std::fwrite(line.data(), 1, line.size(), stdout);
 }
 
 OutputRecords recordsOf(const Path &input, const QString &outputDirectory)
@@ -35,7 +41,7 @@ OutputRecords recordsOf(const Path &input, const QString &outputDirectory)
     return records;
 }
 
-/// True when \a fileName ends in ".htm", in just these letters.
+/// True when \a fileName ends with ".htm", in lower case.
 bool isPage(const QString &fileName)
 {
     return Path(fileName).suffix() == "htm"_L1;
@@ -48,13 +54,13 @@ void documentInputs(const Settings &settings)
     const QString outputDirectory = preparedDirectory(settings.outputDirectory);
     for (const QString &argument : settings.inputs) {
         const Path input(argument);
-        sayProgress(settings, "Processing ", input.text());
+        printProgress(settings, "Processing ", input.text());
         const OutputRecords records = recordsOf(input, outputDirectory);
         for (const OutputRecord &record : records) {
-            // Contents records are made for callers of the library; the program writes pages only.
+            // Contents records are for users of the library; the program writes only pages.
             if (!isPage(record.fileName))
                 continue;
-            sayProgress(settings, "Outputting ", record.fileName);
+            printProgress(settings, "Outputting ", record.fileName);
             writeOutputFile(record.fileName, record.text);
         }
     }

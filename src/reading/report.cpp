@@ -1,24 +1,22 @@
 #include "reading/report.h"
 
 #include <algorithm>
-#include <cstdio>
-#include <string>
 
 namespace tavidoc {
 
-void printMessage(std::string_view line)
-{
-    std::fwrite(line.data(), 1, line.size(), stdout);
-}
-
 void Report::error(std::size_t offset, std::string_view message)
 {
-    say(m_sink, "error: docgen: ", offset, message);
+    send(m_sink, Message::Kind::Error, offset, message);
 }
 
 void Report::warning(std::size_t offset, std::string_view message)
 {
-    say(m_sink, "warning: docgen: ", offset, message);
+    send(m_sink, Message::Kind::Warning, offset, message);
+}
+
+void Report::errorWithoutPosition(std::string_view message)
+{
+    m_sink({.kind = Message::Kind::Error, .file = {}, .line = 0, .text = std::string(message)});
 }
 
 void Report::missingInclude(std::size_t offset, std::string_view file)
@@ -27,7 +25,7 @@ void Report::missingInclude(std::size_t offset, std::string_view file)
         return;
     std::string message("\\include: the file \"");
     message.append(file).append("\" cannot be opened");
-    say(m_missing->sink, "error: docgen: ", offset, message);
+    send(m_missing->sink, Message::Kind::Error, offset, message);
 }
 
 void Report::missingDefinition(std::size_t offset, std::string_view command, std::string_view name)
@@ -39,22 +37,14 @@ void Report::missingDefinition(std::size_t offset, std::string_view command, std
         return;
     m_missing->definitions.erase(missing);
     std::string message("\\");
-    message.append(command).append(": there is no \"").append(name).append("\" beside the input");
-    say(m_missing->sink, "error: docgen: ", offset, message);
+    message.append(command).append(": there is no \"").append(name).append("\" in the directory of the input");
+    send(m_missing->sink, Message::Kind::Error, offset, message);
 }
 
-void Report::say(const MessageSink &sink, std::string_view kind, std::size_t offset, std::string_view message)
+void Report::send(const MessageSink &sink, Message::Kind kind, std::size_t offset, std::string_view text)
 {
     const SourcePosition position = m_map.position(m_text, offset);
-    std::string line(kind);
-    line += position.file.toStdString();
-    line += ':';
-    line += std::to_string(position.line);
-    line += ": ";
-    line += message;
-    std::ranges::replace(line, '\n', ' '); // a name may run over lines, a message does not
-    line += '\n';
-    sink(line);
+    sink({.kind = kind, .file = position.file.toStdString(), .line = position.line, .text = std::string(text)});
 }
 
 } // namespace tavidoc

@@ -1,8 +1,7 @@
-// Lists what a document is made from, as a rule for a build program, and says what is wrong in it
-// the way compilers do.
+// Lists the files that a document is made from as a rule for a build program, and reports errors in the format of
+// compilers.
 
 #include "base/hexception.h"
-#include "base/source_text.h"
 #include "base/whole_file.h"
 #include "docgen/doc_gen.h"
 
@@ -34,7 +33,7 @@ struct Request
     bool failsOnError = false;
 };
 
-/// Qt speaks up on the standard error when the locale's character set is not UTF-8.
+/// Qt prints a warning to the standard error when the locale's character set is not UTF-8.
 void makeLocaleUtf8()
 {
     std::setlocale(LC_ALL, "");
@@ -42,11 +41,11 @@ void makeLocaleUtf8()
         ::setenv("LC_ALL", "C.UTF-8", 1);
 }
 
-/// Ends the process after "--help" and "--version" and when the arguments are wrong.
+/// Exits after "--help" and "--version" and when the arguments are wrong.
 Request requestOf(const QCoreApplication &application)
 {
     const QCommandLineOption target(
-        u"t"_s, u"The target of the rule; without it, the source with \".stamp\" behind it."_s, u"target"_s);
+        u"t"_s, u"The target of the rule; without it, the source with \".stamp\" appended."_s, u"target"_s);
     const QCommandLineOption ruleFile(u"o"_s, u"Write the rule to this file."_s, u"file"_s);
     const QCommandLineOption failing(u"fail-on-error"_s,
                                      u"End with status 1 when the document has errors or a file is missing."_s);
@@ -69,7 +68,7 @@ QString absolute(const QString &name)
     return QDir::cleanPath(QDir::current().absoluteFilePath(name));
 }
 
-/// \a name as it stands in a rule.
+/// \a name as it is written in a rule.
 QByteArray escapedName(const QString &name)
 {
     QByteArray escaped;
@@ -81,7 +80,7 @@ QByteArray escapedName(const QString &name)
     return escaped;
 }
 
-/// The rule, and an empty one for each file, so that make goes on when the file is gone.
+/// The rule, and an empty one for each file, so that make continues when the file has been deleted.
 QByteArray ruleText(const QString &target, const QStringList &files)
 {
     QByteArray rule = escapedName(target) + ':';
@@ -93,43 +92,23 @@ QByteArray ruleText(const QString &target, const QStringList &files)
     return rule;
 }
 
-/// Where in \a text, "FILE:LINE: MESSAGE", the colon before LINE stands; npos without a place.
-std::size_t lineColon(std::string_view text)
-{
-    constexpr std::string_view digits = "0123456789";
-    for (std::size_t colon = text.find(':'); colon != std::string_view::npos; colon = text.find(':', colon + 1)) {
-        const std::size_t end = text.find_first_not_of(digits, colon + 1);
-        if (end != std::string_view::npos && end > colon + 1 && text.substr(end, 2) == ": ")
-            return colon;
-    }
-    return std::string_view::npos;
-}
-
-/// Writes messages to the standard error, "FILE:LINE: error: MESSAGE", with the whole path.
+/// Writes messages to the standard error, "FILE:LINE: error: TEXT", with the absolute path.
 class CompilerMessages
 {
 public:
+    /// \a source is the file of messages without a position.
     explicit CompilerMessages(const QString &source) : m_source(absolute(source).toStdString()) {}
 
-    /// \a line is "KIND: docgen: FILE:LINE: MESSAGE", or has no place; line end included.
-    void print(std::string_view line)
+    void print(const Message &message)
     {
-        constexpr std::string_view separator = ": docgen: ";
-        const std::size_t kindEnd = line.find(separator);
-        if (kindEnd == std::string_view::npos)
-            return;
-        const std::string_view kind = line.substr(0, kindEnd);
-        m_hasErrors = m_hasErrors || kind == "error";
-        std::string_view text = line.substr(kindEnd + separator.size());
-        std::string place = m_source;
-        if (const std::size_t colon = lineColon(text); colon != std::string_view::npos) {
-            const std::size_t placeEnd = text.find(':', colon + 1);
-            const QString file = QString::fromUtf8(text.data(), static_cast<qsizetype>(colon));
-            place = absolute(file).toStdString().append(text.substr(colon, placeEnd - colon));
-            text.remove_prefix(placeEnd + 2);
-        }
-        place.append(": ").append(kind).append(": ").append(text);
-        std::fwrite(place.data(), 1, place.size(), stderr); // a name may hold a NUL
+        m_hasErrors = m_hasErrors || message.kind == Message::Kind::Error;
+        std::string line = m_source;
+        if (!message.file.empty())
+            line = absolute(QString::fromStdString(message.file)).toStdString() + ':' + std::to_string(message.line);
+        line.append(": ").append(nameOf(message.kind)).append(": ").append(message.text);
+        std::ranges::replace(line, '\n', ' '); // names from the source may span lines
+        line += '\n';
+        std::fwrite(line.data(), 1, line.size(), stderr); // a name may contain a NUL
     }
 
     [[nodiscard]] bool hasErrors() const { return m_hasErrors; }
@@ -139,8 +118,8 @@ private:
     bool m_hasErrors = false;
 };
 
-/// \a name, or for what is not there the nearest directory above it that is: a build program takes
-/// a missing file for one that changes all the time, while the directory changes when it appears.
+/// \a name if it exists, else the nearest directory above it that does: build programs rebuild at once for a missing
+/// file, while the directory changes when the file appears.
 QString presentPath(QString name)
 {
     while (!QFileInfo::exists(name) && name.size() > 1)
@@ -148,24 +127,23 @@ QString presentPath(QString name)
     return name;
 }
 
-/// Reports a \a source that cannot be read: there is nothing to make pages from, while tavidoc
-/// deliberately takes it for an empty one.
+/// Reports a \a source that cannot be read, which tavidoc deliberately treats as an empty one.
 void checkSource(const QString &source, CompilerMessages &messages)
 {
     const QFileInfo file(source);
     if (!file.isFile() || !file.isReadable())
-        messages.print("error: docgen: the file cannot be opened\n");
+        messages.print({.kind = Message::Kind::Error, .file = {}, .line = 0, .text = "the file cannot be opened"});
 }
 
-/// Translates \a source, tells \a messages, and gives the files that it was made from, by whole
-/// path, each once.
+/// Translates \a source and passes its messages on; returns the absolute paths of the files that it was made from,
+/// each once.
 QStringList filesOf(const QString &source, CompilerMessages &messages)
 {
-    const QTemporaryDir images; // the icons are made anew with the pages
+    const QTemporaryDir images; // the icons are written again with the pages
     QStringList files;
     OutputRecords records;
     DocGen document;
-    const MessageSink sink = [&messages](std::string_view line) { messages.print(line); };
+    const MessageSink sink = [&messages](const Message &message) { messages.print(message); };
     document.setMessageSink(sink);
     document.setMissingFileSink(sink);
     filesRead = &files;

@@ -23,8 +23,8 @@ ReferenceRun runHeader(std::string_view header, int split = 1, const QStringList
     OutputRecords records;
     DocGen generator;
     const std::string prefix = directory.path().toStdString() + "/";
-    generator.setMessageSink([&](std::string_view line) {
-        std::string text(line);
+    generator.setMessageSink([&](const Message &message) {
+        std::string text = formatted(message);
         for (std::size_t at = text.find(prefix); at != std::string::npos; at = text.find(prefix))
             text.erase(at, prefix.size());
         run.messages += text;

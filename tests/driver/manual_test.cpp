@@ -39,7 +39,7 @@ OutputRecords recordsOf(const QString &source, std::string &messages)
 {
     OutputRecords records;
     DocGen document;
-    document.setMessageSink([&messages](std::string_view line) { messages += line; });
+    document.setMessageSink([&messages](const Message &message) { messages += formatted(message); });
     document.run(nullptr, 1, Path(source), u"out"_s, records, {}, {});
     return records;
 }

@@ -49,7 +49,7 @@ TEST(Translator, TheFrameShowsTheTitleOfTheDocument)
         writeFile(directory.filePath(QStringLiteral("doc.dg")), source);
         OutputRecords records;
         DocGen generator;
-        generator.setMessageSink([](std::string_view) {});
+        generator.setMessageSink([](const Message &) {});
         generator.run(nullptr, 1, Path(directory.filePath(QStringLiteral("doc.dg"))), {}, records, {}, {});
         const std::string page = records.front().text.toStdString();
         const std::size_t begin = page.find("style=\"\">") + 9;

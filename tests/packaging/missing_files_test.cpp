@@ -9,8 +9,8 @@ namespace {
 struct MissingRow
 {
     const char *name;
-    const char *input;  ///< the text of the input; a header if it begins with a documentation comment
-    const char *script; ///< commands that run first, may be empty
+    const char *input;  ///< the text of the input, a header if it begins with a documentation comment
+    const char *script; ///< runs first; may be empty
     const char *errors; ///< on the standard error; "DIR" stands for the working directory
 };
 
@@ -38,10 +38,10 @@ TEST_P(MissingFiles, AreErrorsOfTavidocDepsOnly)
     EXPECT_EQ(strict.error.toStdString(), expected.toStdString());
     EXPECT_EQ(strict.status, expected.contains(": error: ") ? 1 : 0);
     EXPECT_TRUE(QFile::exists(directory.filePath(u"rule"_s)));
-    // Deliberate: the program does not report missing files. Failed look-ups are reported as usual.
+    // The program deliberately does not report them, apart from the messages of lookups.
     const ScriptResult program = runScript(directory, u"\"$tavidoc\" -o out "_s + input);
     EXPECT_EQ(program.status, 0);
-    for (const char *said : {"include", "beside the input", "in/book.dg: "})
+    for (const char *said : {"include", "in the directory of the input", "in/book.dg: "})
         EXPECT_FALSE(program.output.contains(said)) << program.output.constData();
     EXPECT_EQ(program.error, "");
 }
@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
     Companion, MissingFiles,
     testing::Values(
         MissingRow{"nothing is missing", "\\split a\n\\include in/b.dg\n", "echo B > in/b.dg", ""},
-        MissingRow{"each include at its place, also in an included file that is included twice",
+        MissingRow{"each include at its position, also in included files and between what is included twice",
                    "\\split a\nA\n\\include no.dg\n\\include in/b.dg\n\\include in/b.dg\n  \\include  no.dg no\n",
                    "printf 'B\\n\\n\\\\include in/no.dg\\nB\\n' > in/b.dg",
                    "DIR/in/book.dg:3: error: \\include: the file \"no.dg\" cannot be opened\n"
@@ -59,41 +59,45 @@ INSTANTIATE_TEST_SUITE_P(
                    "DIR/in/book.dg:6: error: \\include: the file \"no.dg no\" cannot be opened\n"},
         MissingRow{"an include in the first line", "\\include no.dg", "",
                    "DIR/in/book.dg:1: error: \\include: the file \"no.dg\" cannot be opened\n"},
+        MissingRow{"a name that looks like a position", "\\split a\n\\include in/a.dg :7: b\n",
+                   "printf 'A\\n\\\\nope\\n' > 'in/a.dg :7: b'",
+                   "DIR/in/a.dg :7: b:2: error: \\nope: unknown command\n"},
         MissingRow{"a directory and a dangling link are not files", "\n\\include in/d.dg\n\\include in/l.dg\n",
                    "mkdir -p in/d.dg; ln -sf nothing in/l.dg",
                    "DIR/in/book.dg:2: error: \\include: the file \"in/d.dg\" cannot be opened\n"
                    "DIR/in/book.dg:3: error: \\include: the file \"in/l.dg\" cannot be opened\n"},
-        MissingRow{"an include that is dropped is not missing",
+        MissingRow{"an include that is not followed is not reported",
                    "%\\include no.dg\n@print\n\\include no.dg\n@end\n", "", ""},
         MissingRow{"presented and copied files, once", "\\split a\n\\present no.c\n\n\\copyin no.htm\n", "",
                    "DIR/in/book.dg:2: error: \\present: the file cannot be opened\n"
                    "DIR/in/book.dg:4: error: \\copyin: the file cannot be opened\n"},
-        MissingRow{"definitions where they are first looked up",
-                   "\\split a\nA\n\\key{open}, \\key{shut},\n\\menu{open}, \\menu{shut}\n\\property{p}\n\\envpage\n",
-                   "",
-                   "DIR/in/book.dg:3: warning: Can't find open in key scheme\n"
-                   "DIR/in/book.dg:3: error: \\key: there is no \"keys.xml\" beside the input\n"
-                   "DIR/in/book.dg:3: warning: Can't find shut in key scheme\n"
-                   "DIR/in/book.dg:4: warning: Can't find open in message scheme\n"
-                   "DIR/in/book.dg:4: error: \\menu: there is no \"messages.xml\" beside the input\n"
-                   "DIR/in/book.dg:4: error: \\menu: there is no \"menus.xml\" beside the input\n"
-                   "DIR/in/book.dg:4: warning: Can't find shut in message scheme\n"
-                   "DIR/in/book.dg:5: error: \\property: there is no property p\n"
-                   "DIR/in/book.dg:5: error: \\property: there is no \"properties.xml\" beside the input\n"},
-        MissingRow{"the list of properties", "\\split a\n\\envpage\n", "",
-                   "DIR/in/book.dg:2: error: \\envpage: there is no \"properties.xml\" beside the input\n"},
+        MissingRow{
+            "definitions where they are first looked up",
+            "\\split a\nA\n\\key{open}, \\key{shut},\n\\menu{open}, \\menu{shut}\n\\property{p}\n\\envpage\n", "",
+            "DIR/in/book.dg:3: warning: Can't find open in key scheme\n"
+            "DIR/in/book.dg:3: error: \\key: there is no \"keys.xml\" in the directory of the input\n"
+            "DIR/in/book.dg:3: warning: Can't find shut in key scheme\n"
+            "DIR/in/book.dg:4: warning: Can't find open in message scheme\n"
+            "DIR/in/book.dg:4: error: \\menu: there is no \"messages.xml\" in the directory of the input\n"
+            "DIR/in/book.dg:4: error: \\menu: there is no \"menus.xml\" in the directory of the input\n"
+            "DIR/in/book.dg:4: warning: Can't find shut in message scheme\n"
+            "DIR/in/book.dg:5: error: \\property: there is no property p\n"
+            "DIR/in/book.dg:5: error: \\property: there is no \"properties.xml\" in the directory of the input\n"},
+        MissingRow{
+            "the list of properties", "\\split a\n\\envpage\n", "",
+            "DIR/in/book.dg:2: error: \\envpage: there is no \"properties.xml\" in the directory of the input\n"},
         MissingRow{"a tip", "\\split a\n\\tip{open}\n", "",
                    "DIR/in/book.dg:2: error: \\tip: there is no tip for open\n"
-                   "DIR/in/book.dg:2: error: \\tip: there is no \"messages.xml\" beside the input\n"},
-        MissingRow{"a key or a menu path is enough for a phrase", "\\split a\n\\choose{open}\n",
+                   "DIR/in/book.dg:2: error: \\tip: there is no \"messages.xml\" in the directory of the input\n"},
+        MissingRow{"one of a key and a menu path is enough for a phrase", "\\split a\n\\choose{open}\n",
                    "echo '<keyscheme><item name=\"open\"><key>F3</key></item></keyscheme>' > in/keys.xml",
                    "DIR/in/book.dg:2: warning: Can't find open in message scheme\n"},
         MissingRow{"a phrase without either", "\\split a\n\\choose{shut}\n",
                    "echo '<keyscheme><item name=\"open\"><key>F3</key></item></keyscheme>' > in/keys.xml",
                    "DIR/in/book.dg:2: warning: Can't find shut in message scheme\n"
                    "DIR/in/book.dg: error: missing both menu path and accelerator for shut\n"
-                   "DIR/in/book.dg:2: error: \\choose: there is no \"messages.xml\" beside the input\n"
-                   "DIR/in/book.dg:2: error: \\choose: there is no \"menus.xml\" beside the input\n"},
+                   "DIR/in/book.dg:2: error: \\choose: there is no \"messages.xml\" in the directory of the input\n"
+                   "DIR/in/book.dg:2: error: \\choose: there is no \"menus.xml\" in the directory of the input\n"},
         MissingRow{"definitions in a file of another name are not missing", "\\split a\n\\key{open}\\key{shut}\n",
                    "echo '<keyscheme><item name=\"open\"><key>F3</key></item></keyscheme>' > in/menus.xml",
                    "DIR/in/book.dg:2: warning: Can't find shut in key scheme\n"},
@@ -101,11 +105,11 @@ INSTANTIATE_TEST_SUITE_P(
                    "DIR/in/book.dg:2: warning: Can't find shut in key scheme\n"},
         MissingRow{"a directory with the name of a file does not count as one", "\\split a\n\\key{shut}\n", "mkdir -p in/keys.xml",
                    "DIR/in/book.dg:2: warning: Can't find shut in key scheme\n"
-                   "DIR/in/book.dg:2: error: \\key: there is no \"keys.xml\" beside the input\n"},
-        MissingRow{"definitions in the comments of a header, reported once",
+                   "DIR/in/book.dg:2: error: \\key: there is no \"keys.xml\" in the directory of the input\n"},
+        MissingRow{"definitions in the comments of a header, once for all of them",
                    "/*!\n * \\key{open}\n */\nint f();\n/*!\n * \\key{shut}\n */\nint g();\n", "",
                    "DIR/in/book.h:2: warning: Can't find open in key scheme\n"
-                   "DIR/in/book.h:2: error: \\key: there is no \"keys.xml\" beside the input\n"
+                   "DIR/in/book.h:2: error: \\key: there is no \"keys.xml\" in the directory of the input\n"
                    "DIR/in/book.h:6: warning: Can't find shut in key scheme\n"},
         MissingRow{"the input itself", "", "rm in/book.dg", "DIR/in/book.dg: error: the file cannot be opened\n"}));
 

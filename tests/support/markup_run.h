@@ -55,8 +55,8 @@ inline MarkupRun runFile(const QTemporaryDir &directory, const QString &name, co
     DocGen generator;
     generator.setBaseHeadingLevel(options.baseHeadingLevel);
     const std::string prefix = directory.path().toStdString() + "/";
-    generator.setMessageSink([&](std::string_view line) {
-        std::string text(line);
+    generator.setMessageSink([&](const Message &message) {
+        std::string text = formatted(message);
         for (std::size_t at = text.find(prefix); at != std::string::npos; at = text.find(prefix))
             text.erase(at, prefix.size());
         run.messages += text;
