@@ -1,8 +1,9 @@
-# Installation, in two components: "docs" contains the programs that generate pages, "core" the library for other programs.
+# What "cmake --install" installs, in two components: "docs" to make pages, "core" to write programs with the library.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
-# Not in the library directory: in a project without languages, CMake does not know Debian's multiarch library directory.
+# Not in the library's directory: on Debian, CMake does not search that for a project without languages, which only
+# makes pages.
 set(package_dir ${CMAKE_INSTALL_DATADIR}/cmake/tavidoc)
 set(header_dir ${CMAKE_INSTALL_INCLUDEDIR}/tavidoc)
 set(data_dir ${CMAKE_INSTALL_DATADIR}/tavidoc)
@@ -18,19 +19,17 @@ if(TAVIDOC_BUILD_MANUAL)
     install(DIRECTORY ${PROJECT_BINARY_DIR}/manual DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
 endif()
 
-# The CMake package: the function and, if its dependencies are available, the library
+# The CMake package: the function, and the library if Qt is installed.
 configure_package_config_file(cmake/tavidocConfig.cmake.in ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake
     INSTALL_DESTINATION ${package_dir} PATH_VARS data_dir NO_SET_AND_CHECK_MACRO)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/cmake/tavidocConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake ${PROJECT_BINARY_DIR}/cmake/tavidocConfigVersion.cmake
     cmake/TavidocAddDocs.cmake DESTINATION ${package_dir} COMPONENT docs)
 
-# The library and its headers, which include each other with the folder's name
-install(TARGETS tavidoc_core EXPORT tavidocCore ARCHIVE COMPONENT core)
+# The library with its public headers, which include each other by folder
+install(TARGETS tavidoc_core EXPORT tavidocCore ARCHIVE COMPONENT core
+    FILE_SET HEADERS DESTINATION ${header_dir} COMPONENT core)
 install(EXPORT tavidocCore NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT core)
-foreach(folder IN LISTS TAVIDOC_ROOMS)
-    install(DIRECTORY src/${folder} DESTINATION ${header_dir} COMPONENT core FILES_MATCHING PATTERN "*.h")
-endforeach()
 file(RELATIVE_PATH prefix_from_here ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMAKE_INSTALL_PREFIX})
 configure_file(cmake/tavidoc.pc.in ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT core)

@@ -21,8 +21,8 @@ function integrates documentation into a build.")
 
 set(CPACK_DEBIAN_CORE_PACKAGE_NAME libtavidoc-dev)
 set(CPACK_DEBIAN_CORE_PACKAGE_SECTION libdevel)
-set(CPACK_DEBIAN_CORE_PACKAGE_DEPENDS "tavidoc (= ${PROJECT_VERSION}), qt6-base-dev (>= 6.4), libpng-dev")
-set(CPACK_DEBIAN_CORE_DESCRIPTION "The library of the program tavidoc generates documentation pages, reads the
-declarations of C and C++ headers, and colours listings. This package contains
-the headers and the static library.")
+set(CPACK_DEBIAN_CORE_PACKAGE_DEPENDS "tavidoc (= ${PROJECT_VERSION}), qt6-base-dev (>= 6.4)")
+set(CPACK_DEBIAN_CORE_DESCRIPTION "This is the library of the program tavidoc. It makes documentation pages,
+reads the declarations of C and C++ headers, and colours listings. The package
+has its headers and the static library.")
 include(CPack)

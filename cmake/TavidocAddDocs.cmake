@@ -50,7 +50,7 @@ function(tavidoc_add_docs name)
         set(stamp "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.docs/${place}/${file}.stamp")
         _tavidoc_list_definitions("${input}" "${stamp}.definitions")
         add_custom_command(OUTPUT "${stamp}"
-            # tavidoc-deps repeats the messages in the format of compilers.
+            # tavidoc-deps reports the same errors again, in the format of compilers.
             COMMAND tavidoc::tavidoc -o "${docs_OUTPUT}" "${input}" > /dev/null
             COMMAND tavidoc::deps ${strictness} -t "${stamp}" -o "${stamp}.d" "${input}"
             ${forget_old_dependencies}
@@ -95,8 +95,8 @@ function(_tavidoc_copy_style name style copy)
     add_dependencies(${name} ${owner})
 endfunction()
 
-# Writes the names of the definition files next to INPUT to the file LIST. Every build checks whether they have changed,
-# because a rule cannot depend on a file that does not exist yet.
+# Writes to the file LIST which definition files are in the directory of INPUT. Every build checks that, because a
+# rule cannot name a file that is not there yet.
 function(_tavidoc_list_definitions input list)
     cmake_path(GET input PARENT_PATH directory)
     file(GLOB definitions CONFIGURE_DEPENDS "${directory}/menus.xml" "${directory}/messages.xml" "${directory}/keys.xml"

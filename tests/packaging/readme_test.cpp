@@ -17,7 +17,7 @@ QString readme()
     return QString::fromUtf8(file.readAll());
 }
 
-/// Saves the blocks that the text introduces with "as `NAME`:" as files. Returns their names.
+/// Saves the files that the text describes, and returns their names.
 QStringList saveFiles(const QString &text, const QDir &directory)
 {
     static const QRegularExpression block(u"as `([\\w.]+)`:\n\n```\\w*\n(.*?)```\n"_s,
