@@ -3,7 +3,7 @@
 /*!!
  * \h1 hexception.h
  *
- * How a run ends that cannot go on.
+ * The error that ends a run.
  */
 
 #include <QByteArray>
@@ -12,8 +12,8 @@ namespace tavidoc {
 
 /*!
  * \h1 \this
- * The one exception of the program: it carries the final message of an error that ends the
- * run. Thrown by value, caught by reference; only the driver prints it.
+ * The only exception class of the program: it carries the message of an error that ends the run. It is thrown by value
+ * and caught by reference; only the driver prints it.
  * \sa \xref{hexception_h}{hexception.h}
  * \ingroup \this
  */
@@ -33,7 +33,7 @@ public:
 
     /*!
      * \h1 HException::\this
-     * How many have been constructed in this process.
+     * The number of exceptions constructed in this process.
      * \synopsis
      * \sa \xref{HException}
      * \ingroup HException

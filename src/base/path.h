@@ -3,8 +3,8 @@
 /*!!
  * \h1 path.h
  *
- * File names, as the program and the library see them. The parts of a name are those of the text after the last
- * slash. They follow the first dot or the last one; a header or a source is known by what follows the first.
+ * File names. The parts of a name are separated by the first or by the last dot after the last slash; headers and
+ * sources are recognised by the text after the first.
  *
  * \table{2.4in,*}
  * || Part | Of \tt{/book/use.old.dg}
@@ -60,7 +60,7 @@ public:
     [[nodiscard]] QString fileName() const;
     /*!
      * \h1 Path::\this
-     * The directory of the file, as given; "." when the path names none.
+     * The directory of the file, as given; "." for a path without a directory.
      * \synopsis
      * \sa \xref{Path}
      * \ingroup Path
@@ -68,7 +68,7 @@ public:
     [[nodiscard]] QString directory() const;
     /*!
      * \h1 Path::\this
-     * What follows the first dot of the file name; empty without a dot.
+     * The text after the first dot of the file name; empty without a dot.
      * \synopsis
      * \sa \xref{Path}
      * \ingroup Path
@@ -76,7 +76,7 @@ public:
     [[nodiscard]] QString completeSuffix() const;
     /*!
      * \h1 Path::\this
-     * What follows the last dot of the file name; empty without a dot.
+     * The text after the last dot of the file name; empty without a dot.
      * \synopsis
      * \sa \xref{Path}
      * \ingroup Path
@@ -84,7 +84,7 @@ public:
     [[nodiscard]] QString suffix() const;
     /*!
      * \h1 Path::\this
-     * What precedes the first dot of the file name.
+     * The text before the first dot of the file name.
      * \synopsis
      * \sa \xref{Path}
      * \ingroup Path
@@ -92,7 +92,7 @@ public:
     [[nodiscard]] QString baseName() const;
     /*!
      * \h1 Path::\this
-     * What precedes the last dot of the file name.
+     * The text before the last dot of the file name.
      * \synopsis
      * \sa \xref{Path}
      * \ingroup Path
@@ -101,7 +101,7 @@ public:
 
 private:
     QString m_given;
-    mutable QString m_cleaned; // null until text() was asked for
+    mutable QString m_cleaned; // null before the first call of text()
 };
 
 } // namespace tavidoc

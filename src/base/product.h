@@ -4,11 +4,11 @@
 
 namespace tavidoc {
 
-/// How the product calls itself.
+/// The names of the product.
 namespace Product {
 
 inline constexpr std::string_view title = "Tavi Documentation Tools";
-/// What "$(WENDRIX_NAME)" in the texts of actions stands for.
+/// Replaces "$(WENDRIX_NAME)" in the texts of actions.
 inline constexpr std::string_view displayName = "Tavi";
 inline constexpr std::string_view toolName = "tavidoc";
 /// Each follows "Copyright (c) ".
@@ -16,7 +16,7 @@ inline constexpr std::string_view copyrightHolders[] = {
     "2026 The founders of tavidoc",
     "2026 The contributors to tavidoc",
 };
-/// What "$(LICENSE)" in a presented file stands for.
+/// Replaces "$(LICENSE)" in a presented file.
 inline constexpr std::string_view licenceNotice =
     "Copyright (c) 2026 The founders of tavidoc and its contributors. All rights reserved.";
 

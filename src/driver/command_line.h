@@ -6,22 +6,22 @@
 
 namespace tavidoc {
 
-/// The arguments of the process, taken one after the other.
+/// The arguments of the process, which are taken one by one.
 class ArgumentQueue
 {
 public:
     /// \a arguments without the program's path.
     explicit ArgumentQueue(QStringList arguments);
 
-    /// Takes the first argument. When none is left the result is null if \a message is empty;
-    /// else HException with that message is thrown.
+    /// Takes the first argument. Without one, returns a null string if \a message is empty, and throws
+    /// HException with the message otherwise.
     QString takeArgument(const QByteArray &message);
 
 private:
     QStringList m_arguments;
 };
 
-/// What the command line asks for.
+/// The settings from the command line.
 struct Settings
 {
     QString outputDirectory; ///< empty: the working directory
@@ -29,7 +29,7 @@ struct Settings
     QStringList inputs; ///< in the order of the command line
 };
 
-/// Reads the arguments. Throws HException when "-o" is the last.
+/// Parses the arguments. Throws HException when "-o" is the last one.
 [[nodiscard]] Settings parseArguments(ArgumentQueue arguments);
 
 /// The banner and the usage text, for the standard error.

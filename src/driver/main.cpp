@@ -19,7 +19,7 @@ using namespace tavidoc;
 
 namespace {
 
-/// Qt speaks up on the standard error when the locale's character set is not UTF-8.
+/// Qt prints a warning to the standard error when the locale's character set is not UTF-8.
 void makeLocaleUtf8()
 {
     std::setlocale(LC_ALL, "");
@@ -27,7 +27,7 @@ void makeLocaleUtf8()
         ::setenv("LC_ALL", "C.UTF-8", 1);
 }
 
-/// A file that is opened while a standard one is closed takes its number, and messages would go into it.
+/// A file that is opened while a standard one is closed gets its number, and messages would be written to it.
 void openStandardFiles()
 {
     int file = 0;
@@ -37,7 +37,7 @@ void openStandardFiles()
         ::close(file);
 }
 
-/// A broken pipe and a file that grows too large are errors of writing, not the end.
+/// A broken pipe or a file size limit makes writing fail instead of ending the process.
 void ignoreWriteSignals()
 {
     std::signal(SIGPIPE, SIG_IGN);
@@ -46,10 +46,10 @@ void ignoreWriteSignals()
 
 void keepQuiet(QtMsgType, const QMessageLogContext &, const QString &) {}
 
-/// Prints the fatal line \a message, after all that was printed before.
+/// Prints the fatal error \a message after all earlier output.
 int fail(const char *message)
 {
-    std::fflush(stdout); // both streams may be one file
+    std::fflush(stdout); // both streams may be the same file
     std::fprintf(stderr, "error: %s\n", message);
     return EXIT_FAILURE;
 }
@@ -63,8 +63,8 @@ int main(int argc, char *argv[])
     ignoreWriteSignals();
     qInstallMessageHandler(keepQuiet);
     const QCoreApplication application(argc, argv);
-    // Deliberate: reading the arguments stands outside of what reports errors, so a missing
-    // directory after "-o" ends the process through the runtime.
+    // Deliberate: arguments are parsed outside the try block, so a missing directory after "-o"
+    // terminates the process through the C++ runtime.
     const Settings settings = parseArguments(ArgumentQueue(QCoreApplication::arguments().mid(1)));
     if (settings.inputs.isEmpty()) {
         std::fputs(usageText().constData(), stderr);

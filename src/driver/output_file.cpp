@@ -14,13 +14,13 @@ namespace tavidoc {
 
 namespace {
 
-constexpr int s_flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK; // not blocking: a pipe must not wait
-constexpr mode_t s_permissions = 0666;                               // the umask takes from them
+constexpr int s_flags = O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK; // do not wait for the reader of a pipe
+constexpr mode_t s_permissions = 0666;                               // reduced by the umask
 
-/// Opens the file \a path for writing in place of any that exists; negative when that fails.
+/// Replaces the file \a path by a new one and opens it for writing; negative on failure.
 int openInPlace(const char *path)
 {
-    constexpr int attempts = 4; // another run may make the file between the removal and the opening
+    constexpr int attempts = 4; // another run may create the file in between
     for (int attempt = 0; attempt < attempts; ++attempt) {
         const int file = ::open(path, s_flags | O_EXCL, s_permissions);
         if (file >= 0)

@@ -4,8 +4,8 @@
 
 namespace tavidoc {
 
-/// Documents the inputs one after the other and writes the pages of each before the next is
-/// read. Throws HException.
+/// Documents the inputs in order and writes the pages of each before it reads the next. Throws
+/// HException.
 void documentInputs(const Settings &settings);
 
 } // namespace tavidoc

@@ -6,18 +6,17 @@
 
 namespace tavidoc {
 
-/// The contents tree of a document as XML lines. Entries that stay open are kept on a stack,
-/// so whatever levels a document asks for, the tree is well formed.
+/// The contents tree of a document as XML lines. Open entries are kept on a stack, so the tree is
+/// well formed for any sequence of levels.
 class Contents
 {
 public:
     /// Opens the entry of the page \a stem at the current level.
     void openPage(std::string_view stem);
-    /// Opens an entry that has a title (text) and no page, at the current level. It takes the
-    /// place of such an entry that was opened directly before.
+    /// Opens an entry with a title (text) and without a page, at the current level. It replaces such an
+    /// entry that was opened directly before.
     void openTitle(std::string_view title);
-    /// Closes the entries that an entry at the current level does not nest in, down to the
-    /// innermost group. An entry of a lower level than all open ones nests in the last.
+    /// Closes the entries, up to the innermost group, that do not contain an entry at the current level.
     void closeLevels();
 
     /// The next entries are one level deeper, or one shallower but never below 0.
@@ -25,7 +24,7 @@ public:
     void goUp();
     void goTop() { m_level = 0; }
 
-    /// Opens a group; \a title is text. A group changes no level.
+    /// Opens a group; \a title is text. The level stays the same.
     void beginGroup(std::string_view title);
     /// Closes the innermost group with all entries in it; false when no group is open.
     bool endGroup();
@@ -34,13 +33,13 @@ public:
     void addLine(std::string_view line) { m_lines.emplace_back(line); }
     /// Adds a leaf entry for the page \a stem.
     void addLeaf(std::string_view stem);
-    /// Adds what `\include` asks for: another contents file, or a page that is made elsewhere.
+    /// Adds the target of `\include`: another contents file, or a page that is made elsewhere.
     void addInclude(std::string_view name);
 
-    /// Closes everything and goes to level 0.
+    /// Closes all entries and goes to level 0.
     void closeAll();
 
-    /// The lines so far, without the element around them.
+    /// The lines so far, without the root element.
     [[nodiscard]] const std::vector<std::string> &lines() const { return m_lines; }
 
 private:

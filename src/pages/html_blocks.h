@@ -50,7 +50,7 @@ public:
     /// that was there when the block, list entry or cell began.
     void dropWhiteSpace(std::size_t count);
 
-    /// The inside of the first paragraph of the page that has been closed; empty without one.
+    /// The contents of the first closed paragraph of the page; empty without one.
     [[nodiscard]] std::string_view firstParagraph() const;
 
     /// Empties the page. Does not close the open block.

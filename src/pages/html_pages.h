@@ -33,8 +33,8 @@ void appendHeading(std::string &html, int level, std::string_view title);
 /// \a body without a frame. The result is ISO 8859-1.
 [[nodiscard]] QByteArray barePage(std::string_view body);
 
-/// What the address of the page file \a file begins with: "./" when a browser would take what precedes a ":" for a
-/// scheme, as in "A::B.htm", else nothing.
+/// The prefix of the address of the page file \a file: "./" when a browser would take the text before a ":" for a
+/// scheme, as in "A::B.htm", else empty.
 [[nodiscard]] std::string_view addressStart(std::string_view file);
 
 /// Appends an index of pages under group captions.

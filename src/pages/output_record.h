@@ -3,7 +3,7 @@
 /*!!
  * \h1 output_record.h
  *
- * What a run of the generator leaves behind.
+ * The output of a run of the generator.
  */
 
 #include <QByteArray>
@@ -34,7 +34,7 @@ struct OutputRecord
     QByteArray text;  ///< the complete file as bytes: pages in ISO 8859-1, contents in UTF-8
 };
 
-/// Finished files in the order in which they were made. The caller of a run owns it.
+/// Finished files in the order in which they were made.
 using OutputRecords = std::list<OutputRecord>;
 
 } // namespace tavidoc

@@ -47,7 +47,7 @@ QString Pages::filePath(std::string_view name) const
 {
     QString path = m_outputDirectory;
     path += u'/';
-    // cppcheck-suppress danglingTemporaryLifetime ; a caller's temporary lives as long as the call
+    // cppcheck-suppress danglingTemporaryLifetime ; a caller's temporary outlives the call
     path += QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
     return path;
 }

@@ -10,11 +10,11 @@
 
 namespace tavidoc {
 
-/// The page that is being built and the pages that are done.
+/// The page that is being built, and the finished pages as records.
 class Pages
 {
 public:
-    /// Whether the text that comes belongs to a page.
+    /// Whether text that is appended belongs to a page.
     enum class State
     {
         None,      ///< no page is open
@@ -22,15 +22,14 @@ public:
         Discarded, ///< a page is open that will not be written
     };
 
-    /// \a blocks and \a records are borrowed and must outlive the pages. With \a framed a page gets its frame.
+    /// \a blocks and \a records are borrowed and must outlive the pages. With \a framed, pages are written with their frame.
     Pages(HtmlBlocks &blocks, OutputRecords &records, QString outputDirectory, bool framed);
 
     /// Flushes the page and opens the page \a stem, which must not be empty.
     void open(std::string_view stem);
-    /// Flushes the page; what follows, up to the next page, will not be written.
+    /// Flushes the page; the text up to the next page will not be written.
     void openDiscarded();
-    /// Closes the open block and hands the page over as a record, if it has a name and a text.
-    /// After that no page is open.
+    /// Closes the open block and the page, and appends a record if the page has a name and text.
     void flush();
 
     [[nodiscard]] State state() const { return m_state; }

@@ -4,19 +4,19 @@ namespace tavidoc {
 
 namespace {
 
-/// What a conditional opener asks.
+/// The condition of a conditional opener.
 enum class Question : std::uint8_t
 {
     OutputFormat, ///< does the word name the output format?
     Target,       ///< does the word in capitals name the target?
-    Fixed,        ///< settled for this program
+    Fixed,        ///< has a fixed answer
 };
 
 struct Opener
 {
     std::string_view word;
     Question question;
-    bool answer = false; // of a settled question
+    bool answer = false; // to a fixed question
 };
 
 constexpr Opener s_openers[] = {
@@ -40,7 +40,7 @@ constexpr Opener s_openers[] = {
     {"@native", Question::Fixed, false},
 };
 
-constexpr std::string_view s_targetWord = "arm"; // the target "ARM" as openers write it
+constexpr std::string_view s_targetWord = "arm"; // the target "ARM", as openers spell it
 
 const Opener *findOpener(std::string_view line)
 {

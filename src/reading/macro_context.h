@@ -3,8 +3,8 @@
 /*!!
  * \h1 macro_context.h
  *
- * Macros in sources. \tt{@def} gives a name a value; what becomes of \tt{@(NAME)} is up to the expander that the caller
- * of a run hands over. The command line hands over none.
+ * Macros in sources. \tt{@def} gives a name a value; \tt{@(NAME)} is expanded by the macro context that the caller passes
+ * to a run. The command line passes none.
  *
  * \code
  * SimpleMacroContext macros;
@@ -19,13 +19,13 @@
 
 namespace tavidoc {
 
-/// What "@def" lines have defined: name to value, ordered by name.
+/// The definitions of "@def" lines: name to value, ordered by name.
 using MacroDefinitions = std::map<std::string, std::string, std::less<>>;
 
 /*!
  * \h1 \this
  * The value of a name that needs no definition ("Date", "TimeHour", "UnixTime", ...): the
- * current date or time. Nothing when \a{name} is none of them.
+ * current date or time. Nothing for other names.
  * \synopsis
  * \sa \xref{macro_context_h}{macro_context.h}
  * \ingroup Functions
@@ -45,7 +45,7 @@ public:
 
     /*!
      * \h1 MacroContext::\this
-     * \a{line} with its macros expanded. \a{definitions} are those read so far.
+     * \a{line} with its macros expanded. \a{definitions} are those of the lines before it.
      * \synopsis
      * \sa \xref{MacroContext}
      * \ingroup MacroContext
@@ -69,7 +69,7 @@ private:
 /*!
  * \h1 \this
  * Replaces INTRODUCER(NAME) by the definition of NAME, else by the built-in value of that
- * name. An unknown name is left as it stands. What a replacement brings in is not expanded.
+ * name. An unknown name is left unchanged. Replacements are not expanded again.
  * \sa \xref{macro_context_h}{macro_context.h}
  * \ingroup \this
  */

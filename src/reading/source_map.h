@@ -13,34 +13,34 @@ namespace tavidoc {
 struct SourcePosition
 {
     QString file;          ///< as it was named on the command line or in an include
-    std::int64_t line = 0; ///< counted from 1, or from what a renumbering says
+    std::int64_t line = 0; ///< counted from 1, or as it was renumbered
 };
 
-/// Tells for every place in a joined text which line of which file it came from. The text is a
-/// sequence of stretches; inside a stretch each "\n" begins the next line of the same file.
+/// Maps offsets in a joined text to the files and lines that it came from. The text is a sequence of
+/// stretches; inside a stretch each "\n" begins the next line of the same file.
 class SourceMap
 {
 public:
-    /// Makes a file known; the result names it in beginStretch().
+    /// Returns the number of the file for beginStretch().
     int addFile(const QString &name);
 
     /// From \a offset of the text on, lines come from \a file, beginning with its \a line
     /// (counted from 1). Offsets must not decrease.
     void beginStretch(std::size_t offset, int file, int line);
 
-    /// The position of the character at \a offset of \a text. Places are best asked for in
-    /// rising order: then all answers together cost one pass over the text.
+    /// The position of the character at \a offset of \a text. With increasing offsets, all calls
+    /// together take one pass over the text.
     [[nodiscard]] SourcePosition position(std::string_view text, std::size_t offset);
 
-    /// Makes \a number the number of the line at \a offset. From there on the lines of the same
-    /// file count on from it; what is before \a offset keeps its number. Offsets must not decrease.
+    /// Makes \a number the number of the line at \a offset; later lines of the same file count on from
+    /// it, and earlier ones keep their numbers. Offsets must not decrease.
     void renumber(std::string_view text, std::size_t offset, int number);
 
 private:
     struct Renumbering
     {
         std::size_t offset;
-        std::int64_t shift; // what it adds to the counted lines from there on
+        std::int64_t shift; // added to the counted lines from there on
     };
     struct File
     {
@@ -58,8 +58,8 @@ private:
 
     std::vector<File> m_files;
     std::vector<Stretch> m_stretches;
-    std::size_t m_stretch = 0; // of the place last asked for
-    std::size_t m_offset = 0;  // the place last asked for
+    std::size_t m_stretch = 0; // of the last position() or renumber()
+    std::size_t m_offset = 0;  // of the last position() or renumber()
     int m_line = 0;            // its line as counted
 };
 

@@ -1,6 +1,5 @@
-// Writes what editors need to colour markup: a syntax file of Vim and a TextMate grammar. The words come from the
-// tables that the translator and the reader use, so the editors know what the program knows. usage: editor_files
-// DIRECTORY
+// Writes files with which editors colour markup: a syntax file for Vim and a TextMate grammar. The words come from the
+// tables of the translator and the reader. usage: editor_files DIRECTORY
 
 #include "base/hexception.h"
 #include "base/whole_file.h"

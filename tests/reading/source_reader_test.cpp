@@ -59,7 +59,7 @@ TEST(SourceReader, ConditionsCommentsAndDefinitions)
         {"true inside an else", "@avr\n@else\n@arm\nY\n@end\n@end", "Y"},
         {"surplus ends are harmless", "@end\n@avr\nA\n@end\n@end\nB", "B"},
         {"a missing end", "@avr\nA", ""},
-        {"words behind a directive make it nothing", "@avr really\nA\n@AVR\nB\n@nothing\nC", "A\nB\nC"},
+        {"words after a directive make it ineffective", "@avr really\nA\n@AVR\nB\n@nothing\nC", "A\nB\nC"},
         {"fixed answers",
          "@arm_riscv\n1\n@end\n@morvath\n2\n@end\n@arm_morvath\n3\n@end\n@native\n4\n@end\n@codespace\n5\n@end\n"
          "@palvane\n6\n@end\n@riscv_morvath\n7\n@end\n@morvath_wendrix\n8\n@end\n@elide\n9\n@end",
@@ -163,7 +163,7 @@ TEST_F(Sources, AConditionOutlivesItsFile)
 {
     write("doc.dg", "\\split{p}\n\\include one.dg\na\n@else\nb\n@end\nc");
     write("one.dg", "@avr\nx");
-    // Kept again behind the file, but the block is open: "@else" drops, and "@end" closes it.
+    // Kept again after the file, but the block is open: "@else" drops, and "@end" closes it.
     EXPECT_EQ(run().pages, "p.htm: <p>a\nc</p>\n");
 }
 
