@@ -17,11 +17,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// How a declaration is shown where a reader looks for its type.
+/// How the type of a declaration is shown to readers.
 constexpr unsigned s_shown =
     SourceBrowserObject::ReturnType | SourceBrowserObject::TightParenthesis | SourceBrowserObject::StripUnderscores;
 
-/// The stem of the page of the declaration \a name: "/" cannot stand in a file name.
+/// The stem of the page of the declaration \a name; a file name cannot contain "/".
 std::string stemOf(std::string_view name)
 {
     std::string stem;
@@ -145,9 +145,17 @@ std::string ReferencePages::translate(std::string_view markup, SourceMap &map)
     static const TitleLists noTitles;
     Report report(markup, map, m_surroundings.sink, m_surroundings.missing);
     const CrossReferences references(noTitles, this);
-    Translator translator(markup, {m_blocks, m_pages, m_surroundings.contents, references, report,
-                                   m_surroundings.actions, m_surroundings.properties, m_icons, this,
-                                   m_surroundings.outputFormat, m_surroundings.baseHeadingLevel});
+    Translator translator(markup, {.blocks = m_blocks,
+                                   .pages = m_pages,
+                                   .contents = m_surroundings.contents,
+                                   .references = references,
+                                   .report = report,
+                                   .actions = m_surroundings.actions,
+                                   .properties = m_surroundings.properties,
+                                   .icons = m_icons,
+                                   .declarations = this,
+                                   .outputFormat = m_surroundings.outputFormat,
+                                   .baseHeadingLevel = m_surroundings.baseHeadingLevel});
     translator.translate();
     return translator.brief();
 }
@@ -160,7 +168,7 @@ void ReferencePages::noteReplacedPage(const Documented &declaration)
         return;
     SharedTables::docObjects.erase(declaration.stem); // the group that the replaced page named
     std::string message = "the page of ";
-    message.append(declaration.name).append(" replaces the one documented in line ");
+    message.append(declaration.name).append(" replaces the one documented on line ");
     message.append(std::to_string(before->second.first));
     warn(declaration.line, message);
 }

@@ -91,8 +91,17 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
         pages.setDocumentTitle(title->second);
     const CrossReferences references(titles, nullptr);
     IconTable icons(m_outputDirectory);
-    Translator translator(document.text(), {blocks, pages, *m_contents, references, report, m_messageMap, m_properties,
-                                            icons, nullptr, format, m_baseHeadingLevel});
+    Translator translator(document.text(), {.blocks = blocks,
+                                            .pages = pages,
+                                            .contents = *m_contents,
+                                            .references = references,
+                                            .report = report,
+                                            .actions = m_messageMap,
+                                            .properties = m_properties,
+                                            .icons = icons,
+                                            .declarations = nullptr,
+                                            .outputFormat = format,
+                                            .baseHeadingLevel = m_baseHeadingLevel});
     translator.translate();
     for (const MissingInclude &include : document.missingIncludes)
         report.missingInclude(include.offset, include.file);
@@ -105,9 +114,16 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
 void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
 {
     loadDefinitions(input);
-    ReferencePages pages(input,
-                         {*m_records, *m_contents, m_messageMap, m_properties, m_sink, m_missing.get(),
-                          m_outputDirectory, m_outputFormat.toStdString(), m_splitFlag != 0, m_baseHeadingLevel});
+    ReferencePages pages(input, {.records = *m_records,
+                                 .contents = *m_contents,
+                                 .actions = m_messageMap,
+                                 .properties = m_properties,
+                                 .sink = m_sink,
+                                 .missing = m_missing.get(),
+                                 .outputDirectory = m_outputDirectory,
+                                 .outputFormat = m_outputFormat.toStdString(),
+                                 .split = m_splitFlag != 0,
+                                 .baseHeadingLevel = m_baseHeadingLevel});
     pages.make(exclusions);
 }
 
