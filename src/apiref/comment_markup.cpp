@@ -8,7 +8,7 @@ namespace tavidoc {
 
 namespace {
 
-// Comments come as UTF-16 from the declarations and are UTF-8 as markup.
+// Comments are UTF-16 in declarations and UTF-8 in markup.
 template <typename Char> constexpr bool isBlankCharacter(Char c)
 {
     return c == Char(' ') || c == Char('\t');
@@ -19,14 +19,14 @@ template <typename Char> std::size_t leadingBlanks(std::basic_string_view<Char> 
     return static_cast<std::size_t>(std::ranges::find_if_not(line, isBlankCharacter<Char>) - line.begin());
 }
 
-/// How many "*" begin \a line after its blanks.
+/// The number of asterisks after the blanks at the start of \a line.
 template <typename Char> std::size_t asterisks(std::basic_string_view<Char> line)
 {
     line.remove_prefix(leadingBlanks(line));
     return std::min(line.find_first_not_of(Char('*')), line.size());
 }
 
-/// \a line without its decoration, which is at most \a width asterisks and the blank after them.
+/// \a line without decoration, of which at most \a width asterisks and the blank after them are removed.
 template <typename Char>
 std::basic_string_view<Char> withoutDecoration(std::basic_string_view<Char> line, std::size_t width)
 {
@@ -65,7 +65,7 @@ public:
 private:
     static constexpr std::size_t s_unknown = std::string_view::npos;
 
-    /// Copies what stands before the next backslash of \a line, and the command behind it.
+    /// Copies the text up to the next backslash of \a line and the command that follows.
     void copyToBackslash(std::string_view &line)
     {
         const std::size_t backslash = std::min(line.find('\\'), line.size());

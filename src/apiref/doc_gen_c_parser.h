@@ -5,8 +5,8 @@
 
 namespace tavidoc {
 
-/// Runs the declaration parser over the header that a line reader delivers. What the parser
-/// complains of is dropped without a word.
+/// Parses the declarations of the header that a line reader delivers. The messages of the parser
+/// are discarded.
 class DocGenSourceBrowserCParser : public SourceBrowserCParser
 {
 public:

@@ -42,7 +42,7 @@ public:
         MissingFiles *missing; ///< null when missing files are not reported
         QString outputDirectory;
         std::string outputFormat;
-        bool split; ///< the header gets its page and its contents file, and pages get their frame
+        bool split; ///< also write a page and a contents file for the header, and frame all pages
         int baseHeadingLevel;
     };
 

@@ -9,7 +9,7 @@
 
 namespace tavidoc {
 
-/// Knows where links lead.
+/// Resolves the targets of links.
 class CrossReferences
 {
 public:

@@ -6,7 +6,7 @@
 
 namespace tavidoc {
 
-/// The declarations of the header that is being documented, as the translator asks for them.
+/// What the translator needs to know about the declarations of the header that is being documented.
 class Declarations
 {
 public:
@@ -15,7 +15,7 @@ public:
     /// The stem of the page of the declaration \a name, bare or qualified with "." or "::".
     /// Nothing when the header has no such page.
     [[nodiscard]] virtual std::optional<std::string> pageOf(std::string_view name) const = 0;
-    /// The declaration \a name as C text, without a ";". Nothing when the header lacks it.
+    /// The declaration \a name as C text, without a ";". Nothing when the header does not have it.
     [[nodiscard]] virtual std::optional<std::string> rendering(std::string_view name) const = 0;
     /// The name of the declaration whose page is being made; empty on the header's own page.
     [[nodiscard]] virtual std::string currentName() const = 0;

@@ -9,8 +9,8 @@
 
 namespace tavidoc {
 
-/// Finds the brace that closes another. A brace after a backslash does not count, and no pair
-/// reaches over a blank line. All answers together cost one pass over the text.
+/// Finds the matching closing brace of an opening one. Escaped braces do not count, and no pair
+/// spans a blank line. All searches together cost one pass over the text.
 class BraceMatcher
 {
 public:
@@ -31,8 +31,8 @@ private:
     void scan(std::size_t opener);
 
     std::string_view m_text;
-    std::vector<Pair> m_pairs;          // of the scanned stretch, by opener
-    std::vector<std::size_t> m_pending; // openers not closed yet, as places in m_pairs
+    std::vector<Pair> m_pairs;          // of the scanned part of the text, by opener
+    std::vector<std::size_t> m_pending; // openers not closed yet, as indices into m_pairs
     std::size_t m_next = 0;             // the pair last asked for
     std::size_t m_scannedEnd = 0;
 };
@@ -41,8 +41,8 @@ private:
 /// a line end.
 [[nodiscard]] bool isBlankLine(std::string_view text, std::size_t offset);
 
-/// A place in a markup text, and what can be read there. Nothing is read past the limit, which
-/// is the end of the argument that the place is in, or of the text.
+/// A position in a markup text and the functions that read from it. Nothing is read past the limit, the
+/// end of the argument that contains the position, or of the text.
 class MarkupCursor
 {
 public:
@@ -61,21 +61,21 @@ public:
         return m_offset + ahead < m_limit ? m_text[m_offset + ahead] : '\0';
     }
 
-    /// True when an argument in braces seems to begin here.
+    /// True at an opening brace, closed or not.
     [[nodiscard]] bool atBrace() const { return peek() == '{'; }
-    /// Where the argument in braces that begins here ends: the offset of its closing brace.
-    /// Nothing when none begins here or when it is not closed before the limit.
+    /// The offset of the closing brace of the argument that begins here. Nothing when no argument
+    /// begins here or when it is not closed before the limit.
     [[nodiscard]] std::optional<std::size_t> argumentEnd();
-    /// Takes the argument in braces that begins here. Without one nothing is taken.
+    /// Takes the argument in braces that begins here. Otherwise takes nothing.
     std::optional<std::string_view> takeArgument();
-    /// The offset of the end of the line that the cursor is in.
+    /// The offset of the end of the current line.
     [[nodiscard]] std::size_t lineEnd() const;
     /// Skips blanks and takes the rest of the line, without its end.
     std::string_view takeLine();
 
-    /// Takes the name of the command at whose backslash the cursor stands: letters and digits,
-    /// one punctuation character and a hyphen after it, or "...". It is empty at the end and
-    /// before anything else; then the backslash alone is taken.
+    /// Takes the backslash at the cursor and the name of the command after it: letters and digits,
+    /// one punctuation character with the hyphen after it, or "...". Before any other character and
+    /// at the limit the name is empty.
     std::string_view takeCommandName();
 
     void skipBlanks();
@@ -92,7 +92,7 @@ private:
     BraceMatcher m_braces;
 };
 
-/// An ASCII letter or digit: what command names are made of.
+/// True for ASCII letters and digits, the characters of command names.
 [[nodiscard]] constexpr bool isNameCharacter(char c)
 {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9');

@@ -12,7 +12,7 @@ namespace MemberGroups {
 
 namespace {
 
-/// The group of \a page as it was filed; the unassigned one when it was not.
+/// The group of \a page; the unassigned one when it has none.
 std::string_view groupOf(std::string_view page)
 {
     const auto object = SharedTables::docObjects.find(page);

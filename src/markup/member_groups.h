@@ -8,10 +8,10 @@
 
 namespace tavidoc {
 
-/// Which page belongs to which group. Works on the tables that all documents share.
+/// Assigns pages to groups, in the tables that all documents share.
 namespace MemberGroups {
 
-/// The caption under which pages stand that never named a group.
+/// The caption of the pages that never named a group.
 inline constexpr std::string_view s_unassigned = "*** UNASSIGNED GROUP ***";
 
 /// A group with the stems of its pages in the order in which they were made.
@@ -21,12 +21,12 @@ struct Group
     std::vector<std::string> pages;
 };
 
-/// Files \a page under \a group; the last group that a page names counts.
+/// Puts \a page into \a group; the last group that a page names counts.
 void file(std::string_view page, std::string_view group);
-/// Sets the order of groups from a list of names with commas between them.
+/// Sets the order of groups from a comma-separated list of names.
 void setOrder(std::string_view names);
 /// Distributes \a pages, stems in the order in which they were made, over the groups: first the
-/// groups in the order that was asked for, then those of first use, the unassigned last.
+/// groups of the requested order, then the others in order of first use, the unassigned last.
 /// Groups without pages are left out.
 [[nodiscard]] std::vector<Group> arrange(const std::vector<std::string> &pages);
 

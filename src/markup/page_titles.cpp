@@ -87,7 +87,7 @@ private:
     TitleLists m_lists;
     std::string m_pageName; // of the page that the next title belongs to
     bool m_onPage = false;
-    bool m_pageOpened = false; // at this place or before
+    bool m_pageOpened = false; // here or before
 };
 
 } // namespace

@@ -15,8 +15,8 @@ using PageTitles = std::map<std::string, std::string, std::less<>>;
 
 /// Takes the page name from \a cursor, which is directly after a `\split`: the argument in
 /// braces, else the rest of the line, without white space at its ends and without ".htm". An
-/// empty name ends the page before and opens none. When the argument is not closed the result
-/// is nothing, and nothing is taken. Everything that needs the name of a page asks here, so a
+/// empty name ends the open page and opens none. When the argument is not closed the result
+/// is nothing, and nothing is taken. The title pass and the translator both use this, so a
 /// link by title leads to the page that is written.
 [[nodiscard]] std::optional<std::string_view> takePageName(MarkupCursor &cursor);
 

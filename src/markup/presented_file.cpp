@@ -11,7 +11,7 @@ namespace tavidoc {
 
 namespace {
 
-/// The name of the language that the suffix of \a file stands for.
+/// The name of the language of files with the suffix of \a file.
 std::string_view languageOf(std::string_view file)
 {
     const std::string_view name = file.substr(file.rfind('/') + 1);

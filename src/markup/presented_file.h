@@ -16,8 +16,8 @@ struct PresentedFile
 };
 
 /// Reads \a file for a listing. Without a \a language the extension decides. "$(LICENSE)" in
-/// the text becomes the copyright notice; the language "verbatim" is plain text in which it
-/// does not. A name that is not absolute starts at the working directory. Nothing when the
+/// the text becomes the copyright notice; the language "verbatim" is plain text without this
+/// replacement. A relative name starts at the working directory. Nothing when the
 /// file cannot be read.
 [[nodiscard]] std::optional<PresentedFile> presentedFile(std::string_view file, std::string_view language);
 

@@ -21,7 +21,7 @@ constexpr std::string_view s_quotes[] = {
 constexpr std::string_view s_brackets[] = {")", "]", "}"};
 constexpr std::string_view s_sentenceEnds = ".!?";
 
-/// The length of the one of \a pieces that \a html ends with, 0 when it ends with none.
+/// The length of the first of \a pieces that \a html ends with; 0 without one.
 std::size_t endingLength(std::string_view html, std::span<const std::string_view> pieces)
 {
     for (const std::string_view piece : pieces) {
@@ -31,7 +31,7 @@ std::size_t endingLength(std::string_view html, std::span<const std::string_view
     return 0;
 }
 
-/// The length of the tag that \a html ends with; 0 when it ends with none, or with that of a picture.
+/// The length of the tag that \a html ends with; 0 without one and for that of a picture.
 std::size_t tagLength(std::string_view html)
 {
     if (!html.ends_with('>'))

@@ -6,11 +6,11 @@
 
 namespace tavidoc {
 
-/// A page that a document filed under a group.
+/// A page and its group.
 struct DocumentedObject
 {
     std::string page;  ///< the stem of the page
-    std::string group; ///< the group that it was filed under last; empty for none
+    std::string group; ///< the last one that the page named; empty for none
 };
 
 /// The tables that live as long as the process and that all documents share. They are not
@@ -23,7 +23,7 @@ extern std::map<std::string, DocumentedObject, std::less<>> docObjects;
 extern std::vector<std::string> docGroups;
 /// The order of groups that `\grouporder` asked for. Never emptied.
 extern std::vector<std::string> requiredOrder;
-/// The tag of the next paragraph. Never reset by a run; every paragraph sets it back to "p".
+/// The tag of the next paragraph. Not reset by a run; opening a paragraph resets it to "p".
 extern std::string paraStyle;
 
 } // namespace SharedTables

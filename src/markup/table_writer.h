@@ -37,7 +37,7 @@ public:
     }
 
     /// Takes the separator at \a cursor, which is at a bar of the open table or matrix, and
-    /// writes the tags that it stands for. The result is true for the mark of a group row,
+    /// writes its tags. The result is true for the mark of a group row,
     /// "||-": the rest of the line is its text, and endGroupRow() must follow it.
     [[nodiscard]] bool takeSeparator(MarkupCursor &cursor);
 

@@ -15,7 +15,7 @@ namespace {
 constexpr double s_pageInches = 5.0;
 constexpr double s_centimetresPerInch = 2.54;
 
-/// \a text as a finite number; nothing when it is none.
+/// \a text as a finite number; nothing when it is something else.
 std::optional<double> number(std::string_view text)
 {
     bool valid = false;

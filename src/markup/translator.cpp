@@ -95,7 +95,7 @@ unsigned Translator::specialCharacters() const
     return m_frames.empty() ? special : special & ~unsigned{LineEnd | Bar};
 }
 
-/// Judges a character that may be special by what follows it.
+/// True when the special character \a c at \a offset has its plain meaning because of what follows it.
 bool Translator::isPlainAfterAll(std::size_t offset, char c) const
 {
     const std::string_view text = m_cursor.text();
@@ -120,7 +120,7 @@ void Translator::translateSpecial()
     if (c == '|')
         return bar();
     beginText();
-    write(c == '<' ? "&nbsp;" : "&#160;"); // deliberate: the middle dot is how a hard space is typed
+    write(c == '<' ? "&nbsp;" : "&#160;"); // deliberate: authors type a no-break space as a middle dot
     m_cursor.moveTo(offset + 2);
 }
 
@@ -149,8 +149,8 @@ void Translator::backslash()
         noteTextOnNoPage(m_commandOffset);
 }
 
-/// Writes the punctuation character \a name, with the hyphen that may be part of the name. An
-/// empty name is a backslash that belongs to nothing.
+/// Writes the escaped punctuation character \a name and the hyphen that may follow it in the name.
+/// An empty name is a backslash without a character to escape.
 void Translator::escape(std::string_view name)
 {
     beginText();
@@ -169,7 +169,7 @@ void Translator::run(const Command &command)
     if (!isAllowedInArgument(command) && !m_frames.empty())
         return errorMarker("not allowed inside an argument or a synopsis");
     if (command.kind == CommandKind::Page && m_declarations != nullptr)
-        return errorMarker("not allowed in the comment of a header");
+        return errorMarker("not allowed in header comments");
     (this->*command.handler)(command);
 }
 
@@ -190,8 +190,7 @@ void Translator::closeFrame()
         (this->*frame.after)();
 }
 
-/// Reports the first text that stands where no page is open. In the comments of a header the text
-/// goes to the caller.
+/// Reports the first text where no page is open. In the comments of a header the caller makes the page.
 void Translator::noteTextOnNoPage(std::size_t offset)
 {
     if (m_pages.state() != Pages::State::None || m_saidNoPage || m_declarations != nullptr)
@@ -200,8 +199,8 @@ void Translator::noteTextOnNoPage(std::size_t offset)
     m_report.error(offset, "text before the first \\split is on no page");
 }
 
-/// Makes sure that text can be written: between blocks it opens a paragraph, before the first
-/// row of a table or matrix that row.
+/// Makes sure that text can be written: opens a paragraph between blocks, and the first row of a
+/// table or matrix.
 void Translator::beginText()
 {
     if (m_inSynopsis)
@@ -220,7 +219,7 @@ void Translator::writeEscaped(std::string_view text)
     appendEscaped(m_blocks.text(), text);
 }
 
-/// Leaves the marker for the command at hand in the page and reports \a message.
+/// Writes the error marker of the current command and reports \a message.
 void Translator::errorMarker(std::string_view message)
 {
     beginText();
@@ -229,25 +228,25 @@ void Translator::errorMarker(std::string_view message)
     writeEscaped(m_commandName);
 }
 
-/// Warns of what the command at hand asks for.
+/// Warns with \a message at the current command.
 void Translator::warning(std::string_view message)
 {
     m_report.warning(m_commandOffset, message);
 }
 
-/// Reports \a message about the command at hand.
+/// Reports \a message after the name of the current command.
 void Translator::error(std::string_view message)
 {
     m_report.error(m_commandOffset, aboutCommand(message));
 }
 
-/// Warns with \a message about the command at hand.
+/// Warns with \a message after the name of the current command.
 void Translator::commandWarning(std::string_view message)
 {
     warning(aboutCommand(message));
 }
 
-/// \a message after the name of the command at hand.
+/// \a message after the name of the current command.
 std::string Translator::aboutCommand(std::string_view message) const
 {
     std::string text("\\");
@@ -259,7 +258,7 @@ void Translator::missingArgument()
     errorMarker(m_cursor.atBrace() ? "the argument is not closed" : "the argument is missing");
 }
 
-/// Takes the argument in braces; without one it is reported.
+/// Takes the argument in braces. Reports a missing one.
 std::optional<std::string_view> Translator::braced()
 {
     const std::optional<std::string_view> argument = m_cursor.takeArgument();
@@ -274,7 +273,7 @@ std::optional<std::string_view> Translator::lineOrBraced()
     return m_cursor.atBrace() ? braced() : m_cursor.takeLine();
 }
 
-/// Takes the argument in braces, else the rest of the line. An empty one is reported.
+/// Takes the argument in braces, else the rest of the line. Reports an empty one.
 std::optional<std::string_view> Translator::filledLine()
 {
     const std::optional<std::string_view> text = lineOrBraced();

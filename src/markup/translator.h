@@ -142,7 +142,7 @@ private:
     std::string_view m_commandName;
     bool m_inSynopsis = false;
     bool m_saidNoPage = false;
-    bool m_pageOpened = false;   // at this place or before
+    bool m_pageOpened = false;   // here or before
     bool m_withoutEntry = false; // the next page gets no contents entry
     std::size_t m_briefOffset = 0;
     std::string m_brief;

@@ -98,8 +98,8 @@ void Translator::endSynopsis()
     m_inSynopsis = false;
 }
 
-/// Where the synopsis that begins at the cursor ends: at a blank line, at a line that begins
-/// with a command for which a synopsis is no place, or with the text.
+/// The end of the synopsis that begins at the cursor: a blank line, a line that begins with a
+/// command that is not allowed in a synopsis, or the end of the text.
 std::size_t Translator::synopsisEnd() const
 {
     const std::string_view text = m_cursor.text();
@@ -151,7 +151,7 @@ void Translator::overview(const Command &)
 void Translator::startSection(int levelBelowTop, std::string_view title)
 {
     m_blocks.setMode(BlockMode::None);
-    // In a document that is split into pages the top level is that of the page titles.
+    // In a document that is split into pages, page titles have level 1.
     const int top = m_pages.framed() ? 1 : m_baseHeadingLevel;
     appendHeading(m_blocks.text(), top + levelBelowTop, title);
 }

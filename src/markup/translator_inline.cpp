@@ -9,7 +9,7 @@ namespace tavidoc {
 
 namespace {
 
-/// \a text as a decimal integer. Nothing when it is none or too large.
+/// \a text as a decimal integer. Nothing when it is something else or too large.
 std::optional<int> integer(std::string_view text)
 {
     int number = 0;
@@ -28,7 +28,7 @@ bool hasExtension(std::string_view file)
 
 void Translator::misplaced(const Command &)
 {
-    errorMarker("nothing is open that it could close");
+    errorMarker("there is nothing to close");
 }
 
 void Translator::symbol(const Command &command)
@@ -37,8 +37,8 @@ void Translator::symbol(const Command &command)
     write(command.opening);
 }
 
-/// Opens a style; its argument is translated by the same loop as any other text, and the style
-/// is closed when that loop reaches the matching brace.
+/// Opens a style. Its argument is translated by the same loop as any other text; the style is
+/// closed when that loop reaches the closing brace.
 void Translator::style(const Command &command)
 {
     const std::optional<std::size_t> end = m_cursor.argumentEnd();
@@ -132,7 +132,7 @@ void Translator::lineNumber(const Command &)
         return;
     const std::optional<int> number = integer(trimmed(*text));
     if (!number)
-        return errorMarker("the argument is not a line number");
+        return errorMarker("invalid line number \"" + simplified(*text) + "\": expected an integer");
     m_report.renumber(m_commandOffset, *number);
 }
 

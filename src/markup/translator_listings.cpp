@@ -9,15 +9,15 @@ namespace tavidoc {
 
 namespace {
 
-/// Where the command that closes a literal block stands.
+/// The position of the command that closes a literal block.
 struct ClosingCommand
 {
-    std::size_t begin; // the end of the listing
+    std::size_t begin; // end of the listing
     std::size_t end;   // where the text goes on
 };
 
-/// Finds the first `\endcode` or `\endpre` from \a offset on. A backslash before another one
-/// hides it. Without such a command both places are the end of the text.
+/// Finds the first `\endcode` or `\endpre` from \a offset on that is not escaped by a backslash.
+/// Without one both positions are the end of the text.
 ClosingCommand findClosing(std::string_view text, std::size_t offset)
 {
     MarkupCursor cursor(text);
@@ -29,6 +29,11 @@ ClosingCommand findClosing(std::string_view text, std::size_t offset)
             return {at, cursor.offset()};
     }
     return {text.size(), text.size()};
+}
+
+std::string cannotOpen(std::string_view file)
+{
+    return "cannot open \"" + std::string(file) + "\"";
 }
 
 } // namespace
@@ -81,20 +86,21 @@ void Translator::present(const Command &)
     if (presented)
         return writeListing({presented->text.constData(), static_cast<std::size_t>(presented->text.size())},
                             presented->language);
-    error("the file cannot be opened");
+    error(cannotOpen(file));
     writeListing(notFoundText(file), "plain");
 }
 
 void Translator::copyFile(const Command &)
 {
-    const auto file = filledLine();
-    if (!file)
+    const auto line = filledLine();
+    if (!line)
         return;
+    const std::string_view file = trimmedEnd(*line);
     m_blocks.setMode(BlockMode::None);
-    if (const std::optional<QByteArray> text = copiedFile(trimmedEnd(*file)))
+    if (const std::optional<QByteArray> text = copiedFile(file))
         return write({text->constData(), static_cast<std::size_t>(text->size())});
-    error("the file cannot be opened");
-    writeEscaped(notFoundText(trimmedEnd(*file)));
+    error(cannotOpen(file));
+    writeEscaped(notFoundText(file));
 }
 
 void Translator::show(const Command &)

@@ -11,7 +11,7 @@ namespace tavidoc {
 
 namespace {
 
-/// True when the page file of \a stem would stand outside the output directory.
+/// True when the page file of \a stem is outside the output directory.
 bool leavesDirectory(std::string_view stem)
 {
     if (stem.starts_with('/'))
@@ -61,7 +61,8 @@ void Translator::split(const Command &)
         return m_pages.flush();
     m_pageOpened = true;
     if (leavesDirectory(*stem)) {
-        error("the page would leave the output directory"); // deliberate: a document never writes elsewhere
+        // Deliberate: a document never writes elsewhere.
+        error("page \"" + simplified(*stem) + "\" is outside the output directory");
         return m_pages.openDiscarded();
     }
     if (withEntry)
@@ -89,7 +90,8 @@ void Translator::steerContents(std::string_view direction)
     if (direction == "up")
         return m_contents.goUp();
     if (direction != "top" && direction != "sync")
-        return errorMarker("expected down, up, top, sync or an XML line");
+        return errorMarker("invalid direction \"" + std::string(direction) +
+                           "\": expected down, up, top, sync or an XML line");
     if (direction == "top")
         m_contents.goTop();
     m_contents.closeLevels();
@@ -117,7 +119,7 @@ void Translator::beginGroup(const Command &)
 void Translator::endGroup(const Command &)
 {
     if (!m_contents.endGroup())
-        errorMarker("nothing is open that it could close");
+        errorMarker("there is nothing to close");
 }
 
 void Translator::inGroup(const Command &)
@@ -126,7 +128,7 @@ void Translator::inGroup(const Command &)
     if (!name)
         return;
     if (m_pages.name().empty())
-        return errorMarker("no page is open that could be filed");
+        return errorMarker("no page is open: expected \\split before it");
     MemberGroups::file(m_pages.name(), trimmed(*name));
 }
 

@@ -10,7 +10,7 @@ void Translator::table(const Command &)
         return;
     const ColumnWidths columns = columnWidths(*argument);
     if (columns.invalid)
-        commandWarning("invalid width \"" + std::string(*columns.invalid) + "\": expected a number");
+        commandWarning("invalid width \"" + simplified(*columns.invalid) + "\": expected a number");
     if (beginTable(BlockMode::Table))
         m_table.openTable(m_pages.framed() ? &columns : nullptr);
 }
@@ -49,7 +49,7 @@ void Translator::endMatrix(const Command &)
 void Translator::endTable(BlockMode mode)
 {
     if (m_blocks.mode() != mode)
-        return errorMarker("nothing is open that it could close");
+        return errorMarker("there is nothing to close");
     m_blocks.setMode(BlockMode::None);
 }
 

@@ -109,7 +109,7 @@ struct list {
                   s_tableStart + caption("Second") + entry("list", "list", "First.") + caption("First") +
                   entry("add", "add", "Adds <i>it</i>.") + entry("ZERO", "ZERO", "***ERROR*** \\split{x}") +
                   caption("*** UNASSIGNED GROUP ***") + entry("size", "size", "No stop here") + "</table>\n");
-    EXPECT_EQ(run.messages, "error: docgen: lib.h:26: \\split: not allowed in the comment of a header\n");
+    EXPECT_EQ(run.messages, "error: docgen: lib.h:26: \\split: not allowed in header comments\n");
     EXPECT_EQ(run.contents, "out/lib.xml: <contents>\n<content url=\"lib_h.htm\">\n<content url=\"ZERO.htm\" "
                             "/>\n<content url=\"add.htm\" />\n"
                             "<content url=\"list.htm\" />\n<content url=\"size.htm\" />\n</content>\n</contents>");
@@ -142,7 +142,7 @@ v operator/(int);
     EXPECT_EQ(run.pages, "out/twice.htm (lib.h): <p>Old.</p>\nout/twice.htm (lib.h): <p>New.</p>\n"
                          "out/operatorslash.htm (lib.h): <p>operator/</p>\n");
     EXPECT_EQ(run.messages, "warning: docgen: lib.h:9: the comment of empty has no text\n"
-                            "warning: docgen: lib.h:5: the page of twice replaces the one documented in line 1\n");
+                            "warning: docgen: lib.h:5: the page of twice replaces the one documented on line 1\n");
     EXPECT_EQ(run.contents, "");
 }
 
@@ -209,5 +209,5 @@ int twice(char);
                   s_tableStart + caption("*** UNASSIGNED GROUP ***") + entry("get", "get", "See a::b::get and get") +
                   entry("less", "less", "Where a < b, x<3.") + entry("open", "open", "Version 1.5 is <") +
                   entry("twice", "twice", "New.") + "</table>\n");
-    EXPECT_EQ(run.messages, "warning: docgen: lib.h:27: the page of twice replaces the one documented in line 22\n");
+    EXPECT_EQ(run.messages, "warning: docgen: lib.h:27: the page of twice replaces the one documented on line 22\n");
 }

@@ -23,7 +23,8 @@ TEST(Translator, TextOnNoPageIsReportedOnce)
     EXPECT_EQ(run.pages, "p.htm: <p>kept\n</p>\n");
     EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: text before the first \\split is on no page\n"
                             "error: docgen: doc.dg:7: text before the first \\split is on no page\n");
-    EXPECT_EQ(runMarkup("\n\n<>").messages, "error: docgen: doc.dg:3: text before the first \\split is on no page\n");
+    EXPECT_EQ(runMarkup("\n\n<>").messages,
+              "error: docgen: doc.dg:3: text before the first \\split is on no page\n");
 }
 
 TEST(Translator, ASplitWithoutANameEndsThePage)
@@ -35,7 +36,8 @@ TEST(Translator, ASplitWithoutANameEndsThePage)
         EXPECT_EQ(run.pages, "a.htm: <p><a href=\"a.htm\">A</a> <a href=\"T.htm\">T</a>\n</p><ul><li>x\n</li></ul>\n"
                              "b.htm: <p><b>b</b> returns &mdash;</p>\n")
             << split;
-        EXPECT_EQ(run.messages, "error: docgen: doc.dg:7: text before the first \\split is on no page\n") << split;
+        EXPECT_EQ(run.messages, "error: docgen: doc.dg:7: text before the first \\split is on no page\n")
+            << split;
         EXPECT_EQ(run.contents, "<contents>\n<content url=\"a.htm\">\n</content>\n<content url=\"b.htm\">\n</content>\n"
                                 "</contents>")
             << split;
@@ -83,8 +85,8 @@ TEST(Translator, PagesStayInTheOutputDirectory)
 {
     const MarkupRun run = runMarkup("\\split{/etc/x}\na\n\\split a/../../b\nc\n\\split{ok..}\nd");
     EXPECT_EQ(run.pages, "ok...htm: <p>d</p>\n");
-    EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: \\split: the page would leave the output directory\n"
-                            "error: docgen: doc.dg:3: \\split: the page would leave the output directory\n");
+    EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: \\split: page \"/etc/x\" is outside the output directory\n"
+                            "error: docgen: doc.dg:3: \\split: page \"a/../../b\" is outside the output directory\n");
 }
 
 TEST(Translator, StyleSetAtTheEndHoldsForTheNextDocument)
@@ -97,7 +99,7 @@ TEST(Translator, StyleSetAtTheEndHoldsForTheNextDocument)
 TEST(Translator, GroupsAreKeptForTheRunAndTheirOrderForTheProcess)
 {
     const MarkupRun run = runMarkup("\\ingroup X\n\\split{p}\n\\ingroup{Tools} \\grouporder B, A\n");
-    EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: \\ingroup: no page is open that could be filed\n"
+    EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: \\ingroup: no page is open: expected \\split before it\n"
                             "error: docgen: doc.dg:1: text before the first \\split is on no page\n");
     EXPECT_EQ(SharedTables::docGroups, std::vector<std::string>{"Tools"});
     runMarkup("");

@@ -65,7 +65,7 @@ def numbers_on_pages(folder, output, lines):
         body = text[text.find("<body"):]
         for number in re.findall(r"<p>(\d+)</p>", body):
             pages[int(number)].add(title)
-    for newer, title, older in re.findall(r":(\d+): the page of (.*) replaces the one documented in line (\d+)", output):
+    for newer, title, older in re.findall(r":(\d+): the page of (.*) replaces the one documented on line (\d+)", output):
         for line in (newer, older):
             if int(line) in lines:
                 pages[lines[int(line)]].add(re.sub(r"\s+", "", title))

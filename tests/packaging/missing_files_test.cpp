@@ -69,8 +69,8 @@ INSTANTIATE_TEST_SUITE_P(
         MissingRow{"an include that is not followed is not reported",
                    "%\\include no.dg\n@print\n\\include no.dg\n@end\n", "", ""},
         MissingRow{"presented and copied files, once", "\\split a\n\\present no.c\n\n\\copyin no.htm\n", "",
-                   "DIR/in/book.dg:2: error: \\present: the file cannot be opened\n"
-                   "DIR/in/book.dg:4: error: \\copyin: the file cannot be opened\n"},
+                   "DIR/in/book.dg:2: error: \\present: cannot open \"no.c\"\n"
+                   "DIR/in/book.dg:4: error: \\copyin: cannot open \"no.htm\"\n"},
         MissingRow{
             "definitions where they are first looked up",
             "\\split a\nA\n\\key{open}, \\key{shut},\n\\menu{open}, \\menu{shut}\n\\property{p}\n\\envpage\n", "",

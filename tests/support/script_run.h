@@ -5,13 +5,14 @@
 #include <QProcess>
 #include <QTemporaryDir>
 
-/// What a shell script made of the program and of its directory.
+/// The result of a shell script and the pages that it left in its directory.
 struct ScriptResult
 {
     QByteArray output;
     QByteArray error;
-    int status;       ///< negative after an abnormal end
-    QByteArray pages; ///< the files in "out" by name, each with a blank behind it; one that is cut off says so
+    int status; ///< negative after an abnormal end
+    QByteArray
+        pages; ///< the files in "out" by name, each with a blank after it; incomplete ones are marked "(cut off)"
 };
 
 /// Runs \a script with /bin/sh in \a directory. In it "$tavidoc" is the program; "$strace" runs a program
