@@ -49,22 +49,39 @@ QString objectText(const SourceBrowserObject &object)
     return text;
 }
 
-/// Replaces the events and declarations in \a row with those of its header.
+/// What is heard of \a header, and what the model of \a parser then holds.
+QString readText(HeaderParser &parser, const QString &header)
+{
+    parser.heard.clear();
+    parser.parseText(header);
+    QString result;
+    for (const QString &event : parser.heard.sliced(1, parser.heard.size() - 2)) // without the group around all
+        result += event + u'\n';
+    result += u"=>\n"_s;
+    for (const SourceBrowserModel::Collection &collection : parser.model()->all()) {
+        for (const SourceBrowserObject *object : collection)
+            result += objectText(*object) + u'\n';
+    }
+    const SourceBrowserLineStatistics &lines = parser.statistics();
+    result += u"lines %1 blank %2 comment %3 preprocessor %4"_s.arg(lines.total)
+                  .arg(lines.blank)
+                  .arg(lines.comment)
+                  .arg(lines.preprocessor);
+    if (!parser.overview().isEmpty())
+        result += u" | overview "_s + parser.overview().simplified();
+    return result + u'\n';
+}
+
+/// The row with what is heard and held of its header now; the sentence and the header are kept.
 QString reread(const QString &row)
 {
     const QString source = row.left(row.indexOf(u"\n---\n"_s));
     SourceBrowserModel model;
     HeaderParser parser(model);
-    parser.parseText(source.section(u'\n', 1));
-    QString result = source + u"\n---\n"_s;
-    for (const QString &event : parser.heard.sliced(1, parser.heard.size() - 2)) // without the group
-        result += event + u'\n';
-    result += u"=>\n"_s;
-    for (const SourceBrowserModel::Collection &collection : model.all()) {
-        for (const SourceBrowserObject *object : collection)
-            result += objectText(*object) + u'\n';
-    }
-    return result;
+    const QString result = readText(parser, source.section(u'\n', 1));
+    EXPECT_EQ(readText(parser, source.section(u'\n', 1)).toStdString(), result.toStdString())
+        << "a file that is read again replaces itself";
+    return source + u"\n---\n"_s + result;
 }
 
 class GoldenHeaders : public testing::TestWithParam<std::string>

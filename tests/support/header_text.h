@@ -23,7 +23,8 @@ public:
     {
         if (m_next == m_lines.size())
             return false;
-        line = m_lines[m_next++];
+        line.truncate(0); // as a file is read: the memory of the last line serves the next
+        line += m_lines[m_next++];
         return true;
     }
     void beginGroup(const QString &text) override { heard << text; }
