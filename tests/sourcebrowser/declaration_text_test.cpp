@@ -62,6 +62,8 @@ TEST(DeclarationText, WritesVariablesAndTypedefs)
     EXPECT_EQ(text(SourceBrowserObject::Variable, u"p"_s, u"char *"_s, -1), u"char *p"_s);
     EXPECT_EQ(text(SourceBrowserObject::Variable, u""_s, u"int"_s, -1), u"int "_s);
     EXPECT_EQ(text(SourceBrowserObject::Variable, u"a"_s, u"int [3]"_s, 4), u"int a[3]"_s);
+    EXPECT_EQ(text(SourceBrowserObject::Variable, u"a"_s, u"[3] "_s, 0), u"a[3] "_s);
+    EXPECT_EQ(text(SourceBrowserObject::Variable, u"a"_s, u"int"_s, 3), u"int a"_s);
     EXPECT_EQ(text(SourceBrowserObject::Variable, u"a"_s, u"int"_s, 9), u"int a"_s)
         << "an index outside the text is ignored";
 }

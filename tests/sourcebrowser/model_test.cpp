@@ -194,6 +194,70 @@ TEST(Model, GivesMembersTheirAccess)
     EXPECT_EQ(model.find(u"t.c")->scope(), u"t"_s) << "members have the name from the typedef in their scope";
 }
 
+TEST(Model, LookUpsFollowChanges)
+{
+    SourceBrowserContainer container(SourceBrowserObject::Class, u"C"_s);
+    const auto add = [&container](auto member) -> auto &
+    { // while the look-ups have been used before
+        EXPECT_EQ(container.method(member->name()), nullptr);
+        EXPECT_EQ(container.variable(member->name()), nullptr);
+        EXPECT_EQ(container.containedContainer(member->name()), nullptr);
+        return container.add(std::move(member));
+    };
+    auto &method = add(std::make_unique<SourceBrowserMethod>(u"m"_s));
+    auto &variable = add(std::make_unique<SourceBrowserVariable>(SourceBrowserObject::Variable, u"v"_s));
+    auto &nested = add(std::make_unique<SourceBrowserContainer>(SourceBrowserObject::Class, u"n"_s));
+    const SourceBrowserMethod wanted(u"m"_s);
+    EXPECT_EQ(container.method(wanted), &method);
+    SourceBrowserMethod isConst(u"m"_s);
+    isConst.isConst = true;
+    auto overload = std::make_unique<SourceBrowserMethod>(u"m"_s);
+    overload->isConst = true;
+    const SourceBrowserObject &later = container.add(std::move(overload));
+    EXPECT_EQ(container.method(isConst), &later);
+    EXPECT_EQ(container.method(wanted), &method) << "the signature tells them apart";
+    EXPECT_EQ(container.variable(u"v"_s), &variable);
+    EXPECT_EQ(container.containedContainer(u"n"_s), &nested);
+    EXPECT_EQ(SourceBrowserContainer(SourceBrowserObject::Class).take(variable), nullptr)
+        << "another container's member";
+    for (const SourceBrowserObject *member :
+         std::initializer_list<const SourceBrowserObject *>{&later, &method, &variable, &nested}) {
+        const auto taken = container.take(*member);
+        EXPECT_EQ(taken.get(), member);
+        EXPECT_EQ(taken->container(), nullptr);
+    }
+    EXPECT_EQ(container.method(wanted), nullptr);
+    EXPECT_EQ(container.variable(u"v"_s), nullptr);
+    EXPECT_EQ(container.containedContainer(u"n"_s), nullptr);
+    container.settle();
+    EXPECT_TRUE(container.members().empty());
+    add(std::make_unique<SourceBrowserVariable>(SourceBrowserObject::Variable, u"v"_s));
+    EXPECT_EQ(container.takeMembers().size(), 1U);
+    EXPECT_EQ(container.variable(u"v"_s), nullptr);
+}
+
+TEST(Model, TextsThatAreEmptyStayEmpty)
+{
+    SourceBrowserContainer container(SourceBrowserObject::Class, u"C"_s);
+    container.setDefinitionFile({});
+    container.setDocumentation({}, 3);
+    EXPECT_EQ(container.documentationLine(), -1);
+    SourceBrowserContainer newer(SourceBrowserObject::Class, u"C"_s);
+    newer.setLines({0, 0, -1, -1});
+    newer.setDefinitionFile(u"d.h"_s);
+    newer.setText(u"t"_s);
+    container.update(newer);
+    EXPECT_EQ(container.lines().first, 0);
+    EXPECT_EQ(container.lines().last, 0);
+    EXPECT_EQ(container.definitionFile(), u"d.h"_s);
+    EXPECT_EQ(container.text(), u"t"_s);
+    container.update(SourceBrowserContainer(SourceBrowserObject::Class, u"C"_s));
+    EXPECT_EQ(container.lines().last, 0);
+    EXPECT_EQ(container.definitionFile(), u"d.h"_s);
+    container.setText({});
+    EXPECT_EQ(container.text(), QString());
+}
+
 TEST(Model, ComparesObjects)
 {
     const SourceBrowserVariable variable(SourceBrowserObject::Variable, u"a"_s, {u" int "_s, -1});
