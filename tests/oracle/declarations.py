@@ -38,6 +38,7 @@ EXCEPTIONS = [
     ("/regex.h", r"re_pattern_buffer\.\w+", "the name is a macro call, __REPB_PREFIX(name), which looks like a function"),
     ("/png.h", r"png_longjmp_ptr", "PNG_CALLBACK(void, *png_longjmp_ptr, (...)) expands to type, name and arguments"),
     ("/event_struct.h", r"event_d?list", "declared only by a macro call: TAILQ_HEAD (event_list, event);"),
+    ("/gmpxx.h", r"(__gmp_expr\.)?operator\W+", "declared only by macro calls: __GMP_DECLARE_COMPOUND_OPERATOR(operator+=)"),
 ]
 
 
