@@ -80,7 +80,7 @@ def our_classes(program, path, language, text):
 
 
 def our_words(name):
-    source = (ROOT / "codeedit/word_lists.cpp").read_text()
+    source = (ROOT / "src/codeedit/word_lists.cpp").read_text()
     return set(re.findall(r'u"([^"]*)"', re.search(r"s_%s\[\] = \{(.*?)\n\};" % name, source, re.S)[1]))
 
 
