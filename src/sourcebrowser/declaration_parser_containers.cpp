@@ -48,7 +48,7 @@ void SourceBrowserDeclarationParser::namespaceStatement(const Token &first)
     endDeclaration();
 }
 
-/// Adds \a container, or brings the one of that qualified name up to date.
+/// Adds \a container, or updates the one that has its qualified name already.
 SourceBrowserContainer *SourceBrowserDeclarationParser::merge(std::unique_ptr<SourceBrowserContainer> container)
 {
     SourceBrowserContainer *known = container->isAnonymous() ? nullptr : m_model.container(container->qualifiedName());
@@ -96,7 +96,7 @@ void SourceBrowserDeclarationParser::classBody()
     m_scanner.pendingComment().clear();
 }
 
-/// Goes on with the declarators after the "}" of a class or structure.
+/// Reads the declarators after the "}" of a class or structure.
 void SourceBrowserDeclarationParser::afterBody(const Context &closed, const Token &brace)
 {
     m_scanner.pendingComment().clear();
@@ -138,7 +138,7 @@ void SourceBrowserDeclarationParser::continueAfter(SourceBrowserObject &object, 
     m_composed = nullptr;
 }
 
-/// Whether what follows a named body is a macro and no variable, as in `struct point {...} PACKED;`.
+/// Whether \a declarator, after a named body, is a macro instead of a variable: `struct point {...} PACKED;`.
 bool SourceBrowserDeclarationParser::isComposedMacro(const SourceBrowserDeclarator &declarator) const
 {
     return m_composed && m_composedIsNamed && !m_pending.isTypedef &&
@@ -146,7 +146,7 @@ bool SourceBrowserDeclarationParser::isComposedMacro(const SourceBrowserDeclarat
            isInCapitals(declarator.name);
 }
 
-/// Reads an enumeration and goes on with the declarators after it.
+/// Reads an enumeration and the declarators after it.
 void SourceBrowserDeclarationParser::enumBody(const Token &brace)
 {
     const SourceBrowserClassHead head = this->head();
@@ -170,7 +170,7 @@ void SourceBrowserDeclarationParser::enumBody(const Token &brace)
     continueAfter(added, type, isNamed, brace);
 }
 
-/// Reads up to the closing brace; the result is its line, counted from 1.
+/// Reads up to the closing brace and returns its line, counted from 1.
 int SourceBrowserDeclarationParser::enumerators(SourceBrowserEnum &enumeration)
 {
     std::vector<Token> tokens;

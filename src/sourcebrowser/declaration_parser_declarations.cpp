@@ -33,7 +33,7 @@ void SourceBrowserDeclarationParser::begin(const Token &first)
     m_pending.comment = std::move(comment);
 }
 
-/// Takes one more token of the declaration. False when the declaration has ended.
+/// Adds one more token to the declaration. False if it ends the declaration.
 bool SourceBrowserDeclarationParser::collect(const Token &token)
 {
     switch (token.code) {
@@ -71,7 +71,7 @@ bool SourceBrowserDeclarationParser::collect(const Token &token)
     }
 }
 
-/// Takes a token that neither ends the declaration by itself nor branches it.
+/// Adds a token that is neither the end of a declaration by itself nor a conditional.
 bool SourceBrowserDeclarationParser::collectPart(const Token &token)
 {
     if (token.isKeyword() && isName(token)) {
@@ -96,7 +96,7 @@ bool SourceBrowserDeclarationParser::collectPart(const Token &token)
         break;
     case ')':
         if (m_scanner.pendingComment().isPresent())
-            m_scanner.pendingComment().clear(); // it is the arguments'
+            m_scanner.pendingComment().clear(); // it belongs to the arguments
         break;
     case Skipped:
         if (!m_pending.isInText())
@@ -136,7 +136,7 @@ bool SourceBrowserDeclarationParser::collectPart(const Token &token)
     return true;
 }
 
-/// Begins anew with \a token when what was collected are macros that stand alone.
+/// Starts again with \a token if the tokens so far are standalone macros.
 void SourceBrowserDeclarationParser::leaveMacros(const Token &token)
 {
     SourceBrowserPendingComment &next = m_scanner.pendingComment();
@@ -156,8 +156,8 @@ bool SourceBrowserDeclarationParser::cutOff(const Token &token)
     return false;
 }
 
-/// Declares what was collected before something that does not belong to it, macros on lines of
-/// their own for the most part. A comment after them is that of what follows.
+/// Ends the declaration before a token that does not belong to it. Mostly its tokens are macros on lines of their
+/// own; a comment after them documents the next declaration.
 void SourceBrowserDeclarationParser::leave()
 {
     SourceBrowserPendingComment between;
@@ -188,7 +188,7 @@ bool SourceBrowserDeclarationParser::endsWithSection(const Token &colon)
     return true;
 }
 
-/// Whether \a keyword, which C does not have, is a name: after a type, before what follows a declarator.
+/// Whether \a keyword, which C lacks, is a name: it is after a type and before a token that follows a declarator.
 bool SourceBrowserDeclarationParser::isName(const Token &keyword)
 {
     if (m_pending.tokens.empty() || m_pending.parentheses > 0)
@@ -226,7 +226,7 @@ bool SourceBrowserDeclarationParser::isName(const Token &keyword)
     }
 }
 
-/// Whether an access keyword that was just read begins a label and not a base class or a member.
+/// Whether the access keyword read last begins a label, not a base class or a member.
 bool SourceBrowserDeclarationParser::isLabel()
 {
     const Token word = m_stream.next();
@@ -240,8 +240,8 @@ bool SourceBrowserDeclarationParser::isLabel()
     return isLabel;
 }
 
-/// "#else" inside a declaration: only the first branch counts when the conditional began inside
-/// it; otherwise the declaration ends here, and the next branch has its own.
+/// "#else" inside a declaration: only the first branch is read if the conditional began inside the declaration;
+/// otherwise the declaration ends here, and the next branch has its own.
 bool SourceBrowserDeclarationParser::branchInDeclaration(const Token &token)
 {
     if (isConditionalInside() && !m_pending.isMacroRun()) {
@@ -277,13 +277,13 @@ bool SourceBrowserDeclarationParser::braceInDeclaration(const Token &brace)
     if (m_pending.groupEnd >= 0) {
         return finishWithBody(brace);
     }
-    // "int value {3};" or a macro that stands before braces
+    // "int value {3};" or a macro before braces
     m_stream.skipGroup(brace);
     m_pending.isInitialised = true;
     return m_pending.tokens.size() > 1;
 }
 
-/// Skips a function's body, or the value of a variable: `int a GUARDED_BY(b) {3};`. False when the declaration has
+/// Skips a function's body, or the value of a variable: `int a GUARDED_BY(b) {3};`. False if the declaration has
 /// ended.
 bool SourceBrowserDeclarationParser::finishWithBody(const Token &brace)
 {
@@ -295,7 +295,7 @@ bool SourceBrowserDeclarationParser::finishWithBody(const Token &brace)
         m_stream.skipGroup(brace);
         if (!isMacroRun) {
             SourceBrowserPendingComment &comment = m_scanner.pendingComment();
-            comment.clear(); // it is the body's
+            comment.clear(); // it belongs to the body
             const bool isObject = !declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Object;
             if (isObject && (m_stream.peek().is(';') || m_stream.peek().is(','))) {
                 m_pending.isInitialised = true;
@@ -309,7 +309,7 @@ bool SourceBrowserDeclarationParser::finishWithBody(const Token &brace)
     return false;
 }
 
-/// Comments inside the declaration are gone; one that macros did not take waits on.
+/// Drops comments inside the declaration. A comment that macros did not use is kept for the next declaration.
 void SourceBrowserDeclarationParser::endDeclaration()
 {
     restoreComment();

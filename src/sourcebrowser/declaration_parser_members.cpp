@@ -25,7 +25,7 @@ QString withoutTemplateArguments(const QString &name)
 
 } // namespace
 
-/// Declares what was collected. What declares nothing uses its comment up, except for macros.
+/// Ends a declaration and declares its objects. One that declares nothing uses up its comment, except for macros.
 void SourceBrowserDeclarationParser::finish()
 {
     const bool isMacroRun = m_pending.isMacroRun();
@@ -39,8 +39,8 @@ void SourceBrowserDeclarationParser::finish()
     endDeclaration();
 }
 
-/// Reads what was collected. Macro calls on lines of their own before it do not take part, unless it
-/// needs them for a type, as in `API(int)` on the line before `f(void)`.
+/// Reads the declarators. Leading macro calls on lines of their own are left out, unless one of them is the type, as
+/// in `API(int)` on the line before `f(void)`.
 std::vector<SourceBrowserDeclarator> SourceBrowserDeclarationParser::readPending(bool wantsFunction)
 {
     std::vector<Token> &tokens = m_pending.tokens;
@@ -58,7 +58,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclarationParser::readPending
     return m_reader.read(tokens, className(), m_pending.isTypedef);
 }
 
-/// Declares every declarator of what was collected. False when there is none.
+/// Declares every declarator. False if nothing is declared.
 bool SourceBrowserDeclarationParser::declareAll()
 {
     if (m_pending.isInstantiation || m_pending.isForwardDeclaration())
@@ -90,8 +90,7 @@ bool SourceBrowserDeclarationParser::declareAll()
     return declares;
 }
 
-/// Gives \a composed, the type that was just read, the name of its typedef. A container of that name that is
-/// known takes over what the type holds.
+/// Names \a composed, the type read last, after its typedef. A known container of that name takes over its members.
 void SourceBrowserDeclarationParser::nameComposed(SourceBrowserObject &composed, const QString &name)
 {
     m_reader.addType(name);
@@ -170,14 +169,14 @@ void SourceBrowserDeclarationParser::declareFunction(const SourceBrowserDeclarat
     if (takesComment)
         attachComment(*method, brace ? lines.bodyFirst : m_pending.line);
     if (!declarator.qualifier.isEmpty()) {
-        if (!m_pending.isFriend) // else a member of another class, which declares it
+        if (!m_pending.isFriend) // a friend is a member of another class, which declares it
             matchDefinition(declarator, *method);
         return;
     }
     addMethod(container, std::move(method));
 }
 
-/// Adds \a method; a virtual one takes the place of one with the same name and keeps its body.
+/// Adds \a method. A virtual one replaces the one with the same name and takes over its body.
 void SourceBrowserDeclarationParser::addMethod(SourceBrowserContainer &container,
                                                std::unique_ptr<SourceBrowserMethod> method)
 {
@@ -204,7 +203,7 @@ SourceBrowserContainer *SourceBrowserDeclarationParser::qualifiedContainer(const
     withStops.replace("::"_L1, "."_L1);
     if (withStops.startsWith(u'.'))
         withStops.remove(0, 1);
-    // The name of a class that is itself defined outside its container holds the colons.
+    // A class that is defined outside its container has colons in its name.
     for (const QString &candidate : {withStops, name}) {
         SourceBrowserContainer *container =
             m_context->scope.isEmpty() ? nullptr : m_model.container(m_context->scope + u'.' + candidate);
@@ -216,8 +215,8 @@ SourceBrowserContainer *SourceBrowserDeclarationParser::qualifiedContainer(const
     return nullptr;
 }
 
-/// A definition outside its class: its lines go to the declaration in the class, and its comment
-/// when that has none.
+/// Passes the lines of a definition outside its class to the declaration in the class, and its comment if that has
+/// none.
 void SourceBrowserDeclarationParser::matchDefinition(const SourceBrowserDeclarator &declarator,
                                                      const SourceBrowserMethod &definition)
 {

@@ -5,7 +5,7 @@ namespace tavidoc {
 using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
 
-/// Passes over "<...>" after "template", and over what the parameters are required to be.
+/// Skips "<...>" after "template" and the constraint after it.
 bool SourceBrowserDeclarationParser::templateParameters(const Token &keyword)
 {
     Token token = m_stream.next();
@@ -38,7 +38,7 @@ bool SourceBrowserDeclarationParser::isComparison(const Token &equals)
     return m_stream.isFollowedBy('=');
 }
 
-/// Skips an initialiser up to the "," or ";" after it and keeps its first token.
+/// Skips an initialiser except its first token. Ends with the "," or ";" after it.
 bool SourceBrowserDeclarationParser::initialiser(const Token &equals)
 {
     if (m_pending.isTemplate && m_pending.tokens.size() == 2 && m_pending.tokens.front().text == u"concept")
@@ -80,7 +80,7 @@ bool SourceBrowserDeclarationParser::initialiser(const Token &equals)
     }
 }
 
-/// Declares `concept C`, whose constraint follows. A concept is an object of the kind of a typedef.
+/// Declares `concept C`, whose constraint follows. A concept has the phylum of a typedef.
 bool SourceBrowserDeclarationParser::conceptDeclaration()
 {
     SourceBrowserDeclarator declarator;
@@ -93,7 +93,7 @@ bool SourceBrowserDeclarationParser::conceptDeclaration()
     return false;
 }
 
-/// Passes over what a constructor initialises, up to its body.
+/// Skips the initialisers of a constructor and reads its body.
 bool SourceBrowserDeclarationParser::constructorInitialisers()
 {
     int previous = 0;

@@ -23,7 +23,7 @@ bool isWord(const Token &token)
 
 } // namespace
 
-/// Reads the arguments of the list at \a open. None is lost: one that cannot be understood is kept as written.
+/// Reads the arguments of the list at \a open. One that cannot be understood is kept as written.
 std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(Index open)
 {
     std::vector<SourceBrowserArgument> arguments;
@@ -80,7 +80,7 @@ bool SourceBrowserDeclaratorReader::holdsArguments(Index open, Index end) const
     return stop > first && stop < end && (token(stop).isIdentifier() || isPointer(token(stop)));
 }
 
-/// Whether \a word and the group at \a open make `REDIRECT(name, (arguments), ...)`.
+/// Whether \a word and the group at \a open are `REDIRECT(name, (arguments), ...)`.
 bool SourceBrowserDeclaratorReader::isRedirection(Index word, Index open, Index end) const
 {
     return looksLikeMacro(word) && code(open + 1, end) == Identifier && code(open + 2, end) == ',' &&
@@ -95,8 +95,8 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readRedirect
     return std::min(afterGroup(open), end);
 }
 
-/// Looks into a macro that makes the whole declaration: among its arguments a type, a name and a
-/// list in parentheses follow each other.
+/// Reads a macro call that is the whole declaration: three successive arguments are a type, a name and a list in
+/// parentheses.
 SourceBrowserDeclarator SourceBrowserDeclaratorReader::readWrapped(Index begin, Index end)
 {
     Index open = begin;

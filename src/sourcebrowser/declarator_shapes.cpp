@@ -21,7 +21,7 @@ bool isWord(const Token &token)
     return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
 }
 
-/// What may follow the arguments of a type of functions that are members.
+/// Whether \a token may follow the arguments in the type of a member function.
 bool isFunctionQualifier(const Token &token)
 {
     return token.is(Const) || token.is(Volatile) || token.is('&');
@@ -29,7 +29,7 @@ bool isFunctionQualifier(const Token &token)
 
 } // namespace
 
-/// Whether the group at \a open holds a declarator, as in `int (*name)(int)`, and no arguments.
+/// Whether the group at \a open holds a declarator, as in `int (*name)(int)`, instead of arguments.
 bool SourceBrowserDeclaratorReader::isNestedDeclarator(Index open, Index end) const
 {
     const Index close = token(open).match;
@@ -145,13 +145,6 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Ind
     if (stop > at && token(stop - 1).is(Scope) && code(stop, end) == Operator)
         return readOperator(last, stop, end, shape);
     const bool beforeGroup = code(stop, end) == '(';
-    if (beforeGroup && looksLikeMacro(last) && code(stop + 1, end) == Identifier && code(stop + 2, end) == ',' &&
-        code(stop + 3, end) == '(') { // "FILE *REDIRECT(name, (int), other)"
-        shape.nameBegin = stop + 1;
-        shape.nameEnd = stop + 2;
-        beginArguments(stop + 3, end, shape);
-        return std::min(afterGroup(stop), end);
-    }
     const Index inner = beforeGroup ? wrappedArguments(stop) : -1;
     const bool lastIsMacro = previous >= 0 && previousIsOwn && looksLikeMacro(last);
     if (beforeGroup && isRedirection(last, stop, end)) // "FILE *REDIRECT(name, (int), other)"
@@ -189,7 +182,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
                                                                                  int nesting, bool isArgument)
 {
     bool isFresh = shape.arguments < 0; // nothing has followed the name yet
-    bool isAfterGroup = false;          // arguments of a type of functions are the last that was read
+    bool isAfterGroup = false;          // the last part was the arguments of a function type
     while (at < end) {
         const Token &here = token(at);
         const Index after = std::min(afterGroup(at), end);
@@ -217,7 +210,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
             at = after;
         } else if (here.is(')') && nesting > 0) {
             if (shape.prefix.endsWith(u'('))
-                shape.prefix.chop(1); // Parentheses around nothing but a name say nothing.
+                shape.prefix.chop(1); // Parentheses around a mere name have no meaning.
             else {
                 shape.suffix += u')';
                 isFresh = false;
@@ -238,7 +231,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
     return at;
 }
 
-/// Puts the declarator together; \a at is where its shape ended.
+/// Completes the declarator; \a at is the end of its shape.
 SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &specifiers, Shape &shape, Index at,
                                                               Index end, bool isArgument)
 {
@@ -300,9 +293,7 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
     if (begin + 1 >= shape.nameEnd)
         return;
     const Token &symbol = token(begin + 1);
-    const QString rest = symbol.isIdentifier() || symbol.code > 255 || symbol.is(Scope)
-                             ? typeText(range(begin + 1, shape.nameEnd))
-                             : QString();
+    const QString rest = symbol.isPunctuation() ? QString() : typeText(range(begin + 1, shape.nameEnd));
     if (!rest.isEmpty() && !symbol.is(String) && !symbol.is(Skipped)) {
         declarator.name = "operator "_L1 + rest;
         return;
@@ -312,7 +303,7 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
 }
 
 /// Reads what follows the declarator: qualifiers and "= 0" of a function, the width of a bit
-/// field, macros. The result is where it stopped.
+/// field, macros. Returns the index at which it stopped.
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Index at, Index end, Shape &shape,
                                                                              SourceBrowserDeclarator &declarator)
 {
@@ -344,7 +335,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Ind
     return at;
 }
 
-/// The type after "->". One of functions is written around the name.
+/// The type after "->". A function type is written around the name.
 SourceBrowserType SourceBrowserDeclaratorReader::returnType(Index begin, Index end)
 {
     if (findTopLevel(begin, end, '(') < end) {
@@ -352,12 +343,6 @@ SourceBrowserType SourceBrowserDeclaratorReader::returnType(Index begin, Index e
             return type.type;
     }
     return {typeText(range(begin, end)), -1};
-}
-
-void SourceBrowserDeclaratorReader::reset()
-{
-    m_types.clear();
-    std::ranges::fill(m_texts, QString());
 }
 
 QString SourceBrowserDeclaratorReader::shared(const QString &text)

@@ -20,7 +20,7 @@ bool isArithmetic(QChar unit)
            unit == u'=' || unit == u'!';
 }
 
-/// Whether the text ends with a "<" or "<<" that opens no template arguments: those have no blank before them.
+/// Whether the text ends with a "<" or "<<" that is a comparison: there is a blank before it, unlike before template arguments.
 bool endsInComparison(QStringView text)
 {
     const bool isLess = text.endsWith(u'<');
@@ -168,7 +168,7 @@ bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
     const Token &here = token(at);
     return here.is(Const) || here.is(Volatile) || here.word == Word::Qualifier ||
            (here.word == Word::TypeOperator && here.text == u"_Atomic" && code(at + 1, size()) != '(') ||
-           (isPlain(here) && here.text.endsWith(u'T') && // which settles nearly all
+           (isPlain(here) && here.text.endsWith(u'T') && // rules out nearly all words
             (here.text.endsWith("_RESTRICT"_L1) || here.text.endsWith("_CONST"_L1) || here.text == u"CONST" ||
              here.text == u"RESTRICT") &&
             at + 1 < size() &&
@@ -177,7 +177,7 @@ bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
 }
 
 /// The end of a qualified name that begins at \a at: words joined by "::", with template
-/// arguments. When it ends with "::", something else than a word follows.
+/// arguments. If it ends with "::", the next token is not a word.
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::chainEnd(Index at, Index end) const
 {
     if (code(at, end) == Scope)
@@ -202,7 +202,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::skipAttribut
     return std::min(at, end);
 }
 
-/// When the group at \a open holds nothing but another group, that one's "("; else -1.
+/// The "(" of the group that is the only content of the group at \a open; -1 if there is none.
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wrappedArguments(Index open) const
 {
     const Index close = token(open).match;

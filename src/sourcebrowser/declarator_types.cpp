@@ -11,14 +11,14 @@ namespace {
 
 using Token = SourceBrowserTokenRecord;
 
-/// How macros end that are linkage, calling conventions or annotations, never types.
+/// Endings of macros for linkage, calling conventions and annotations, which are never types.
 constexpr QStringView s_annotationEndings[] = {
     u"API",    u"CALL",   u"CALLBACK", u"CALLTYPE", u"CONV",    u"ENTRY",    u"DECL",     u"CDECL",     u"STDCALL",
     u"PASCAL", u"FAR",    u"NEAR",     u"EXPORT",   u"EXPORTS", u"IMPORT",   u"EXTERN",   u"PUBLIC",    u"HIDDEN",
     u"STATIC", u"INLINE", u"LINKAGE",  u"CONST",    u"UNUSED",  u"RESTRICT", u"VOLATILE", u"CONSTEXPR", u"FUNC",
 };
 
-/// Annotations of systems that write them in small letters.
+/// Annotations that some systems write in small letters.
 constexpr QStringView s_annotations[] = {
     u"__user",   u"__iomem",      u"__force", u"__rcu",  u"__percpu", u"__bitwise",
     u"__nocast", u"__must_check", u"__init",  u"__exit", u"__wur",    u"__always_inline",
@@ -36,7 +36,7 @@ bool isUnderscored(QStringView text)
     return text.size() > 2 && text.front() == u'_' && text.back() == u'_' && text[1].isUpper();
 }
 
-/// Whether a word that looks like a macro is by its form no type: `__user`, `WINAPI`.
+/// Whether a word that looks like a macro cannot be a type by its form: `__user`, `WINAPI`.
 bool isAnnotation(QStringView text)
 {
     return isUnderscored(text) || text.startsWith("__attribute"_L1) ||
@@ -45,7 +45,7 @@ bool isAnnotation(QStringView text)
                        [text](QStringView ending) { return text.back() == ending.back() && text.endsWith(ending); });
 }
 
-/// Whether \a text is one of the types that systems name so that they clash with nothing: `__u8`, `__off_t`.
+/// Whether \a text is a type with a reserved name, as systems define them: `__u8`, `__off_t`.
 bool isSystemType(QStringView text)
 {
     return text.startsWith("__"_L1) &&
@@ -64,7 +64,7 @@ bool endsType(const Token &token)
            (isPlain(token) && (token.text.size() == 1 || hasLowerCase(token.text)));
 }
 
-/// Whether nothing but a name is followed by \a code.
+/// Whether \a code can only follow a name.
 bool followsName(int code)
 {
     return code == ',' || code == ')' || code == ';' || code == '[' || code == '=' || code == ':';
@@ -83,7 +83,7 @@ bool isTypeOfCPlusPlus(QStringView text)
     return text == u"bool" || text == u"wchar_t" || text == u"char8_t" || text == u"char16_t" || text == u"char32_t";
 }
 
-/// Whether \a token is a keyword that no type in C is made of.
+/// Whether \a token is a keyword that is part of no type in C.
 bool isKeywordOfCPlusPlus(const Token &token)
 {
     return token.is(Class) || token.is(Public) || token.is(Protected) || token.is(Private) || token.is(Virtual) ||
@@ -91,7 +91,7 @@ bool isKeywordOfCPlusPlus(const Token &token)
            token.is(Namespace);
 }
 
-/// Whether the word between \a before and \a next, which may follow a name, is one, although C++ reserves it.
+/// Whether \a token, between \a before and \a next, is a name although C++ reserves it.
 bool isNameHere(const Token &token, const Token &before, int next, bool isTypedef)
 {
     if (next == '(')
@@ -185,7 +185,7 @@ bool SourceBrowserDeclaratorReader::callMayBeType(size_t index, bool isArgument)
     return isOnOneLine && !first.is(Number) && !first.is(String) && !looksLikeMacro(item.end);
 }
 
-/// Whether \a words, of which none is surely a type, are annotations and a type without a name: `_In_ HANDLE`.
+/// Whether \a words, none of which is certainly a type, are annotations and a type without a name: `_In_ HANDLE`.
 bool SourceBrowserDeclaratorReader::areAnnotatedType(const std::vector<size_t> &words) const
 {
     const auto isMacro = [this](size_t index) {
@@ -197,7 +197,7 @@ bool SourceBrowserDeclaratorReader::areAnnotatedType(const std::vector<size_t> &
            });
 }
 
-/// How likely \a item is the type, when no keyword is.
+/// How likely \a item is the type, if no keyword is.
 int SourceBrowserDeclaratorReader::rank(const Item &item) const
 {
     if (item.kind == Item::Plain) {
@@ -211,7 +211,7 @@ int SourceBrowserDeclaratorReader::rank(const Item &item) const
     return item.kind == Item::Call && item.end - item.begin > 3 && isPlain(token(item.begin + 2)) ? 2 : 0;
 }
 
-/// The item that is the type, when no keyword is; -1 when there is none.
+/// The item that is the type, if no keyword is; -1 if there is none.
 int SourceBrowserDeclaratorReader::chosenItem() const
 {
     int chosen = -1;
@@ -230,7 +230,7 @@ int SourceBrowserDeclaratorReader::chosenItem() const
     return chosen;
 }
 
-/// Whether the word \a index belongs to the type that a keyword beside it names: `std::integral auto`,
+/// Whether the word \a index is part of the type named by a keyword next to it: `std::integral auto`,
 /// `unsigned WIDE_TYPE`.
 bool SourceBrowserDeclaratorReader::completesType(size_t index) const
 {
@@ -255,7 +255,7 @@ bool SourceBrowserDeclaratorReader::completesType(size_t index) const
            (token(keyword->begin).text == u"unsigned" || token(keyword->begin).text == u"signed");
 }
 
-/// The type that the words before the declarator name. Words that no type is made of are macros.
+/// The type given by the words before the declarator. Words that are part of no type are macros.
 QString SourceBrowserDeclaratorReader::specifierText() const
 {
     const bool hasType =

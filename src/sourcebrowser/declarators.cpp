@@ -86,7 +86,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::readOne(Index begin, Inde
 }
 
 /// Reads the words before the declarator. A function's name that is found on the way is noted
-/// in \a shape with its argument list. The result is where the reading stopped.
+/// in \a shape with its argument list. Returns the index at which it stopped.
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(Index at, Index end, Shape &shape,
                                                                               bool isArgument)
 {
@@ -211,7 +211,7 @@ bool SourceBrowserDeclaratorReader::isInitialised(Index begin, Index open, Index
     return counts().types > 0 ? counts().words == 0 : counts().ownWords == 1;
 }
 
-/// Whether the name at \a begin, followed by a group at \a open, is the function's name and not a
+/// Whether the name at \a begin, followed by a group at \a open, is the function's name, not a
 /// macro with arguments.
 bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index end)
 {
@@ -241,7 +241,7 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
     return !typeFollows && (!isMacro || m_lastStrong < close);
 }
 
-/// Whether the function bears the name of its class and has nothing but macros before it.
+/// Whether the function has the name of its class and only macros before it.
 bool SourceBrowserDeclaratorReader::isConstructor(const Shape &shape) const
 {
     if (m_className.isEmpty() || !shape.isFunction || shape.nameBegin < 0 || token(shape.nameBegin).text != m_className)
@@ -251,7 +251,7 @@ bool SourceBrowserDeclaratorReader::isConstructor(const Shape &shape) const
     });
 }
 
-/// Chooses the declared name among the words, when no declarator follows them.
+/// Chooses the declared name among the words if no declarator follows them.
 void SourceBrowserDeclaratorReader::nameFromItems(Shape &shape, bool isArgument)
 {
     std::vector<size_t> words; // those that may be the name

@@ -10,7 +10,7 @@
 
 namespace tavidoc {
 
-/// What one declarator declares.
+/// The result of one declarator.
 struct SourceBrowserDeclarator
 {
     enum Kind
@@ -28,12 +28,12 @@ struct SourceBrowserDeclarator
     bool isConst = false;
     bool isPure = false;
     bool isDeleted = false;
-    bool isBarePlainName = false; ///< nothing but a name after the shared part
+    bool isBarePlainName = false; ///< only a name after the shared part
 };
 
 /// Finds the declarators in the tokens of one declaration: where its type ends, where its names
-/// and argument lists are. It knows no macros and looks at shapes instead of a grammar, so that
-/// words it has never seen do no harm.
+/// and argument lists are. It expands no macros and goes by the shape of the tokens instead of a
+/// grammar, so that unknown words do no harm.
 class SourceBrowserDeclaratorReader
 {
 public:
@@ -46,11 +46,9 @@ public:
 
     /// Registers \a name as a type, even if it looks like a macro.
     void addType(const QString &name) { m_types.insert(name); }
-    /// Before a file: nothing is known of it.
-    void reset();
 
-    /// Stores in every bracket the index of the one that belongs to it. An opening one that is
-    /// never closed belongs to the end, \a tokens.size().
+    /// Stores in every bracket the index of the matching one. An opening one that is
+    /// never closed gets \a tokens.size().
     static void linkBrackets(std::vector<Token> &tokens);
 
     /// Whether the "<" or ">" at \a at may enclose template arguments: it is not part of "<<", "<=", ">=" or "->".
@@ -158,7 +156,7 @@ private:
     [[nodiscard]] Index wrappedArguments(Index open) const;
     [[nodiscard]] Index macroArguments(Index word, Index open) const;
     [[nodiscard]] bool isQualifier(Index at) const;
-    /// One copy of equal texts, most of the time: types and the names of arguments repeat.
+    /// \a text, mostly sharing the memory of an equal one: types and names of arguments repeat.
     QString shared(const QString &text);
     [[nodiscard]] const Token &token(Index at) const { return (*m_tokens)[static_cast<size_t>(at)]; }
     [[nodiscard]] Index size() const { return static_cast<Index>(m_tokens->size()); }
@@ -172,7 +170,7 @@ private:
 
     std::vector<Token> *m_tokens = nullptr;
     QString m_className;
-    std::vector<QString> m_texts = std::vector<QString>(s_texts); ///< that declarations share, each in its place
+    std::vector<QString> m_texts = std::vector<QString>(s_texts); ///< shared by declarations, indexed by a hash
     QSet<QString> m_types;                                        ///< known types with names in capitals
     std::vector<Item> m_items;
     Counts m_counts;      ///< of m_items, kept so that no item is counted twice
