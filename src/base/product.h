@@ -2,10 +2,8 @@
 
 #include <string_view>
 
-namespace tavidoc {
-
 /// The names of the product.
-namespace Product {
+namespace tavidoc::Product {
 
 inline constexpr std::string_view title = "Tavi Documentation Tools";
 /// Replaces "$(WENDRIX_NAME)" in the texts of actions.
@@ -20,6 +18,4 @@ inline constexpr std::string_view copyrightHolders[] = {
 inline constexpr std::string_view licenceNotice =
     "Copyright (c) 2026 The founders of tavidoc and its contributors. All rights reserved.";
 
-} // namespace Product
-
-} // namespace tavidoc
+} // namespace tavidoc::Product

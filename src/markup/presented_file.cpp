@@ -2,8 +2,8 @@
 
 #include "base/product.h"
 #include "base/source_text.h"
-#include "codeedit/languages.h"
 #include "base/whole_file.h"
+#include "codeedit/languages.h"
 
 #include <utility>
 

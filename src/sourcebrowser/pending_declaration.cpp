@@ -6,6 +6,14 @@ namespace tavidoc {
 
 using namespace SourceBrowserToken;
 
+/// Whether the keyword \a token begins the head of a class, structure, union or enumeration.
+bool SourceBrowserPendingDeclaration::beginsHead(const Token &token) const
+{
+    if (parentheses > 0)
+        return parentheses == 1 && endsWith('(') && tokens.size() == 2; // "ALIGNED(class) point {"
+    return !endsWith(Enum) || !(token.is(Class) || token.is(Struct));   // "enum class" has begun already
+}
+
 void SourceBrowserPendingDeclaration::note(const Token &token)
 {
     const bool outside = parentheses == 0;
@@ -24,9 +32,7 @@ void SourceBrowserPendingDeclaration::note(const Token &token)
     case Struct:
     case Union:
     case Enum:
-        if (outside && !(token.is(Class) && endsWith(Enum)) && !(token.is(Struct) && endsWith(Enum)))
-            key = static_cast<int>(tokens.size());
-        else if (parentheses == 1 && endsWith('(') && tokens.size() == 2) // "ALIGNED(class) point {"
+        if (beginsHead(token))
             key = static_cast<int>(tokens.size());
         break;
     case Typedef:

@@ -64,6 +64,7 @@ struct SourceBrowserPendingDeclaration
     [[nodiscard]] bool isOldStyle();
 
 private:
+    [[nodiscard]] bool beginsHead(const Token &token) const;
     void readOldNames();
     void noteText(const Token &token);
     [[nodiscard]] bool isMacroCall(size_t at) const;

@@ -2,9 +2,7 @@
 
 #include "base/word_index.h"
 
-namespace tavidoc {
-
-namespace SourceBrowserToken {
+namespace tavidoc::SourceBrowserToken {
 
 namespace {
 
@@ -159,6 +157,4 @@ std::span<const WordEntry> wordEntries()
     return s_words;
 }
 
-} // namespace SourceBrowserToken
-
-} // namespace tavidoc
+} // namespace tavidoc::SourceBrowserToken

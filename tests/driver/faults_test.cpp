@@ -96,8 +96,8 @@ INSTANTIATE_TEST_SUITE_P(
               "error: cannot write out/two.htm\n", "one.htm "},
         Fault{"an interrupted close", Needs::Tracer, INJECT("close", "out/two.htm", "error=EINTR") RUN, 0, "",
               "one.htm six.htm two.htm "},
-        Fault{"an interrupted write", Needs::Tracer,
-              INJECT("write", "out/two.htm", "error=EINTR:when=1..3") RUN, 0, "", "one.htm six.htm two.htm "},
+        Fault{"an interrupted write", Needs::Tracer, INJECT("write", "out/two.htm", "error=EINTR:when=1..3") RUN, 0, "",
+              "one.htm six.htm two.htm "},
         Fault{"a file that may not grow", Needs::Nothing, "ulimit -f 2; " RUN, 1, "error: cannot write out/one.htm\n",
               ""},
         Fault{"an icon that may not grow", Needs::Nothing,
@@ -133,17 +133,17 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Reading, Faults,
-    testing::Values(
-        Fault{"an input without read permission", Needs::Tracer,
-              "$strace -P doc.dg -e trace=openat -e inject=openat:error=EACCES " RUN
-              " 2>&1 | grep -v '^strace:'; exit 0",
-              0, "", ""},
-        Fault{"a read error", Needs::Tracer, INJECT("read", "doc.dg", "error=EIO") RUN, 0, "", ""},
-        Fault{"an interrupted read", Needs::Tracer, INJECT("read", "doc.dg", "error=EINTR:when=1") RUN, 0, "",
-              "one.htm six.htm two.htm "},
-        Fault{"directories and pipes in place of files", Needs::Nothing,
-              "mkdir a.dg b.h menus.xml; mkfifo c.dg d.h keys.xml; $tavidoc -o out a.dg b.h c.dg d.h doc.dg", 0, "",
-              "b_h.htm d_h.htm one.htm six.htm two.htm "}),
+    testing::Values(Fault{"an input without read permission", Needs::Tracer,
+                          "$strace -P doc.dg -e trace=openat -e inject=openat:error=EACCES " RUN
+                          " 2>&1 | grep -v '^strace:'; exit 0",
+                          0, "", ""},
+                    Fault{"a read error", Needs::Tracer, INJECT("read", "doc.dg", "error=EIO") RUN, 0, "", ""},
+                    Fault{"an interrupted read", Needs::Tracer, INJECT("read", "doc.dg", "error=EINTR:when=1") RUN, 0,
+                          "", "one.htm six.htm two.htm "},
+                    Fault{
+                        "directories and pipes in place of files", Needs::Nothing,
+                        "mkdir a.dg b.h menus.xml; mkfifo c.dg d.h keys.xml; $tavidoc -o out a.dg b.h c.dg d.h doc.dg",
+                        0, "", "b_h.htm d_h.htm one.htm six.htm two.htm "}),
     [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u' ', u'_').toStdString(); });
 
 INSTANTIATE_TEST_SUITE_P(

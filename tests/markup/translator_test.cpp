@@ -23,8 +23,7 @@ TEST(Translator, TextOnNoPageIsReportedOnce)
     EXPECT_EQ(run.pages, "p.htm: <p>kept\n</p>\n");
     EXPECT_EQ(run.messages, "error: docgen: doc.dg:1: text before the first \\split is on no page\n"
                             "error: docgen: doc.dg:7: text before the first \\split is on no page\n");
-    EXPECT_EQ(runMarkup("\n\n<>").messages,
-              "error: docgen: doc.dg:3: text before the first \\split is on no page\n");
+    EXPECT_EQ(runMarkup("\n\n<>").messages, "error: docgen: doc.dg:3: text before the first \\split is on no page\n");
 }
 
 TEST(Translator, ASplitWithoutANameEndsThePage)
@@ -36,8 +35,7 @@ TEST(Translator, ASplitWithoutANameEndsThePage)
         EXPECT_EQ(run.pages, "a.htm: <p><a href=\"a.htm\">A</a> <a href=\"T.htm\">T</a>\n</p><ul><li>x\n</li></ul>\n"
                              "b.htm: <p><b>b</b> returns &mdash;</p>\n")
             << split;
-        EXPECT_EQ(run.messages, "error: docgen: doc.dg:7: text before the first \\split is on no page\n")
-            << split;
+        EXPECT_EQ(run.messages, "error: docgen: doc.dg:7: text before the first \\split is on no page\n") << split;
         EXPECT_EQ(run.contents, "<contents>\n<content url=\"a.htm\">\n</content>\n<content url=\"b.htm\">\n</content>\n"
                                 "</contents>")
             << split;

@@ -103,7 +103,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "DIR/in/book.dg:2: warning: Can't find shut in key scheme\n"},
         MissingRow{"an empty file is not missing", "\\split a\n\\key{shut}\n", "> in/keys.xml",
                    "DIR/in/book.dg:2: warning: Can't find shut in key scheme\n"},
-        MissingRow{"a directory with the name of a file does not count as one", "\\split a\n\\key{shut}\n", "mkdir -p in/keys.xml",
+        MissingRow{"a directory with the name of a file does not count as one", "\\split a\n\\key{shut}\n",
+                   "mkdir -p in/keys.xml",
                    "DIR/in/book.dg:2: warning: Can't find shut in key scheme\n"
                    "DIR/in/book.dg:2: error: \\key: there is no \"keys.xml\" in the directory of the input\n"},
         MissingRow{"definitions in the comments of a header, once for all of them",

@@ -56,6 +56,6 @@ bool explicit(bool mutable, char *template[2]);
 extern int new, *export, typename[3];
 typedef LINKED(point) linked;
 typedef unsigned WIDE wide;
-EXTERN(BOOL) made(linked *export, LINKED(point) *second, unsigned WIDE CALL third);
+EXTERN(BOOL) made(linked *export, LINKED(point) * second, unsigned WIDE CALL third);
 API BOOL CALL converted(const LINKED(point) CALL *first);
 extern char *ALIAS(renamed, (int a, ...), other_name);
