@@ -3,12 +3,22 @@
 #include "base/source_text.h"
 #include "base/whole_file.h"
 
-#include <QStringDecoder>
-
 #include <cstring>
 #include <utility>
 
 namespace tavidoc {
+
+namespace {
+
+bool isAscii(std::string_view bytes)
+{
+    unsigned char bits = 0;
+    for (const char byte : bytes)
+        bits |= static_cast<unsigned char>(byte);
+    return bits < 0x80;
+}
+
+} // namespace
 
 SourceLineReader::SourceLineReader(const Path &path) : m_path(path)
 {
@@ -29,12 +39,15 @@ bool SourceLineReader::readLine(QString &line)
         line = QString();
         return false;
     }
-    // Decoded into the memory of the line before.
-    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::Stateless);
-    const QByteArrayView encoded(bytes.data(), static_cast<qsizetype>(bytes.size()));
-    line.resize(decoder.requiredSpace(encoded.size()));
-    const QChar *const end = decoder.appendToBuffer(line.data(), encoded);
-    line.truncate(end - line.constData());
+    if (bytes.empty() || !isAscii(bytes)) {
+        line = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+        return true;
+    }
+    // Nearly all lines of headers are ASCII. They are widened into the memory of the line before.
+    line.resize(static_cast<qsizetype>(bytes.size()));
+    auto *const units = reinterpret_cast<char16_t *>(line.data());
+    for (std::size_t index = 0; index < bytes.size(); ++index)
+        units[index] = static_cast<unsigned char>(bytes[index]);
     return true;
 }
 
