@@ -7,22 +7,6 @@ namespace tavidoc {
 using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
 
-namespace {
-
-using Token = SourceBrowserTokenRecord;
-
-bool isPointer(const Token &token)
-{
-    return token.is('*') || token.is('&') || token.is('^');
-}
-
-bool isWord(const Token &token)
-{
-    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
-}
-
-} // namespace
-
 /// Reads the arguments of the list at \a open. One that cannot be understood is kept as written.
 std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(Index open)
 {

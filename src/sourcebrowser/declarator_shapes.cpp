@@ -11,16 +11,6 @@ namespace {
 
 using Token = SourceBrowserTokenRecord;
 
-bool isPointer(const Token &token)
-{
-    return token.is('*') || token.is('&') || token.is('^');
-}
-
-bool isWord(const Token &token)
-{
-    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
-}
-
 /// Whether \a token may follow the arguments in the type of a member function.
 bool isFunctionQualifier(const Token &token)
 {

@@ -29,11 +29,6 @@ bool endsInComparison(QStringView text)
     return isLess && text.endsWith(u' ');
 }
 
-bool isPlain(const SourceBrowserTokenRecord &token)
-{
-    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
-}
-
 /// Whether a blank belongs between the end of \a text and \a token in the text of a type.
 bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
 {
@@ -168,11 +163,11 @@ bool SourceBrowserDeclaratorReader::isQualifier(Index at) const
     const Token &here = token(at);
     return here.is(Const) || here.is(Volatile) || here.word == Word::Qualifier ||
            (here.word == Word::TypeOperator && here.text == u"_Atomic" && code(at + 1, size()) != '(') ||
-           (isPlain(here) && here.text.endsWith(u'T') && // rules out nearly all words
+           (isWord(here) && here.text.endsWith(u'T') && // rules out nearly all words
             (here.text.endsWith("_RESTRICT"_L1) || here.text.endsWith("_CONST"_L1) || here.text == u"CONST" ||
              here.text == u"RESTRICT") &&
             at + 1 < size() &&
-            (isPlain(token(at + 1)) || token(at + 1).word == Word::BasicType || token(at + 1).is('*') ||
+            (isWord(token(at + 1)) || token(at + 1).word == Word::BasicType || token(at + 1).is('*') ||
              token(at + 1).is(Struct)));
 }
 

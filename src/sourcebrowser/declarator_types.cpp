@@ -25,11 +25,6 @@ constexpr QStringView s_annotations[] = {
     u"__pure",   u"__cold",       u"IN",      u"OUT",    u"OPTIONAL",
 };
 
-bool isPlain(const Token &token)
-{
-    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
-}
-
 /// `_In_` and `_Out_opt_`, which annotate arguments.
 bool isUnderscored(QStringView text)
 {
@@ -61,7 +56,7 @@ bool hasLowerCase(QStringView text)
 bool endsType(const Token &token)
 {
     return token.word == Word::BasicType || token.is('*') || token.is('&') || token.is(Composed) ||
-           (isPlain(token) && (token.text.size() == 1 || hasLowerCase(token.text)));
+           (isWord(token) && (token.text.size() == 1 || hasLowerCase(token.text)));
 }
 
 /// Whether \a code can only follow a name.
@@ -98,8 +93,8 @@ bool isNameHere(const Token &token, const Token &before, int next, bool isTypede
         return (token.word == Word::Statement || token.word == Word::Storage) && isWordOfCPlusPlus(token.text) &&
                endsType(before);
     if (token.word == Word::BasicType)
-        return isTypeOfCPlusPlus(token.text) && (endsType(before) || (isTypedef && isPlain(before)));
-    if (!isPlain(before) && !before.is(',') && !endsType(before))
+        return isTypeOfCPlusPlus(token.text) && (endsType(before) || (isTypedef && isWord(before)));
+    if (!isWord(before) && !before.is(',') && !endsType(before))
         return false;
     switch (token.word) {
     case Word::Keyword:
@@ -159,7 +154,7 @@ bool SourceBrowserDeclaratorReader::isTypeCall(const Item &item) const
     const Token &first = token(item.begin + 2);
     return first.word == Word::BasicType || first.is(Const) || first.is(Struct) || first.is(Union) || first.is(Enum) ||
            first.is(Class) || first.word == Word::TypeName || token(item.end - 2).is('*') ||
-           (item.end - item.begin == 4 && isPlain(first) && !looksLikeMacro(item.begin + 2));
+           (item.end - item.begin == 4 && isWord(first) && !looksLikeMacro(item.begin + 2));
 }
 
 /// Whether a call may be the type of a function: that of a macro, or one with one word in it, as in
@@ -167,7 +162,7 @@ bool SourceBrowserDeclaratorReader::isTypeCall(const Item &item) const
 bool SourceBrowserDeclaratorReader::isMacroTypeCall(const Item &item) const
 {
     return item.kind == Item::Call && item.end - item.begin >= 4 &&
-           (looksLikeMacro(item.begin) || (item.end - item.begin == 4 && isPlain(token(item.begin + 2))));
+           (looksLikeMacro(item.begin) || (item.end - item.begin == 4 && isWord(token(item.begin + 2))));
 }
 
 /// Whether the call that is item \a index can be the type of the words after it: `STACK_OF(X) name`.
@@ -207,8 +202,8 @@ int SourceBrowserDeclaratorReader::rank(const Item &item) const
         return isSystemType(text) ? 4 : isAnnotation(text) ? 1 : 3;
     }
     if (isTypeCall(item))
-        return item.end - item.begin > 4 || !isPlain(token(item.begin + 2)) ? 4 : 3;
-    return item.kind == Item::Call && item.end - item.begin > 3 && isPlain(token(item.begin + 2)) ? 2 : 0;
+        return item.end - item.begin > 4 || !isWord(token(item.begin + 2)) ? 4 : 3;
+    return item.kind == Item::Call && item.end - item.begin > 3 && isWord(token(item.begin + 2)) ? 2 : 0;
 }
 
 /// The item that is the type, if no keyword is; -1 if there is none.

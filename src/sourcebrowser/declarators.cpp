@@ -20,11 +20,6 @@ bool isStorage(const SourceBrowserTokenRecord &token)
            token.is(Friend) || token.is(String) || token.word == Word::Storage;
 }
 
-bool isPlain(const SourceBrowserTokenRecord &token)
-{
-    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
-}
-
 } // namespace
 
 std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::vector<Token> &tokens,
@@ -44,7 +39,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::ve
         if (here.word == Word::Statement && !(at > 0 && (token(at - 1).is('=') || token(at - 1).is(Operator))))
             return {};
         if (here.word == Word::BasicType || here.word == Word::TypeOperator || isTag(here) || here.is('*') ||
-            (isPlain(here) && here.word == Word::Plain && !looksLikeMacro(at)))
+            (isWord(here) && here.word == Word::Plain && !looksLikeMacro(at)))
             m_lastStrong = at;
     }
     std::vector<SourceBrowserDeclarator> declarators;
@@ -71,7 +66,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::readOne(Index begin, Inde
         return {};
     const bool nameFollows =
         at < end && (token(at).is('*') || token(at).is('&') || token(at).is('^') || token(at).is('(') ||
-                     token(at).is(Scope) || token(at).is(Ellipsis) || (isPlain(token(at)) && shape.nameBegin < 0));
+                     token(at).is(Scope) || token(at).is(Ellipsis) || (isWord(token(at)) && shape.nameBegin < 0));
     if (shape.nameBegin < 0 && !nameFollows)
         nameFromItems(shape, isArgument);
     m_specifiers = isConstructor(shape) ? QString() : specifierText();
@@ -116,7 +111,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(In
             shape.nameBegin = at;
             shape.nameEnd = at + 2;
             at = beginArguments(at + 2, end, shape);
-        } else if (isPlain(here) || here.is(Scope)) {
+        } else if (isWord(here) || here.is(Scope)) {
             const Index after = wordOrCall(at, end, shape, isArgument);
             if (after == at)
                 return at;

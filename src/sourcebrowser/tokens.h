@@ -111,4 +111,17 @@ struct SourceBrowserTokenRecord
     [[nodiscard]] bool isInternal() const { return code >= SourceBrowserToken::Skipped; }
 };
 
+/// Whether \a token is an identifier that may be a name or a type: not a keyword, not a word with a meaning of its own.
+[[nodiscard]] inline bool isWord(const SourceBrowserTokenRecord &token)
+{
+    using SourceBrowserToken::Word;
+    return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
+}
+
+/// Whether \a token makes a pointer, a reference or a block of what precedes it.
+[[nodiscard]] inline bool isPointer(const SourceBrowserTokenRecord &token)
+{
+    return token.is('*') || token.is('&') || token.is('^');
+}
+
 } // namespace tavidoc
