@@ -3,10 +3,8 @@
 #include <array>
 #include <cstdint>
 
-namespace tavidoc {
-
 /// Character classes for lexers.
-namespace Characters {
+namespace tavidoc::Characters {
 
 enum Class : std::uint16_t
 {
@@ -70,6 +68,4 @@ constexpr const char16_t *skip(const char16_t *at, unsigned classes)
     return at;
 }
 
-} // namespace Characters
-
-} // namespace tavidoc
+} // namespace tavidoc::Characters

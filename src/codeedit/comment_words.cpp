@@ -5,9 +5,7 @@
 
 #include <string_view>
 
-namespace tavidoc {
-
-namespace CommentWords {
+namespace tavidoc::CommentWords {
 
 namespace {
 
@@ -112,6 +110,4 @@ const char16_t *style(StyledLine &out, const char16_t *at, Ending ending, Kind &
     return at;
 }
 
-} // namespace CommentWords
-
-} // namespace tavidoc
+} // namespace tavidoc::CommentWords

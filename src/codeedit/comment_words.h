@@ -4,11 +4,9 @@
 
 #include <QtGlobal>
 
-namespace tavidoc {
-
 /// Styles the text of comments: words that ask for attention and, in documentation comments,
 /// commands, their arguments and the code that they enclose.
-namespace CommentWords {
+namespace tavidoc::CommentWords {
 
 /// The kind of a comment, and whether this place in it is code.
 enum class Kind : std::uint8_t
@@ -30,6 +28,4 @@ enum class Ending
 /// styled. \a kind is the kind at the beginning, and is set to the kind at the end.
 const char16_t *style(StyledLine &out, const char16_t *at, Ending ending, Kind &kind);
 
-} // namespace CommentWords
-
-} // namespace tavidoc
+} // namespace tavidoc::CommentWords

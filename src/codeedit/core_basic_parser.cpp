@@ -18,7 +18,7 @@ bool isSigil(char16_t c)
     return c == u'$' || c == u'%';
 }
 
-constexpr unsigned s_nameCharacters = Characters::Letter | Characters::Digit; // without their sigil
+constexpr unsigned s_nameWithoutSigil = Characters::Letter | Characters::Digit;
 
 /// One pass over a line.
 class BasicPass
@@ -119,13 +119,13 @@ const char16_t *BasicPass::hexadecimalEnd() const
     const char16_t *end = m_at + 2;
     while (Characters::is(*end, Characters::Digit) || ((*end | 0x20) >= u'a' && (*end | 0x20) <= u'f'))
         ++end;
-    return end == m_at + 2 || Characters::is(*end, s_nameCharacters) ? nullptr : end;
+    return end == m_at + 2 || Characters::is(*end, s_nameWithoutSigil) ? nullptr : end;
 }
 
 /// Takes a word: the longest entry of the table, with its sigil or without, or a name.
 void BasicPass::takeWord()
 {
-    const char16_t *const end = Characters::skip(m_at, s_nameCharacters);
+    const char16_t *const end = Characters::skip(m_at, s_nameWithoutSigil);
     const bool withSigil = isSigil(*end) && isTableWord(end + 1);
     if (!withSigil && !isTableWord(end))
         return takeNameTo(isSigil(*end) ? end + 1 : end);
@@ -150,7 +150,7 @@ void BasicPass::takeNameTo(const char16_t *end)
 /// Takes a constant, which begins with its sigil.
 void BasicPass::takeConstant()
 {
-    const char16_t *const end = Characters::skip(m_at + 1, s_nameCharacters);
+    const char16_t *const end = Characters::skip(m_at + 1, s_nameWithoutSigil);
     if (isTableWord(end)) {
         m_at = end;
         return m_out.writeTo(m_at, CodeStyle::Keyword);
@@ -180,7 +180,7 @@ void BasicPass::takeData()
 /// Takes a backslash with the word or the dots after it.
 void BasicPass::takeBackslash()
 {
-    m_at = Characters::skip(m_at + 1, s_nameCharacters | Characters::Dot);
+    m_at = Characters::skip(m_at + 1, s_nameWithoutSigil | Characters::Dot);
     m_out.writeTo(m_at, CodeStyle::Text);
 }
 

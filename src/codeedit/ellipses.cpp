@@ -4,9 +4,7 @@
 
 #include <algorithm>
 
-namespace tavidoc {
-
-namespace Ellipses {
+namespace tavidoc::Ellipses {
 
 namespace {
 
@@ -125,6 +123,4 @@ void replace(std::string &html, std::size_t begin)
     html.append(source, at);
 }
 
-} // namespace Ellipses
-
-} // namespace tavidoc
+} // namespace tavidoc::Ellipses

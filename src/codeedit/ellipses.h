@@ -3,10 +3,8 @@
 #include <string>
 #include <string_view>
 
-namespace tavidoc {
-
 /// The marks of parts that a listing leaves out: "\vdots", "\hdots" and "\...". Lexers know nothing of them.
-namespace Ellipses {
+namespace tavidoc::Ellipses {
 
 /// True when \a text has a mark.
 [[nodiscard]] bool areIn(std::string_view text);
@@ -18,6 +16,4 @@ void join(char16_t *styled);
 /// Replaces the marks in \a html from \a begin on by ellipses.
 void replace(std::string &html, std::size_t begin);
 
-} // namespace Ellipses
-
-} // namespace tavidoc
+} // namespace tavidoc::Ellipses

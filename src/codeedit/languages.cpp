@@ -8,9 +8,7 @@
 
 #include <algorithm>
 
-namespace tavidoc {
-
-namespace Languages {
+namespace tavidoc::Languages {
 
 namespace {
 
@@ -81,6 +79,4 @@ const Language *ofSuffix(std::string_view suffix)
     return nullptr;
 }
 
-} // namespace Languages
-
-} // namespace tavidoc
+} // namespace tavidoc::Languages

@@ -1,8 +1,6 @@
 #include "codeedit/word_lists.h"
 
-namespace tavidoc {
-
-namespace WordLists {
+namespace tavidoc::WordLists {
 
 namespace {
 
@@ -221,6 +219,4 @@ constexpr Words registers = Words::of<s_registers>();
 
 constexpr std::array<const Words *, 4> all = {&c, &javaScript, &basic, &registers};
 
-} // namespace WordLists
-
-} // namespace tavidoc
+} // namespace tavidoc::WordLists

@@ -6,9 +6,7 @@
 #include <map>
 #include <utility>
 
-namespace tavidoc {
-
-namespace MemberGroups {
+namespace tavidoc::MemberGroups {
 
 namespace {
 
@@ -61,6 +59,4 @@ std::vector<Group> arrange(const std::vector<std::string> &pages)
     return groups;
 }
 
-} // namespace MemberGroups
-
-} // namespace tavidoc
+} // namespace tavidoc::MemberGroups

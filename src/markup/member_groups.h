@@ -6,10 +6,8 @@
 #include <string_view>
 #include <vector>
 
-namespace tavidoc {
-
 /// Assigns pages to groups, in the tables that all documents share.
-namespace MemberGroups {
+namespace tavidoc::MemberGroups {
 
 /// The caption of the pages that never named a group.
 inline constexpr std::string_view s_unassigned = "*** UNASSIGNED GROUP ***";
@@ -30,6 +28,4 @@ void setOrder(std::string_view names);
 /// Groups without pages are left out.
 [[nodiscard]] std::vector<Group> arrange(const std::vector<std::string> &pages);
 
-} // namespace MemberGroups
-
-} // namespace tavidoc
+} // namespace tavidoc::MemberGroups

@@ -26,6 +26,7 @@ constexpr std::string_view s_middleDot = "\xC2\xB7";
 
 } // namespace
 
+// cppcheck-suppress uninitMemberVar ; the handlers, which are declared by a type of function, are not variables
 Translator::Translator(std::string_view text, const TranslatorSurroundings &surroundings)
     : m_cursor(text), m_blocks(surroundings.blocks), m_pages(surroundings.pages), m_contents(surroundings.contents),
       m_references(surroundings.references), m_report(surroundings.report), m_actions(surroundings.actions),
