@@ -17,41 +17,6 @@ namespace {
 
 constexpr int s_mostNames = 1000;
 
-/// Closes a file descriptor at the end of a scope.
-struct Descriptor
-{
-    explicit Descriptor(int descriptor) : number(descriptor) {}
-    Descriptor(const Descriptor &) = delete;
-    Descriptor &operator=(const Descriptor &) = delete;
-    ~Descriptor()
-    {
-        if (number >= 0)
-            ::close(number);
-    }
-    int number;
-};
-
-/// Reads to the end of the file; \a expectedSize bytes are read without a second allocation.
-std::optional<QByteArray> readToEnd(int descriptor, qsizetype expectedSize)
-{
-    QByteArray bytes(expectedSize + 1, Qt::Uninitialized); // one more shows the end of the file
-    qsizetype size = 0;
-    for (;;) {
-        if (size == bytes.size())
-            bytes.resize(bytes.size() * 2);
-        const ssize_t count = ::read(descriptor, bytes.data() + size, static_cast<std::size_t>(bytes.size() - size));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return std::nullopt;
-        if (count == 0)
-            break;
-        size += count;
-    }
-    bytes.truncate(size);
-    return bytes;
-}
-
 /// Creates a file under a name that is not in use, not even by a process of the same number in another container or by
 /// what such a process left behind. Sets \a name; -1 on failure.
 int openNewFile(const QByteArray &target, QByteArray &name)
@@ -83,19 +48,70 @@ bool writeAll(int file, const QByteArray &bytes)
 
 QStringList *filesRead = nullptr;
 
+RegularFile::RegularFile(const QString &name)
+{
+    const QByteArray path = QFile::encodeName(name);
+    if (path.contains('\0'))
+        return;
+    // Not blocking: opening a pipe must not wait for its writer.
+    const int descriptor = ::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+    struct stat status = {};
+    if (descriptor >= 0 && ::fstat(descriptor, &status) == 0 && S_ISREG(status.st_mode)) {
+        m_descriptor = descriptor;
+        m_size = status.st_size;
+    } else if (descriptor >= 0) {
+        ::close(descriptor);
+    }
+}
+
+RegularFile::~RegularFile()
+{
+    if (isOpen())
+        ::close(m_descriptor);
+}
+
+std::optional<QByteArray> RegularFile::bytes(qsizetype offset, qsizetype count) const
+{
+    QByteArray bytes(count, Qt::Uninitialized);
+    for (qsizetype done = 0; done < count;) {
+        const ssize_t size =
+            ::pread(m_descriptor, bytes.data() + done, static_cast<std::size_t>(count - done), offset + done);
+        if (size < 0 && errno == EINTR)
+            continue;
+        if (size <= 0)
+            return std::nullopt;
+        done += size;
+    }
+    return bytes;
+}
+
+std::optional<QByteArray> RegularFile::allBytes() const
+{
+    QByteArray bytes(m_size + 1, Qt::Uninitialized); // one more shows the end of the file
+    qsizetype size = 0;
+    for (;;) {
+        if (size == bytes.size())
+            bytes.resize(bytes.size() * 2);
+        const ssize_t count =
+            ::pread(m_descriptor, bytes.data() + size, static_cast<std::size_t>(bytes.size() - size), size);
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        size += count;
+    }
+    bytes.truncate(size);
+    return bytes;
+}
+
 std::optional<QByteArray> readRegularFile(const QString &name)
 {
     if (filesRead != nullptr)
         filesRead->append(name);
-    const QByteArray path = QFile::encodeName(name);
-    if (path.contains('\0'))
-        return std::nullopt;
-    // Not blocking: opening a pipe must not wait for its writer.
-    const Descriptor file(::open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
-    struct stat status = {};
-    if (file.number < 0 || ::fstat(file.number, &status) != 0 || !S_ISREG(status.st_mode))
-        return std::nullopt;
-    return readToEnd(file.number, status.st_size);
+    const RegularFile file(name);
+    return file.isOpen() ? file.allBytes() : std::nullopt;
 }
 
 bool writeAndClose(int file, const QByteArray &bytes)
@@ -116,6 +132,15 @@ void writeWholeFile(const QString &fileName, const QByteArray &bytes)
         ::unlink(temporary.constData());
     }
     throw HException("cannot write " + fileName.toUtf8());
+}
+
+bool updateWholeFile(const QString &fileName, const QByteArray &bytes)
+{
+    const RegularFile file(fileName);
+    if (file.isOpen() && file.size() == bytes.size() && file.bytes(0, bytes.size()) == bytes)
+        return false;
+    writeWholeFile(fileName, bytes);
+    return true;
 }
 
 } // namespace tavidoc

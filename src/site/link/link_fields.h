@@ -1,0 +1,107 @@
+#pragma once
+
+#include "site/link/link_data.h"
+#include "site/record/field_writer.h"
+
+namespace tavidoc {
+
+constexpr CheckLevel lastOf(CheckLevel)
+{
+    return CheckLevel::Error;
+}
+
+void describe(auto &fields, OneOf<LinkTarget> auto &target)
+{
+    fields("title", target.title);
+    fields("address", target.address);
+}
+
+void describe(auto &fields, OneOf<NavigationEntry> auto &entry)
+{
+    fields("target", entry.target);
+    fields("depth", entry.depth);
+    fields("isCurrent", entry.isCurrent);
+    fields("isAncestor", entry.isAncestor);
+    fields("isGap", entry.isGap);
+}
+
+void describe(auto &fields, OneOf<ResolvedLink> auto &link)
+{
+    fields("link", link.link);
+    fields("address", link.address);
+    fields("caption", link.caption);
+}
+
+void describe(auto &fields, OneOf<ResolvedImage> auto &image)
+{
+    fields("image", image.image);
+    fields("address", image.address);
+}
+
+void describe(auto &fields, OneOf<PageLinks> auto &page)
+{
+    fields("page", page.page);
+    fields("address", page.address);
+    fields("title", page.title);
+    fields("ancestors", page.ancestors);
+    fields("navigation", page.navigation);
+    fields("previous", page.previous);
+    fields("next", page.next);
+    fields("links", page.links);
+    fields("images", page.images);
+}
+
+void describe(auto &fields, OneOf<CopiedFile> auto &file)
+{
+    fields("source", file.source);
+    fields("address", file.address);
+}
+
+void describe(auto &fields, OneOf<RecordLinks> auto &links)
+{
+    fields("input", links.input);
+    fields("folder", links.folder);
+    fields("pages", links.pages);
+    fields("images", links.images);
+}
+
+void describe(auto &fields, OneOf<SiteSettings> auto &settings)
+{
+    fields("title", settings.title);
+    fields("version", settings.version);
+    fields("url", settings.url);
+    fields("copyright", settings.copyright);
+    fields("language", settings.language);
+    fields("logo", settings.logo);
+    fields("favicon", settings.favicon);
+    fields("style", settings.style);
+    fields("levels", settings.levels);
+    fields("autolink", settings.autolink);
+    fields("redirects", settings.redirects);
+    fields("assets", settings.assets);
+}
+
+void describe(auto &fields, OneOf<ContentsEntry> auto &entry)
+{
+    fields("target", entry.target);
+    fields("depth", entry.depth);
+}
+
+void describe(auto &fields, OneOf<NameEntry> auto &entry)
+{
+    fields("name", entry.name);
+    fields("kind", entry.kind);
+    fields("owner", entry.owner);
+    fields("address", entry.address);
+}
+
+void describe(auto &fields, OneOf<SharedLinks> auto &shared)
+{
+    fields("settings", shared.settings);
+    fields("contents", shared.contents);
+    fields("names", shared.names);
+    fields("addresses", shared.addresses);
+    fields("firstPage", shared.firstPage);
+}
+
+} // namespace tavidoc
