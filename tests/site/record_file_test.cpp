@@ -169,10 +169,18 @@ TEST(RecordFile, NumbersThatLeadOutsideAreRefused)
 
 TEST(RecordFile, LargeCountsAllocateNothing)
 {
-    QByteArray bytes = encodedRecords(sampleSet());
-    // The head is an array of unknown size, and its first item is the number of records.
-    ASSERT_EQ(bytes.sliced(s_prefixSize, 2), QByteArray("\x9F\x02"));
-    bytes.replace(s_prefixSize + 1, 9, QByteArray::fromHex("1B7FFFFFFFFFFFFFFF"));
+    const QByteArray sample = encodedRecords(sampleSet());
+    // The head is an array of two byte strings; the first one begins with the number of records.
+    const qsizetype numbers = s_prefixSize + 3;
+    ASSERT_EQ(sample.sliced(s_prefixSize, 2), QByteArray("\x82\x58"));
+    ASSERT_EQ(sample[numbers], 2);
+    for (const char *replacement : {"FFFFFFFFFFFFFFFFFF01", "FFFFFFFF0F", "40"}) {
+        QByteArray bytes = sample;
+        const QByteArray count = QByteArray::fromHex(replacement);
+        EXPECT_EQ(messageOf(withChecksums(bytes.replace(numbers, count.size(), count))), "x.tdr: damaged");
+    }
+    QByteArray bytes = sample; // a string that is longer than the file
+    bytes.replace(s_prefixSize + 1, 9, QByteArray::fromHex("5B7FFFFFFFFFFFFFFF"));
     EXPECT_EQ(messageOf(withChecksums(bytes)), "x.tdr: damaged");
 }
 

@@ -2,18 +2,53 @@
 
 #include "base/hexception.h"
 
+#include <QCborStreamReader>
+
 namespace tavidoc {
 
-FieldReader::FieldReader(QByteArrayView bytes, QString file)
-    : m_bytes(bytes), m_file(std::move(file)), m_reader(bytes.data(), bytes.size())
+namespace {
+
+/// The byte string that comes next in \a reader, whose data is \a bytes. Nothing when it is something else.
+std::optional<QByteArray> byteString(QCborStreamReader &reader, QByteArrayView bytes)
 {
-    if (!m_reader.isArray() || !m_reader.enterContainer())
+    // The writer makes strings of one chunk.
+    if (!reader.isByteArray() || !reader.isLengthKnown())
+        return std::nullopt;
+    const qsizetype size = reader.currentStringChunkSize();
+    if (size < 0 || size > bytes.size() - reader.currentOffset())
+        return std::nullopt;
+    QByteArray part(size, Qt::Uninitialized);
+    const auto chunk = reader.readStringChunk(part.data(), size);
+    if (chunk.status != QCborStreamReader::Ok || chunk.data != size)
+        return std::nullopt;
+    if (reader.readStringChunk(nullptr, 0).status != QCborStreamReader::EndOfString)
+        return std::nullopt;
+    return part;
+}
+
+} // namespace
+
+FieldReader::FieldReader(QByteArrayView bytes, QString file) : m_file(std::move(file))
+{
+    QCborStreamReader reader(bytes.data(), bytes.size());
+    if (!reader.isArray() || !reader.isLengthKnown() || reader.length() != std::size(m_parts) ||
+        !reader.enterContainer())
         fail();
+    for (QByteArray &part : m_parts) {
+        std::optional<QByteArray> read = byteString(reader, bytes);
+        if (!read)
+            fail();
+        part = std::move(*read);
+    }
+    if (!reader.leaveContainer() || reader.currentOffset() != bytes.size())
+        fail();
+    m_numbers = {m_parts[0].constData(), static_cast<std::size_t>(m_parts[0].size())};
+    m_texts = {m_parts[1].constData(), static_cast<std::size_t>(m_parts[1].size())};
 }
 
 void FieldReader::finish()
 {
-    if (m_reader.hasNext() || !m_reader.leaveContainer() || m_reader.currentOffset() != m_bytes.size())
+    if (!m_numbers.empty() || !m_texts.empty())
         fail();
 }
 
@@ -22,62 +57,30 @@ void FieldReader::fail() const
     throw HException(m_file.toUtf8() + ": damaged");
 }
 
-std::size_t FieldReader::remaining() const
+quint64 FieldReader::readLongNumber(unsigned char first)
 {
-    return static_cast<std::size_t>(m_bytes.size() - m_reader.currentOffset());
-}
-
-std::size_t FieldReader::readCount()
-{
-    return readNumber(remaining());
-}
-
-quint64 FieldReader::readNumber(quint64 most)
-{
-    if (!m_reader.isUnsignedInteger())
-        fail();
-    const quint64 number = m_reader.toUnsignedInteger();
-    if (number > most || !m_reader.next())
-        fail();
-    return number;
+    quint64 number = first & 0x7F;
+    for (int shift = 7; shift < 64 && !m_numbers.empty(); shift += 7) {
+        const auto byte = static_cast<unsigned char>(m_numbers.front());
+        m_numbers.remove_prefix(1);
+        number |= quint64(byte & 0x7F) << shift;
+        if (byte < 0x80)
+            return number;
+    }
+    fail();
 }
 
 qint64 FieldReader::readSigned()
 {
-    constexpr quint64 most = std::numeric_limits<qint64>::max();
-    if (!m_reader.isNegativeInteger())
-        return static_cast<qint64>(readNumber(most));
-    // The distance from -1: that of the smallest number is the largest number.
-    const quint64 distance = static_cast<quint64>(m_reader.toNegativeInteger()) - 1;
-    if (distance > most || !m_reader.next())
-        fail();
-    return -1 - static_cast<qint64>(distance);
-}
-
-bool FieldReader::readBool()
-{
-    if (!m_reader.isBool())
-        fail();
-    const bool value = m_reader.toBool();
-    if (!m_reader.next())
-        fail();
-    return value;
+    const quint64 bits = readNumber(std::numeric_limits<quint64>::max());
+    return static_cast<qint64>((bits & 1) != 0 ? ~(bits >> 1) : bits >> 1);
 }
 
 void FieldReader::readText(std::string &text)
 {
-    // The writer makes strings of one chunk.
-    if (!m_reader.isByteArray() || !m_reader.isLengthKnown())
-        fail();
-    const qsizetype size = m_reader.currentStringChunkSize();
-    if (size < 0 || static_cast<std::size_t>(size) > remaining())
-        fail();
-    text.resize(static_cast<std::size_t>(size));
-    const auto chunk = m_reader.readStringChunk(text.data(), size);
-    if (chunk.status != QCborStreamReader::Ok || chunk.data != size)
-        fail();
-    if (m_reader.readStringChunk(nullptr, 0).status != QCborStreamReader::EndOfString)
-        fail();
+    const quint64 size = readNumber(m_texts.size());
+    text.assign(m_texts.substr(0, size));
+    m_texts.remove_prefix(size);
 }
 
 } // namespace tavidoc

@@ -3,39 +3,61 @@
 #include "site/record/field_writer.h"
 
 #include <QByteArrayView>
-#include <QCborStreamReader>
 #include <QString>
 
+#include <algorithm>
 #include <limits>
 #include <utility>
 
 namespace tavidoc {
 
-/// Reads what FieldWriter wrote, checking types, ranges and sizes: a list or text may not be larger than what is left
-/// of the bytes, so nothing is allocated that the size of the file does not justify.
+/// Counts the numbers that FieldWriter makes of a value that is as small as possible.
+class FieldCounter
+{
+public:
+    template <typename T> [[nodiscard]] static std::size_t numbersOf()
+    {
+        FieldCounter counter;
+        counter("", T());
+        return counter.m_count;
+    }
+
+    template <typename T> void operator()(std::string_view, const T &value)
+    {
+        if constexpr (isStructure<T>)
+            describe(*this, value);
+        else
+            ++m_count;
+    }
+
+private:
+    std::size_t m_count = 0;
+};
+
+/// Reads what FieldWriter wrote, checking ranges and sizes: a list or text may not be larger than what is left of the
+/// bytes, so nothing is allocated that the size of the file does not justify.
 class FieldReader
 {
 public:
-    /// \a bytes must outlive the reader; \a file is its name in messages.
+    /// \a file is the name of the file in messages. Throws HException "FILE: damaged" when \a bytes are not from a
+    /// FieldWriter.
     FieldReader(QByteArrayView bytes, QString file);
 
-    /// Throws HException "FILE: damaged" when the next items are not a \a value.
+    /// Throws when what comes next is not a \a value.
     template <typename T> void operator()(std::string_view, T &value) { read(value); }
 
-    /// Throws if there are further items or bytes.
+    /// Throws if there is anything else.
     void finish();
 
 private:
     template <typename T> void read(T &value)
     {
-        if constexpr (std::is_same_v<T, bool>)
-            value = readBool();
+        if constexpr (std::is_signed_v<T>)
+            value = readSigned();
         else if constexpr (std::is_enum_v<T>)
             value = static_cast<T>(readNumber(static_cast<quint64>(lastOf(value))));
         else if constexpr (std::is_unsigned_v<T>)
             value = static_cast<T>(readNumber(std::numeric_limits<T>::max()));
-        else if constexpr (std::is_integral_v<T>)
-            value = readSigned();
         else if constexpr (std::is_same_v<T, std::string>)
             readText(value);
         else if constexpr (isList<T>)
@@ -50,8 +72,11 @@ private:
 
     template <typename T> void readList(std::vector<T> &list)
     {
+        static const std::size_t leastNumbers = FieldCounter::numbersOf<T>();
         const std::size_t count = readCount();
-        list.reserve(std::min(count, remaining() / s_bytesPerElement));
+        if (count > m_numbers.size() / leastNumbers)
+            fail();
+        list.reserve(count);
         for (std::size_t index = 0; index < count; ++index)
             read(list.emplace_back());
     }
@@ -66,25 +91,33 @@ private:
     template <typename T> void readOptional(std::optional<T> &value)
     {
         value.reset();
-        if (readBool())
+        if (readNumber(1) != 0)
             read(value.emplace());
     }
 
     [[noreturn]] void fail() const;
-    /// The bytes that have not been read; each item has at least one.
-    [[nodiscard]] std::size_t remaining() const;
-    /// The size of a list, at most that of the remaining bytes.
-    std::size_t readCount();
-    quint64 readNumber(quint64 most);
+    /// Each element has at least one number.
+    std::size_t readCount() { return readNumber(m_numbers.size()); }
+    quint64 readNumber(quint64 most)
+    {
+        if (m_numbers.empty())
+            fail();
+        const auto first = static_cast<unsigned char>(m_numbers.front());
+        m_numbers.remove_prefix(1);
+        const quint64 number = first < 0x80 ? first : readLongNumber(first);
+        if (number > most)
+            fail();
+        return number;
+    }
+    /// A number of several bytes, the first of which is \a first.
+    quint64 readLongNumber(unsigned char first);
     qint64 readSigned();
-    bool readBool();
     void readText(std::string &text);
 
-    static constexpr std::size_t s_bytesPerElement = 8; // assumed; a list of shorter ones grows
-
-    QByteArrayView m_bytes;
     QString m_file;
-    QCborStreamReader m_reader;
+    QByteArray m_parts[2];
+    std::string_view m_numbers; ///< what has not been read
+    std::string_view m_texts;   ///< what has not been read
 };
 
 } // namespace tavidoc

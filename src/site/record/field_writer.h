@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QByteArray>
-#include <QCborStreamWriter>
 
 #include <concepts>
 #include <map>
@@ -32,34 +31,31 @@ template <typename T> inline constexpr bool isMap<std::map<std::string, T>> = tr
 template <typename T> inline constexpr bool isOptional = false;
 template <typename T> inline constexpr bool isOptional<std::optional<T>> = true;
 
-/// Writes described values as the items of one CBOR array. A structure is the items of its fields, a list its size and
-/// its elements, an optional value a boolean and the value. Texts are byte strings, because names of files need not be
-/// UTF-8.
+template <typename T>
+inline constexpr bool isStructure =
+    std::is_class_v<T> && !std::is_same_v<T, std::string> && !isList<T> && !isMap<T> && !isOptional<T>;
+
+/// Writes described values as a CBOR array of two byte strings: all numbers, in as many bytes as they need, and all
+/// texts, one after the other. The number of a text is its size, that of a list its size, that of an optional value
+/// whether it is there. A record has millions of values, and an item of its own for each would make reading records the
+/// longest part of linking.
 class FieldWriter
 {
 public:
-    FieldWriter() : m_writer(&m_bytes) { m_writer.startArray(); }
-
     template <typename T> void operator()(std::string_view, const T &value) { write(value); }
 
-    /// Ends the array and hands it over.
-    [[nodiscard]] QByteArray takeBytes()
-    {
-        m_writer.endArray();
-        return std::move(m_bytes);
-    }
+    /// The array. Leaves the writer empty.
+    [[nodiscard]] QByteArray takeBytes();
 
 private:
     template <typename T> void write(const T &value)
     {
-        if constexpr (std::is_same_v<T, bool>)
-            m_writer.append(value);
+        if constexpr (std::is_signed_v<T>)
+            writeSigned(value);
         else if constexpr (std::is_enum_v<T> || std::is_unsigned_v<T>)
-            m_writer.append(static_cast<quint64>(value));
-        else if constexpr (std::is_integral_v<T>)
-            m_writer.append(static_cast<qint64>(value));
+            writeNumber(static_cast<quint64>(value));
         else if constexpr (std::is_same_v<T, std::string>)
-            m_writer.appendByteString(value.data(), static_cast<qsizetype>(value.size()));
+            writeText(value);
         else if constexpr (isList<T>)
             writeList(value);
         else if constexpr (isMap<T>)
@@ -72,27 +68,46 @@ private:
 
     template <typename T> void writeList(const std::vector<T> &list)
     {
-        m_writer.append(static_cast<quint64>(list.size()));
+        writeNumber(list.size());
         for (const T &element : list)
             write(element);
     }
     template <typename T> void writeMap(const std::map<std::string, T> &map)
     {
-        m_writer.append(static_cast<quint64>(map.size()));
+        writeNumber(map.size());
         for (const auto &[key, value] : map) {
-            write(key);
+            writeText(key);
             write(value);
         }
     }
     template <typename T> void writeOptional(const std::optional<T> &value)
     {
-        m_writer.append(value.has_value());
+        writeNumber(value.has_value() ? 1 : 0);
         if (value)
             write(*value);
     }
 
-    QByteArray m_bytes;
-    QCborStreamWriter m_writer;
+    /// Seven bits in each byte, the lowest first; the eighth bit is set in all but the last byte.
+    void writeNumber(quint64 number)
+    {
+        for (; number >= 0x80; number >>= 7)
+            m_numbers += static_cast<char>(number | 0x80);
+        m_numbers += static_cast<char>(number);
+    }
+    /// The sign is the lowest bit, so that numbers near 0 are short.
+    void writeSigned(qint64 number)
+    {
+        const quint64 bits = static_cast<quint64>(number) << 1;
+        writeNumber(number < 0 ? ~bits : bits);
+    }
+    void writeText(std::string_view text)
+    {
+        writeNumber(text.size());
+        m_texts += text;
+    }
+
+    std::string m_numbers;
+    std::string m_texts;
 };
 
 } // namespace tavidoc

@@ -27,7 +27,7 @@ public:
             (*this)("{}", typename T::mapped_type());
         else if constexpr (isOptional<T>)
             (*this)("?", typename T::value_type());
-        else if constexpr (std::is_class_v<T> && !std::is_same_v<T, std::string>)
+        else if constexpr (isStructure<T>)
             describe(*this, value);
         else
             add(std::is_same_v<T, std::string> ? "text" : std::is_signed_v<T> ? "signed" : "number");

@@ -11,24 +11,11 @@
 
 namespace tavidoc {
 
-/// A record in the head of a file.
-struct StoredRecord
-{
-    std::uint64_t bodiesSize = 0; ///< of the part of the bodies that is its own
-    Record record;
-};
-
-void describe(auto &fields, OneOf<StoredRecord> auto &stored)
-{
-    fields("bodiesSize", stored.bodiesSize);
-    fields("record", stored.record);
-}
-
 namespace {
 
 const SealedFormat &recordFormat()
 {
-    static const SealedFormat format = {"TAVIDOCR", "a record", FormatVersion::of<std::vector<StoredRecord>>()};
+    static const SealedFormat format = {"TAVIDOCR", "a record", FormatVersion::of<Record>()};
     return format;
 }
 
@@ -66,10 +53,9 @@ bool areHeadingsValid(const RecordPage &page)
     return true;
 }
 
-bool isValid(const RecordPage &page, const StoredRecord &stored)
+bool isValid(const RecordPage &page, const Record &record, std::uint64_t bodiesSize)
 {
-    const Record &record = stored.record;
-    return isWithin(page.bodyOffset, page.bodyLength, stored.bodiesSize) && isValid(page.place, record) &&
+    return isWithin(page.bodyOffset, page.bodyLength, bodiesSize) && isValid(page.place, record) &&
            areHeadingsValid(page) && areInOrder(page.links, page, record) && areInOrder(page.images, page, record);
 }
 
@@ -85,39 +71,48 @@ bool areEntriesValid(const Record &record)
 }
 
 /// Whether all numbers that refer to something refer to something that exists.
-bool isValid(const StoredRecord &stored)
+bool isValid(const Record &record, std::uint64_t bodiesSize)
 {
-    const Record &record = stored.record;
     return std::ranges::all_of(record.findings, [&](const auto &finding) { return isValid(finding.place, record); }) &&
-           std::ranges::all_of(record.pages, [&](const auto &page) { return isValid(page, stored); }) &&
+           std::ranges::all_of(record.pages, [&](const auto &page) { return isValid(page, record, bodiesSize); }) &&
            areEntriesValid(record);
 }
 
-/// The records in the head of the file \a name, whose bodies have \a bodiesSize bytes.
-std::vector<StoredRecord> decodedHead(QByteArrayView head, std::uint64_t bodiesSize, const QString &name)
+/// What the head of a file holds.
+struct DecodedHead
 {
-    std::vector<StoredRecord> records;
-    FieldReader fields(head, name);
-    fields("records", records);
-    fields.finish();
-    std::uint64_t left = bodiesSize;
-    for (const StoredRecord &stored : records) {
-        if (stored.bodiesSize > left || !isValid(stored))
+    std::vector<std::uint64_t> bodiesSizes; ///< of each record, the part of the bodies that is its own
+    std::vector<Record> records;
+};
+
+/// The head of the file \a name.
+DecodedHead decodedHead(const SealedParts &parts, const QString &name)
+{
+    DecodedHead head;
+    FieldReader fields(parts.head, name);
+    fields("bodiesSizes", head.bodiesSizes);
+    std::uint64_t left = parts.bodiesSize;
+    for (const std::uint64_t size : head.bodiesSizes) {
+        fields("record", head.records.emplace_back());
+        if (size > left || !isValid(head.records.back(), size))
             throw HException(name.toUtf8() + ": damaged");
-        left -= stored.bodiesSize;
+        left -= size;
     }
-    if (left != 0 || records.empty())
+    fields.finish();
+    if (left != 0 || head.records.empty())
         throw HException(name.toUtf8() + ": damaged");
-    return records;
+    return head;
 }
 
 RecordSet decodedParts(const SealedParts &parts, const QString &name)
 {
+    DecodedHead head = decodedHead(parts, name);
     RecordSet records;
     const char *bodies = parts.bodies.constData();
-    for (StoredRecord &stored : decodedHead(parts.head, static_cast<std::uint64_t>(parts.bodies.size()), name)) {
-        records.push_back({std::move(stored.record), std::string(bodies, stored.bodiesSize)});
-        bodies += stored.bodiesSize;
+    for (std::size_t index = 0; index < head.records.size(); ++index) {
+        const std::uint64_t size = head.bodiesSizes[index];
+        records.push_back({std::move(head.records[index]), std::string(bodies, size)});
+        bodies += size;
     }
     return records;
 }
@@ -126,24 +121,22 @@ RecordSet decodedParts(const SealedParts &parts, const QString &name)
 
 QByteArray encodedRecords(const RecordSet &records)
 {
-    std::vector<StoredRecord> stored;
+    std::vector<std::uint64_t> bodiesSizes;
     QByteArray bodies;
     for (const RecordWithBodies &record : records) {
-        stored.push_back({record.bodies.size(), record.head});
+        bodiesSizes.push_back(record.bodies.size());
         bodies.append(QByteArrayView(record.bodies));
     }
     FieldWriter fields;
-    fields("records", stored);
+    fields("bodiesSizes", bodiesSizes);
+    for (const RecordWithBodies &record : records)
+        fields("record", record.head);
     return sealed(recordFormat(), fields.takeBytes(), bodies);
 }
 
 std::vector<Record> readRecordHeads(const QString &file)
 {
-    const SealedParts parts = readSealed(recordFormat(), file, SealedRead::Head);
-    std::vector<Record> heads;
-    for (StoredRecord &stored : decodedHead(parts.head, parts.bodiesSize, file))
-        heads.push_back(std::move(stored.record));
-    return heads;
+    return decodedHead(readSealed(recordFormat(), file, SealedRead::Head), file).records;
 }
 
 RecordSet readRecords(const QString &file)
