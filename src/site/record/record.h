@@ -67,6 +67,15 @@ struct RecordImage
     RecordPlace place;
 };
 
+/// A listing in the body of a page that the library leaves plain, in a language that was given or that the suffix of
+/// the presented file names.
+struct RecordListing
+{
+    std::uint64_t offset = 0; ///< in the body, of the escaped text after "<pre class=...>"
+    std::uint64_t length = 0; ///< of that text
+    std::string language;     ///< as written: "python", "json"; or the suffix of the file: "py"
+};
+
 /// A term of the search index.
 struct RecordTerm
 {
@@ -100,6 +109,7 @@ struct RecordPage
     std::vector<RecordImage> images;     ///< in order, disjoint
     std::vector<RecordTerm> terms;       ///< by text
     std::string excerpt;                 ///< the beginning of its plain text, at most 2,000 bytes
+    std::vector<RecordListing> listings; ///< in order, disjoint; only those that the library leaves plain
 };
 
 /// An entry of the contents tree of one document, in preorder.
