@@ -32,6 +32,8 @@ std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, Action
 {
     const QString directory = directoryOf(input);
     std::vector<XmlError> errors;
+    if (!document.startSearch(directory))
+        return errors;
     for (const QLatin1StringView name : {s_menus, s_messages, s_keys, s_properties}) {
         XmlPP::Loaded loaded = document.load(directory + name);
         if (loaded.error)

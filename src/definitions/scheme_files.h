@@ -12,8 +12,8 @@ class Path;
 class Properties;
 
 /// Loads the definition files in the directory of \a input into \a document, and their contents into
-/// \a actions and \a properties. Missing files are skipped. Returns the errors of malformed files, in
-/// the order of loading.
+/// \a actions and \a properties. Missing files are skipped, and so is a directory that needs no
+/// search, see XmlPP::startSearch(). Returns the errors of malformed files, in the order of loading.
 [[nodiscard]] std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, ActionNames &actions,
                                                     Properties &properties);
 

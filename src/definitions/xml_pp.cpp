@@ -22,11 +22,22 @@ bool isBlankText(const QByteArray &bytes)
 
 } // namespace
 
+bool XmlPP::startSearch(const QString &directory)
+{
+    if (!m_searchesOnce)
+        return true;
+    const qsizetype searched = m_searchedDirectories.size();
+    m_searchedDirectories.insert(directory);
+    return m_searchedDirectories.size() > searched;
+}
+
 XmlPP::Loaded XmlPP::load(const QString &fileName)
 {
     const QFileInfo information(fileName);
+    if (!information.isFile()) // first: resolving the name takes a call for each of its directories
+        return {};
     const QString canonicalName = information.canonicalFilePath();
-    if (!information.isFile() || m_loadedFiles.contains(canonicalName))
+    if (m_loadedFiles.contains(canonicalName))
         return {};
     m_loadedFiles.insert(canonicalName);
     if (information.size() > s_largestFile)

@@ -34,9 +34,17 @@ public:
     /// file is reported once and adds nothing. Elements stay valid for as long as the document.
     [[nodiscard]] Loaded load(const QString &fileName);
 
+    /// Call before the files of \a directory are loaded; false if they need not be, see searchDirectoriesOnce().
+    [[nodiscard]] bool startSearch(const QString &directory);
+    /// With \a once, a directory of that name is searched only the first time, so a definition file that appears
+    /// there later is not noticed. Off at first.
+    void searchDirectoriesOnce(bool once) { m_searchesOnce = once; }
+
 private:
     std::deque<XmlTree> m_files; // elements refer to their tree
     QSet<QString> m_loadedFiles; // canonical names
+    QSet<QString> m_searchedDirectories;
+    bool m_searchesOnce = false;
 };
 
 } // namespace tavidoc

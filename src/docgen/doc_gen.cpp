@@ -23,6 +23,11 @@ XmlPP DocGen::m_xpp;
 ActionNames DocGen::m_messageMap;
 Properties DocGen::m_properties;
 
+void DocGen::searchDirectoriesOnce(bool once)
+{
+    m_xpp.searchDirectoriesOnce(once);
+}
+
 DocGen::DocGen() : m_contents(std::make_unique<Contents>()) {}
 
 DocGen::~DocGen() = default;

@@ -125,6 +125,16 @@ public:
     static ActionNames m_messageMap; ///< the actions that they describe
     static Properties m_properties;  ///< the properties that they describe
 
+    /*!
+     * \h1 DocGen::\this
+     * With \a{once}, the definition files in the directory of an input are looked for only when the first input in
+     * that directory is run. By default they are looked for in each run, since they may have been created since.
+     * \synopsis
+     * \sa \xref{DocGen}
+     * \ingroup DocGen
+     */
+    static void searchDirectoriesOnce(bool once);
+
 private:
     void loadDefinitions(const Path &input);
     void documentMarkup(MacroContext *macros, const Path &input);

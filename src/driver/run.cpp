@@ -52,6 +52,7 @@ bool isPage(const QString &fileName)
 void documentInputs(const Settings &settings)
 {
     const QString outputDirectory = preparedDirectory(settings.outputDirectory);
+    DocGen::searchDirectoriesOnce(true); // looking for them takes more system calls than everything else
     for (const QString &argument : settings.inputs) {
         const Path input(argument);
         printProgress(settings, "Processing ", input.text());

@@ -75,6 +75,20 @@ TEST_F(SchemeFiles, AreReadOnceFromTheDirectoryOfEachInput)
     EXPECT_EQ(m_actions.menuPath("x").path, "First > two") << "another name of a loaded file";
 }
 
+TEST_F(SchemeFiles, AreNoticedLaterUnlessDirectoriesAreSearchedOnce)
+{
+    write(u"keys.xml"_s, "<keyscheme><item name='x'><key>F1</key></item></keyscheme>");
+    EXPECT_TRUE(load(u"guide.dg"_s).empty());
+    write(u"messages.xml"_s, messages(u"x"_s, u"X"_s).toUtf8());
+    EXPECT_TRUE(load(u"guide.dg"_s).empty());
+    EXPECT_EQ(m_actions.lookup("x.text"), "X");
+    m_document.searchDirectoriesOnce(true);
+    EXPECT_TRUE(load(u"guide.dg"_s).empty());
+    write(u"menus.xml"_s, "<definemenu");
+    EXPECT_TRUE(load(u"guide.dg"_s).empty());
+    EXPECT_EQ(load(u"./guide.dg"_s).size(), 1U) << "another name of the directory";
+}
+
 TEST_F(SchemeFiles, AMalformedFileIsReportedOnceAndTheOthersAreRead)
 {
     write(u"menus.xml"_s, "<definemenu caption='F'>\n<item name='x'/>\n</menu>");
