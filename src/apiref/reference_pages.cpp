@@ -4,6 +4,7 @@
 #include "apiref/doc_gen_c_parser.h"
 #include "base/text_escape.h"
 #include "base/white_space.h"
+#include "markup/file_commands.h"
 #include "markup/member_groups.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
@@ -74,8 +75,7 @@ std::string firstSentence(std::string_view html)
 } // namespace
 
 ReferencePages::ReferencePages(const Path &header, const Surroundings &surroundings)
-    : m_header(header), m_surroundings(surroundings),
-      m_pages(m_blocks, surroundings.records, surroundings.outputDirectory, surroundings.split),
+    : m_header(header), m_surroundings(surroundings), m_pages(m_blocks, surroundings.output, surroundings.split),
       m_icons(surroundings.outputDirectory)
 {
     m_pages.setHeader(header.fileName());
@@ -101,6 +101,8 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
     SourceLineReader reader(m_header);
     DocGenSourceBrowserCParser parser(m_model, reader);
     parser.parse(m_header.given());
+    if (!mayUseFiles({reader.text().constData(), static_cast<std::size_t>(reader.text().size())}))
+        m_surroundings.output.release();
     return parser.overviewComments();
 }
 
@@ -190,9 +192,7 @@ void ReferencePages::makeHeaderPage(const std::vector<SourceBrowserOverviewComme
     appendMultiHeadingTable(m_blocks.text(), summary());
     const std::string title = "<" + m_header.fileName().toStdString() + ">";
     const std::string stem = m_header.baseName().toStdString() + "_h";
-    m_surroundings.records.push_back(
-        {m_pages.filePath(stem + ".htm"), m_header.fileName(), framedPage({}, title, m_blocks.text())});
-    m_blocks.clear();
+    m_pages.output(stem, title);
 }
 
 std::vector<IndexGroup> ReferencePages::summary() const
@@ -224,7 +224,8 @@ void ReferencePages::makeContentsFile()
     for (std::size_t index = 0; index < lines.size(); ++index)
         text.append(index == 0 ? "" : "\n").append(lines[index]);
     text += "\n</content>\n</contents>";
-    m_surroundings.records.push_back({m_pages.filePath(stem + ".xml"), QString(), QByteArray::fromStdString(text)});
+    const std::string_view part = text;
+    m_surroundings.output.add({stem + ".xml", QString(), {&part, 1}});
 }
 
 void ReferencePages::warn(int line, std::string_view message) const

@@ -11,7 +11,7 @@
 #include "pages/html_blocks.h"
 #include "pages/html_pages.h"
 #include "pages/icon_table.h"
-#include "pages/output_record.h"
+#include "pages/output_queue.h"
 #include "pages/pages.h"
 #include "reading/report.h"
 #include "sourcebrowser/c_scanner.h"
@@ -34,13 +34,13 @@ public:
     /// What the reference is made with. All are borrowed and must outlive it.
     struct Surroundings
     {
-        OutputRecords &records;
+        OutputQueue &output;
         Contents &contents; ///< of the run; lines of earlier headers stay in it
         const ActionNames &actions;
         const Properties &properties;
         const MessageSink &sink;
-        MissingFiles *missing; ///< null when missing files are not reported
-        QString outputDirectory;
+        MissingFiles *missing;   ///< null when missing files are not reported
+        QString outputDirectory; ///< of the icons
         std::string outputFormat;
         bool split; ///< also write a page and a contents file for the header, and frame all pages
         int baseHeadingLevel;

@@ -4,11 +4,14 @@
 
 #include <QFile>
 
+#include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <sys/uio.h>
 #include <unistd.h>
 
 namespace tavidoc {
@@ -16,6 +19,7 @@ namespace tavidoc {
 namespace {
 
 constexpr int s_mostNames = 1000;
+constexpr std::size_t s_mostParts = 8;
 
 /// Creates a file under a name that is not in use, not even by a process of the same number in another container or by
 /// what such a process left behind. Sets \a name; -1 on failure.
@@ -30,16 +34,31 @@ int openNewFile(const QByteArray &target, QByteArray &name)
     return -1;
 }
 
-/// On a full disk a call writes less than it should, and the next one fails.
-bool writeAll(int file, const QByteArray &bytes)
+/// Removes the first \a count bytes of \a parts.
+std::span<iovec> withoutBeginning(std::span<iovec> parts, std::size_t count)
 {
-    for (qsizetype done = 0; done < bytes.size();) {
-        const ssize_t count = ::write(file, bytes.constData() + done, static_cast<std::size_t>(bytes.size() - done));
+    while (!parts.empty() && count >= parts.front().iov_len) {
+        count -= parts.front().iov_len;
+        parts = parts.subspan(1);
+    }
+    if (!parts.empty()) {
+        parts.front().iov_base = static_cast<char *>(parts.front().iov_base) + count;
+        parts.front().iov_len -= count;
+    }
+    return parts;
+}
+
+/// On a full disk a call writes less than it should, and the next one fails.
+bool writeAll(int file, std::span<iovec> parts)
+{
+    parts = withoutBeginning(parts, 0);
+    while (!parts.empty()) {
+        const ssize_t count = ::writev(file, parts.data(), static_cast<int>(parts.size()));
         if (count < 0 && errno == EINTR)
             continue;
         if (count <= 0)
             return false;
-        done += count;
+        parts = withoutBeginning(parts, static_cast<std::size_t>(count));
     }
     return true;
 }
@@ -114,9 +133,14 @@ std::optional<QByteArray> readRegularFile(const QString &name)
     return file.isOpen() ? file.allBytes() : std::nullopt;
 }
 
-bool writeAndClose(int file, const QByteArray &bytes)
+bool writeAndClose(int file, std::span<const std::string_view> parts)
 {
-    const bool isWritten = writeAll(file, bytes);
+    std::array<iovec, s_mostParts> vectors; // not initialised
+    Q_ASSERT(parts.size() <= vectors.size());
+    std::ranges::transform(parts, vectors.begin(), [](std::string_view part) {
+        return iovec{const_cast<char *>(part.data()), part.size()};
+    });
+    const bool isWritten = writeAll(file, std::span(vectors).first(parts.size()));
     const bool isClosed = ::close(file) == 0 || errno == EINTR; // closed nevertheless
     return isWritten && isClosed;
 }
@@ -127,7 +151,8 @@ void writeWholeFile(const QString &fileName, const QByteArray &bytes)
     QByteArray temporary;
     const int file = openNewFile(target, temporary);
     if (file >= 0) {
-        if (writeAndClose(file, bytes) && std::rename(temporary.constData(), target.constData()) == 0)
+        const std::string_view whole(bytes.constData(), static_cast<std::size_t>(bytes.size()));
+        if (writeAndClose(file, {&whole, 1}) && std::rename(temporary.constData(), target.constData()) == 0)
             return;
         ::unlink(temporary.constData());
     }

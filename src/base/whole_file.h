@@ -5,6 +5,8 @@
 #include <QStringList>
 
 #include <optional>
+#include <span>
+#include <string_view>
 
 namespace tavidoc {
 
@@ -39,9 +41,9 @@ private:
 /// directory, a pipe or a device.
 [[nodiscard]] std::optional<QByteArray> readRegularFile(const QString &name);
 
-/// Writes all \a bytes to the open file descriptor \a file and closes it. False when not all of
-/// them were written, even if only closing reports it.
-[[nodiscard]] bool writeAndClose(int file, const QByteArray &bytes);
+/// Writes \a parts, at most eight, one after the other to the open file descriptor \a file and closes it. False when
+/// not all bytes were written, even if only closing reports it.
+[[nodiscard]] bool writeAndClose(int file, std::span<const std::string_view> parts);
 
 /// Writes \a bytes to \a fileName, completely or not at all: they are written to a temporary file in
 /// the same directory, which must exist, and that is renamed. Throws HException, "cannot write " and

@@ -6,6 +6,7 @@
 #include "definitions/properties.h"
 #include "definitions/scheme_files.h"
 #include "definitions/xml_pp.h"
+#include "markup/file_commands.h"
 #include "markup/page_titles.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
@@ -45,12 +46,32 @@ void DocGen::setMissingFileSink(MessageSink sink)
 void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
                  OutputRecords &records, const QString &outputFormat, const QStringList &exclusions)
 {
-    m_outputFormat = outputFormat;
-    SharedTables::docObjects.clear();
-    SharedTables::docGroups.clear();
-    m_records = &records;
+    OutputRecorder recorder(records, outputDirectory);
+    OutputQueue output(recorder);
+    output.release(); // records of a run that fails stay in the caller's list
+    m_output = &output;
     m_splitFlag = splitFlag;
     m_outputDirectory = outputDirectory;
+    m_outputFormat = outputFormat;
+    makeFiles(macros, input, exclusions);
+}
+
+void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
+                 OutputSink &sink, const QString &outputFormat, const QStringList &exclusions)
+{
+    OutputQueue output(sink);
+    m_output = &output;
+    m_splitFlag = splitFlag;
+    m_outputDirectory = outputDirectory;
+    m_outputFormat = outputFormat;
+    makeFiles(macros, input, exclusions);
+    output.release();
+}
+
+void DocGen::makeFiles(MacroContext *macros, const Path &input, const QStringList &exclusions)
+{
+    SharedTables::docObjects.clear();
+    SharedTables::docGroups.clear();
     if (input.completeSuffix() == u"dg"_s)
         documentMarkup(macros, input);
     else if (input.completeSuffix() == u"h"_s)
@@ -73,12 +94,12 @@ void DocGen::loadDefinitions(const Path &input)
 namespace {
 
 /// The text of the contents file: the lines of the tree inside their element.
-QByteArray contentsText(const Contents &contents)
+std::string contentsText(const Contents &contents)
 {
     std::string text = "<contents>\n";
     for (const std::string &line : contents.lines())
         text.append(line).append("\n");
-    return QByteArray::fromStdString(text + "</contents>");
+    return text += "</contents>";
 }
 
 } // namespace
@@ -88,9 +109,11 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     const std::string format = m_outputFormat.toStdString();
     loadDefinitions(input);
     SourceDocument document = SourceReader(macros, format).read(input);
+    if (!mayUseFiles(document.text()))
+        m_output->release();
     Report report(document.text(), document.map, m_sink, m_missing.get());
     HtmlBlocks blocks(SharedTables::paraStyle);
-    Pages pages(blocks, *m_records, m_outputDirectory, m_splitFlag != 0);
+    Pages pages(blocks, *m_output, m_splitFlag != 0);
     const TitleLists titles = titlesOf(document.text());
     if (const auto title = titles.titles.find(std::string_view()); title != titles.titles.end())
         pages.setDocumentTitle(title->second);
@@ -112,14 +135,15 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
         report.missingInclude(include.offset, include.file);
     m_contents->closeAll();
     pages.flush();
-    m_records->push_back(
-        {m_outputDirectory + u'/' + input.baseName() + u".xml"_s, QString(), contentsText(*m_contents)});
+    const std::string contents = contentsText(*m_contents);
+    const std::string_view part = contents;
+    m_output->add({input.baseName().toStdString() + ".xml", QString(), {&part, 1}});
 }
 
 void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
 {
     loadDefinitions(input);
-    ReferencePages pages(input, {.records = *m_records,
+    ReferencePages pages(input, {.output = *m_output,
                                  .contents = *m_contents,
                                  .actions = m_messageMap,
                                  .properties = m_properties,

@@ -33,6 +33,8 @@ namespace tavidoc {
 class ActionNames;
 class Contents;
 class MacroContext;
+class OutputQueue;
+class OutputSink;
 class Properties;
 class XmlPP;
 struct MissingFiles;
@@ -84,6 +86,10 @@ public:
      */
     void run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
              OutputRecords &records, const QString &outputFormat, const QStringList &exclusions);
+    /// The same, but each file goes to \a sink when it is finished, so that a large document is not kept in memory;
+    /// if the run may fail later or read files, then at the end. A run that fails hands nothing out.
+    void run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory, OutputSink &sink,
+             const QString &outputFormat, const QStringList &exclusions);
 
     /*!
      * \h1 DocGen::\this
@@ -136,12 +142,13 @@ public:
     static void searchDirectoriesOnce(bool once);
 
 private:
+    void makeFiles(MacroContext *macros, const Path &input, const QStringList &exclusions);
     void loadDefinitions(const Path &input);
     void documentMarkup(MacroContext *macros, const Path &input);
     void documentHeader(const Path &input, const QStringList &exclusions);
 
     QString m_outputDirectory;
-    OutputRecords *m_records = nullptr; // the caller's
+    OutputQueue *m_output = nullptr; // of the run
     int m_splitFlag = 1;
     int m_baseHeadingLevel = 0;
     QString m_outputFormat = QStringLiteral("html");

@@ -18,6 +18,11 @@ void append(std::string &html, std::initializer_list<std::string_view> pieces)
         html += piece;
 }
 
+std::string_view viewOf(const QByteArray &bytes)
+{
+    return {bytes.constData(), static_cast<std::size_t>(bytes.size())};
+}
+
 /// The beginning of every page, up to its style.
 std::string frameBeginning()
 {
@@ -41,31 +46,43 @@ void appendHeading(std::string &html, int level, std::string_view title)
     append(html, {"</h", tag, ">"});
 }
 
-QByteArray framedPage(std::string_view style, std::string_view title, std::string_view body)
+std::span<const std::string_view> PageText::framed(std::string_view style, std::string_view title,
+                                                   std::string_view body)
 {
     static const std::string beginning = frameBeginning();
     constexpr std::string_view afterTitle =
         "</title>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\" />\n</head>\n<body>\n";
     constexpr std::string_view ending = "</body>\n</html>\n";
-    std::string head = beginning;
-    append(head, {style, "\">", escapedText(title), afterTitle});
-    QByteArray page;
-    // Character references are longer than the characters. The unused part of large memory is never touched.
-    const std::size_t spare = isLarge(body.size()) ? body.size() / 2 : 0;
-    const std::size_t size = head.size() + body.size() + spare + ending.size();
-    page.reserve(static_cast<qsizetype>(size));
-    preferHugePages(page.constData(), body.size());
-    for (const std::string_view part : {std::string_view(head), body, ending})
-        appendLatin1(page, part);
-    return page;
+    m_head.resize(0);
+    for (const std::string_view part : {std::string_view(beginning), style, std::string_view("\">")})
+        appendLatin1(m_head, part);
+    appendLatin1(m_head, escapedText(title));
+    appendLatin1(m_head, afterTitle);
+    m_parts = {viewOf(m_head), encoded(body), ending};
+    return m_parts;
 }
 
-QByteArray barePage(std::string_view body)
+std::span<const std::string_view> PageText::bare(std::string_view body)
 {
-    QByteArray page;
-    page.reserve(static_cast<qsizetype>(body.size()));
-    appendLatin1(page, body);
-    return page;
+    m_parts.front() = encoded(body);
+    return std::span(m_parts).first(1);
+}
+
+std::string_view PageText::encoded(std::string_view body)
+{
+    const std::size_t plain = asciiLength(body);
+    if (plain == body.size())
+        return body;
+    m_body.resize(0);
+    // Character references are longer than the characters. The unused part of large memory is never touched.
+    const auto capacity = static_cast<qsizetype>(isLarge(body.size()) ? body.size() + body.size() / 2 : body.size());
+    if (m_body.capacity() < capacity) {
+        m_body.reserve(capacity);
+        preferHugePages(m_body.constData(), body.size());
+    }
+    m_body.append(body.data(), static_cast<qsizetype>(plain));
+    appendLatin1(m_body, body.substr(plain));
+    return viewOf(m_body);
 }
 
 std::string_view addressStart(std::string_view file)

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -27,11 +28,24 @@ struct IndexGroup
 /// "<h3>Title</h3>" for level 2: the tag number is \a level plus one. \a title is text.
 void appendHeading(std::string &html, int level, std::string_view title);
 
-/// A finished page: \a body, UTF-8 HTML, in its frame. \a title and \a style are text. The
-/// result is ISO 8859-1.
-[[nodiscard]] QByteArray framedPage(std::string_view style, std::string_view title, std::string_view body);
-/// \a body without a frame. The result is ISO 8859-1.
-[[nodiscard]] QByteArray barePage(std::string_view body);
+/// Makes the bytes of finished pages, ISO 8859-1. The results are parts that follow one another; they are valid until
+/// the next page is made, and as long as the body. The memory of a page is used again for the next.
+class PageText
+{
+public:
+    /// The page of \a body, UTF-8 HTML, in its frame. \a title and \a style are text.
+    [[nodiscard]] std::span<const std::string_view> framed(std::string_view style, std::string_view title,
+                                                           std::string_view body);
+    /// The page of \a body without a frame.
+    [[nodiscard]] std::span<const std::string_view> bare(std::string_view body);
+
+private:
+    [[nodiscard]] std::string_view encoded(std::string_view body);
+
+    QByteArray m_head;
+    QByteArray m_body; // unless the body is ASCII, which needs no encoding
+    std::array<std::string_view, 3> m_parts;
+};
 
 /// The prefix of the address of the page file \a file: "./" when a browser would take the text before a ":" for a
 /// scheme, as in "A::B.htm", else empty.

@@ -17,24 +17,6 @@ constexpr bool isAscii(char c)
     return static_cast<unsigned char>(c) < 0x80;
 }
 
-/// The number of ASCII characters that \a text begins with.
-std::size_t asciiLength(std::string_view text)
-{
-    std::size_t length = 0;
-    constexpr std::size_t block = 32; // tested at once
-    while (length + block <= text.size()) {
-        unsigned char bits = 0;
-        for (std::size_t index = 0; index < block; ++index)
-            bits |= static_cast<unsigned char>(text[length + index]);
-        if (bits >= 0x80)
-            break;
-        length += block;
-    }
-    while (length < text.size() && isAscii(text[length]))
-        ++length;
-    return length;
-}
-
 /// Formats without an allocation: pages in other scripts consist of references.
 void appendReference(QByteArray &bytes, char32_t character)
 {
@@ -64,8 +46,30 @@ void appendCharacters(QByteArray &bytes, QStringView characters)
 
 } // namespace
 
+std::size_t asciiLength(std::string_view text)
+{
+    std::size_t length = 0;
+    constexpr std::size_t block = 32; // tested at once
+    while (length + block <= text.size()) {
+        unsigned char bits = 0;
+        for (std::size_t index = 0; index < block; ++index)
+            bits |= static_cast<unsigned char>(text[length + index]);
+        if (bits >= 0x80)
+            break;
+        length += block;
+    }
+    while (length < text.size() && isAscii(text[length]))
+        ++length;
+    return length;
+}
+
 void appendLatin1(QByteArray &bytes, std::string_view text)
 {
+    const std::size_t ascii = asciiLength(text);
+    bytes.append(text.data(), static_cast<qsizetype>(ascii));
+    text.remove_prefix(ascii);
+    if (text.empty())
+        return; // nearly always; a decoder is not free
     QStringDecoder decoder(QStringDecoder::Utf8,
                            QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
     QVarLengthArray<QChar, 256> characters;

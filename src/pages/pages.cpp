@@ -1,16 +1,21 @@
 #include "pages/pages.h"
 
 #include "pages/contents.h"
-#include "pages/html_pages.h"
 
 #include <utility>
 
 namespace tavidoc {
 
-Pages::Pages(HtmlBlocks &blocks, OutputRecords &records, QString outputDirectory, bool framed)
-    : m_blocks(blocks), m_records(records), m_outputDirectory(std::move(outputDirectory)), m_framed(framed)
+namespace {
+
+/// \a name as the name of a file, where a byte order mark at the beginning is dropped.
+std::string_view fileName(std::string_view name)
 {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    return name.starts_with(byteOrderMark) ? name.substr(byteOrderMark.size()) : name;
 }
+
+} // namespace
 
 void Pages::open(std::string_view stem)
 {
@@ -28,10 +33,8 @@ void Pages::openDiscarded()
 void Pages::flush()
 {
     m_blocks.setMode(BlockMode::None);
-    const std::string &body = m_blocks.text();
-    if (!body.empty() && !m_name.empty())
-        m_records.push_back(
-            {filePath(pageFile(m_name)), m_header, m_framed ? framedPage({}, frameTitle(), body) : barePage(body)});
+    if (!m_blocks.text().empty() && !m_name.empty())
+        output(m_name, frameTitle());
     m_blocks.clear();
     m_name.clear();
     m_title.clear();
@@ -43,13 +46,12 @@ void Pages::setHeader(QString header)
     m_header = std::move(header);
 }
 
-QString Pages::filePath(std::string_view name) const
+void Pages::output(std::string_view stem, std::string_view title)
 {
-    QString path = m_outputDirectory;
-    path += u'/';
-    // cppcheck-suppress danglingTemporaryLifetime ; a caller's temporary outlives the call
-    path += QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
-    return path;
+    const std::string file = pageFile(stem);
+    const std::string_view body = m_blocks.text();
+    m_output.add({fileName(file), m_header, m_framed ? m_pageText.framed({}, title, body) : m_pageText.bare(body)});
+    m_blocks.clear();
 }
 
 const std::string &Pages::frameTitle() const

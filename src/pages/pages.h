@@ -1,7 +1,8 @@
 #pragma once
 
 #include "pages/html_blocks.h"
-#include "pages/output_record.h"
+#include "pages/html_pages.h"
+#include "pages/output_queue.h"
 
 #include <QString>
 
@@ -10,7 +11,7 @@
 
 namespace tavidoc {
 
-/// The page that is being built, and the finished pages as records.
+/// The page that is being built; finished pages go to the output.
 class Pages
 {
 public:
@@ -22,14 +23,16 @@ public:
         Discarded, ///< a page is open that will not be written
     };
 
-    /// \a blocks and \a records are borrowed and must outlive the pages. With \a framed, pages are written with their frame.
-    Pages(HtmlBlocks &blocks, OutputRecords &records, QString outputDirectory, bool framed);
+    /// \a blocks and \a output are borrowed and must outlive the pages. With \a framed, pages are written with their frame.
+    Pages(HtmlBlocks &blocks, OutputQueue &output, bool framed) : m_blocks(blocks), m_output(output), m_framed(framed)
+    {
+    }
 
     /// Flushes the page and opens the page \a stem, which must not be empty.
     void open(std::string_view stem);
     /// Flushes the page; the text up to the next page will not be written.
     void openDiscarded();
-    /// Closes the open block and the page, and appends a record if the page has a name and text.
+    /// Closes the open block and the page, and outputs it if it has a name and text.
     void flush();
 
     [[nodiscard]] State state() const { return m_state; }
@@ -43,8 +46,8 @@ public:
     /// The header that the pages document; empty for none.
     void setHeader(QString header);
 
-    /// The file "NAME" under the output directory.
-    [[nodiscard]] QString filePath(std::string_view name) const;
+    /// Outputs the page text as the page \a stem in a frame with the title \a title, and empties it.
+    void output(std::string_view stem, std::string_view title);
 
     static constexpr std::string_view s_untitled = "Untitled";
 
@@ -52,8 +55,8 @@ private:
     [[nodiscard]] const std::string &frameTitle() const;
 
     HtmlBlocks &m_blocks;
-    OutputRecords &m_records;
-    QString m_outputDirectory;
+    OutputQueue &m_output;
+    PageText m_pageText;
     QString m_header;
     bool m_framed;
     State m_state = State::None;

@@ -77,8 +77,8 @@ TEST_P(Faults, EndAsTheyShould)
 INSTANTIATE_TEST_SUITE_P(
     Writing, Faults,
     testing::Values(
-        Fault{"a full disk before the first byte", Needs::Tracer, INJECT("write", "out/two.htm", "error=ENOSPC") RUN, 1,
-              "error: cannot write out/two.htm\n", "one.htm "},
+        Fault{"a full disk before the first byte", Needs::Tracer, INJECT("writev", "out/two.htm", "error=ENOSPC") RUN,
+              1, "error: cannot write out/two.htm\n", "one.htm "},
         // A disk of 3 blocks holds one and a half pages.
         Fault{"a full disk in the middle of a page", Needs::SmallDisk,
               "mkdir out; unshare -rm sh -c 'mount -t tmpfs -o size=12k none out && " RUN
@@ -96,14 +96,23 @@ INSTANTIATE_TEST_SUITE_P(
               "error: cannot write out/two.htm\n", "one.htm "},
         Fault{"an interrupted close", Needs::Tracer, INJECT("close", "out/two.htm", "error=EINTR") RUN, 0, "",
               "one.htm six.htm two.htm "},
-        Fault{"an interrupted write", Needs::Tracer, INJECT("write", "out/two.htm", "error=EINTR:when=1..3") RUN, 0, "",
-              "one.htm six.htm two.htm "},
+        Fault{"an interrupted write", Needs::Tracer, INJECT("writev", "out/two.htm", "error=EINTR:when=1..3") RUN, 0,
+              "", "one.htm six.htm two.htm "},
         Fault{"a file that may not grow", Needs::Nothing, "ulimit -f 2; " RUN, 1, "error: cannot write out/one.htm\n",
               ""},
         Fault{"an icon that may not grow", Needs::Nothing,
               "printf '\\134split{one}\\n\\134icon{BrowserBack}' > doc.dg; "
               "ulimit -f 0; " RUN "; s=$?; ls -A out/images >&2; exit $s",
               1, "error: cannot write out/images/BrowserBack.png\n", ""},
+        Fault{"an icon that fails after a finished page", Needs::Nothing,
+              "mkdir out; echo text > out/images; printf "
+              "'\\134split{one}\\nx\\n\\134split{two}\\n\\134icon{BrowserBack}' "
+              "> doc.dg; " RUN,
+              1, "error: cannot write out/images/BrowserBack.png\n", "images (cut off) "},
+        Fault{"a page that shows an earlier version of another", Needs::Nothing,
+              "mkdir out; echo old > out/one.htm; printf '\\134split{one}\\nx\\n\\134split{two}\\n\\134copyin "
+              "out/one.htm\\n' > doc.dg; " RUN "; s=$?; grep -h old out/two.htm >&2; exit $s",
+              0, "old\n", "one.htm two.htm "},
         Fault{"an icon that cannot be renamed", Needs::Tracer,
               "printf '\\134split{one}\\n\\134icon{BrowserBack}' > doc.dg; "
               "$strace -e trace=/rename -e inject=/rename:error=EACCES " RUN "; s=$?; ls -A out/images >&2; exit $s",
@@ -117,14 +126,14 @@ INSTANTIATE_TEST_SUITE_P(
                     Fault{"an output directory that cannot be made", Needs::Nothing, "$tavidoc -o /proc/none doc.dg", 1,
                           "error: cannot open /proc/none/one.htm\n", ""},
                     Fault{"an output directory that disappears", Needs::Tracer,
-                          "$strace -P out/two.htm -e trace=openat -e inject=openat:error=ENOENT " RUN, 1,
+                          "$strace -P two.htm -e trace=openat -e inject=openat:error=ENOENT " RUN, 1,
                           "error: cannot open out/two.htm\n", "one.htm "},
                     Fault{"a page that is a directory", Needs::Nothing, "mkdir -p out/two.htm; " RUN, 1,
                           "error: cannot open out/two.htm\n", "one.htm "},
                     Fault{"a page that is a pipe without a reader", Needs::Nothing,
                           "mkdir out; mkfifo out/two.htm; " RUN, 0, "", "one.htm six.htm two.htm "},
                     Fault{"too many open files", Needs::Tracer,
-                          "$strace -P out/one.htm -e trace=openat -e inject=openat:error=EMFILE " RUN, 1,
+                          "$strace -P one.htm -e trace=openat -e inject=openat:error=EMFILE " RUN, 1,
                           "error: cannot open out/one.htm\n", ""},
                     Fault{"two runs at once", Needs::Nothing,
                           "for n in 1 2 3 4 5 6 7 8; do " RUN " & a=$!; " RUN " || exit; wait $a || exit; done", 0, "",

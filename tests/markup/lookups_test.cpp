@@ -1,4 +1,5 @@
 #include "definitions/xml_tree_reader.h"
+#include "markup/file_commands.h"
 #include "markup/page_titles.h"
 #include "markup/translator.h"
 
@@ -43,7 +44,10 @@ std::string translated(std::string_view markup)
     std::string paragraphTag;
     HtmlBlocks blocks(paragraphTag);
     OutputRecords records;
-    Pages pages(blocks, records, u"out"_s, false);
+    OutputRecorder recorder(records, u"out"_s);
+    OutputQueue output(recorder);
+    output.release();
+    Pages pages(blocks, output, false);
     Contents contents;
     const TitleLists titles;
     const CrossReferences references(titles, nullptr);
@@ -65,6 +69,14 @@ std::string translated(std::string_view markup)
 }
 
 } // namespace
+
+TEST(FileCommands, AreFoundBeforeTranslation)
+{
+    for (const char *text : {"\\icon{A}", "a \\b{\\present x}", "\\copyin x", "\\\\this", "\\ic\\thison"})
+        EXPECT_TRUE(mayUseFiles(text)) << text;
+    for (const char *text : {"", "\\", "icon", "\\item \\this \\xref{\\this}", "\\pre \\i{con} \\this"})
+        EXPECT_FALSE(mayUseFiles(text)) << text;
+}
 
 TEST(Lookups, AreEscapedAndPutTogether)
 {

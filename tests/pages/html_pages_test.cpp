@@ -6,9 +6,23 @@
 
 using namespace tavidoc;
 
+namespace {
+
+std::string joined(std::span<const std::string_view> parts)
+{
+    std::string text;
+    for (const std::string_view part : parts)
+        text += part;
+    return text;
+}
+
+} // namespace
+
 TEST(HtmlPages, FrameAroundAPage)
 {
-    const std::string page = framedPage("s", "A &lt; \xC2\xB7", "b\xC3\xA9\xE2\x82\xAC").toStdString();
+    PageText text;
+    const std::string page = joined(text.framed("s", "A &lt; \xC2\xB7", "b\xC3\xA9\xE2\x82\xAC"));
+    EXPECT_EQ(joined(text.framed("s", "A &lt; \xC2\xB7", "b\xC3\xA9\xE2\x82\xAC")), page) << "made again";
     const std::size_t bannerEnd = page.find("-->\n");
     ASSERT_TRUE(page.starts_with("<html>\n<!--\n//") && bannerEnd != std::string::npos);
     const std::string banner = page.substr(12, bannerEnd - 12);
@@ -22,8 +36,10 @@ TEST(HtmlPages, FrameAroundAPage)
 
 TEST(HtmlPages, CharactersBeyondLatin1AreReferences)
 {
-    EXPECT_EQ(barePage("\xEF\xBB\xBF\xC3\xBF\xC4\x80 \xF0\x9F\x98\x80"), "&#xfeff;\xFF&#x100; &#x1f600;");
-    EXPECT_EQ(barePage("\xE2\x80 ab\xC2"), "&#xfffd;&#xfffd; ab&#xfffd;") << "bytes of a character that is cut off";
+    PageText page;
+    EXPECT_EQ(joined(page.bare("\xEF\xBB\xBF\xC3\xBF\xC4\x80 \xF0\x9F\x98\x80")), "&#xfeff;\xFF&#x100; &#x1f600;");
+    EXPECT_EQ(joined(page.bare("\xE2\x80 ab\xC2")), "&#xfffd;&#xfffd; ab&#xfffd;")
+        << "bytes of a character that is cut off";
 }
 
 TEST(HtmlPages, IndexOfPagesUnderCaptions)
