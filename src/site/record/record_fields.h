@@ -65,6 +65,13 @@ void describe(auto &fields, OneOf<RecordImage> auto &image)
     fields("place", image.place);
 }
 
+void describe(auto &fields, OneOf<RecordListing> auto &listing)
+{
+    fields("offset", listing.offset);
+    fields("length", listing.length);
+    fields("language", listing.language);
+}
+
 void describe(auto &fields, OneOf<RecordTerm> auto &term)
 {
     fields("text", term.text);
@@ -89,6 +96,7 @@ void describe(auto &fields, OneOf<RecordPage> auto &page)
     fields("images", page.images);
     fields("terms", page.terms);
     fields("excerpt", page.excerpt);
+    fields("listings", page.listings);
 }
 
 void describe(auto &fields, OneOf<RecordEntry> auto &entry)

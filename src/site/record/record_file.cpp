@@ -30,16 +30,21 @@ bool isValid(const RecordPlace &place, const Record &record)
     return place.file < record.files.size() || (place.file == 0 && place.line == 0);
 }
 
-/// Whether \a parts, which are links or images of a page, are in order, disjoint and within its body.
-template <typename Parts> bool areInOrder(const Parts &parts, const RecordPage &page, const Record &record)
+/// Whether \a parts, which are links, images or listings of a page, are in order, disjoint and within its body.
+template <typename Parts> bool areInOrder(const Parts &parts, const RecordPage &page)
 {
     std::uint64_t end = 0;
     for (const auto &part : parts) {
-        if (part.offset < end || !isWithin(part.offset, part.length, page.bodyLength) || !isValid(part.place, record))
+        if (part.offset < end || !isWithin(part.offset, part.length, page.bodyLength))
             return false;
         end = part.offset + part.length;
     }
     return true;
+}
+
+template <typename Parts> bool arePlacesValid(const Parts &parts, const Record &record)
+{
+    return std::ranges::all_of(parts, [&](const auto &part) { return isValid(part.place, record); });
 }
 
 bool areHeadingsValid(const RecordPage &page)
@@ -56,7 +61,8 @@ bool areHeadingsValid(const RecordPage &page)
 bool isValid(const RecordPage &page, const Record &record, std::uint64_t bodiesSize)
 {
     return isWithin(page.bodyOffset, page.bodyLength, bodiesSize) && isValid(page.place, record) &&
-           areHeadingsValid(page) && areInOrder(page.links, page, record) && areInOrder(page.images, page, record);
+           areHeadingsValid(page) && areInOrder(page.links, page) && arePlacesValid(page.links, record) &&
+           areInOrder(page.images, page) && arePlacesValid(page.images, record) && areInOrder(page.listings, page);
 }
 
 bool areEntriesValid(const Record &record)
