@@ -188,10 +188,13 @@ bool SourceBrowserDeclarationParser::endsWithSection(const Token &colon)
     return true;
 }
 
-/// Whether \a keyword, which C lacks, is a name: it is after a type and before a token that follows a declarator.
+/// Whether \a keyword, which C lacks, is a name: it is after a type and before a token that follows a declarator, or it
+/// is the tag of a structure.
 bool SourceBrowserDeclarationParser::isName(const Token &keyword)
 {
     if (m_pending.tokens.empty() || m_pending.parentheses > 0)
+    if (m_pending.endsWith(Struct) || m_pending.endsWith(Union))
+        return isKeywordOfCPlusPlus(keyword);
         return false;
     const Token &before = m_pending.tokens.back();
     if (!before.isIdentifier() && !before.is('*') && !before.is('&') && !before.is(','))

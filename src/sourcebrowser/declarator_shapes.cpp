@@ -42,6 +42,24 @@ bool SourceBrowserDeclaratorReader::isNestedDeclarator(Index open, Index end) co
     return (at == close || token(at).is(')')) && after == '(' && wrappedArguments(close + 1) < 0;
 }
 
+/// Whether the group at \a open, after a type, holds only a declared name, as in `int (name)[3]`, or a function, as in
+/// `int *(name(int))`.
+bool SourceBrowserDeclaratorReader::isNameInParentheses(Index open, Index end) const
+{
+    if (open == 0 || token(open - 1).is(')'))
+        return false;
+    const int after = code(afterGroup(open), end);
+    if (token(open).match >= end || (after != 0 && after != ')' && after != '[' && after != '=' && after != ':'))
+        return false;
+    Index at = open + 1;
+    while (code(at, end) == '(')
+        ++at;
+    const Index stop = chainEnd(at, end);
+    if (stop == at || !isWord(token(stop - 1)))
+        return false;
+    return token(code(stop, end) == '(' ? afterGroup(stop) : stop).is(')');
+}
+
 /// Whether the group at \a open is that of a macro call which is the type of a name in parentheses: `TYPE(x) (min)()`.
 bool SourceBrowserDeclaratorReader::isTypeBeforeName(Index open, Index end) const
 {
@@ -55,7 +73,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readShape(In
                                                                               bool isArgument)
 {
     int nesting = 0;
-    at = readPointers(at, end, shape, nesting);
+    at = readPointers(at, end, shape, nesting, isArgument);
     if (shape.nameBegin < 0 && at < end && (isWord(token(at)) || token(at).is(Scope)))
         at = readName(at, end, shape);
     else if (code(at, end) == Operator)
@@ -64,7 +82,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readShape(In
 }
 
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readPointers(Index at, Index end, Shape &shape,
-                                                                                 int &nesting)
+                                                                                 int &nesting, bool isArgument)
 {
     while (at < end) {
         const Token &here = token(at);
@@ -82,7 +100,8 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readPointers
             ++at;
             if (at < end && !isPointer(token(at)) && !token(at).is(')') && !token(at).is('(') && !token(at).is('['))
                 shape.prefix += u' ';
-        } else if (here.is('(') && isNestedDeclarator(at, end)) {
+        } else if (here.is('(') && ((nesting > 0 && token(at - 1).is('(')) || isNestedDeclarator(at, end) ||
+                                    (!isArgument && isNameInParentheses(at, end)))) {
             shape.prefix += u'(';
             ++nesting;
             ++at;
@@ -185,7 +204,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
             shape.suffix += sourceText(range(at, after));
             isFresh = false;
             at = after;
-        } else if (here.is('(') && isFresh && (code(at + 1, end) == Number || code(at + 1, end) == String)) {
+        } else if (here.is('(') && isFresh && beginsValue(code(at + 1, end))) {
             at = after; // a value
             isFresh = false;
         } else if (here.is('(')) {
@@ -290,6 +309,19 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
     }
     for (const Token &part : range(begin + 1, shape.nameEnd))
         declarator.name += part.text;
+}
+
+/// Whether the name is that of a conversion: `operator int`.
+bool SourceBrowserDeclaratorReader::isConversion(const Shape &shape) const
+{
+    Index at = shape.nameBegin;
+    while (at < shape.nameEnd && !token(at).is(Operator))
+        ++at;
+    if (at + 1 >= shape.nameEnd)
+        return false;
+    const Token &type = token(at + 1);
+    return !type.isPunctuation() && !type.is(String) && !type.is(Skipped) && type.word != Word::Statement &&
+           type.text != u"co_await";
 }
 
 /// Reads what follows the declarator: qualifiers and "= 0" of a function, the width of a bit

@@ -29,6 +29,15 @@ bool endsInComparison(QStringView text)
     return isLess && text.endsWith(u' ');
 }
 
+/// Whether the last word of \a text has a meaning of its own, as "const".
+bool endsInKeyword(QStringView text)
+{
+    qsizetype begin = text.size();
+    while (begin > 0 && isWordCharacter(text[begin - 1]))
+        --begin;
+    return wordEntry(text.sliced(begin)) != nullptr;
+}
+
 /// Whether a blank belongs between the end of \a text and \a token in the text of a type.
 bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
 {
@@ -41,6 +50,8 @@ bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
         return last != u'*' && last != u'&' && last != u'(' && last != u':' && last != u'^';
     if (first == u'(')
         return (isWordCharacter(last) || last == u',') && token.blankBefore;
+    if (token.is(Scope))
+        return token.blankBefore && endsInKeyword(text); // "struct ::a", but not "a :: b"
     if (first == u'.')
         return last == u',' || (token.blankBefore && isWordCharacter(last));
     return token.blankBefore && (isArithmetic(first) || ((first == u'<' || first == u'>') && token.match < 0));

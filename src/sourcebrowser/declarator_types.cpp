@@ -78,14 +78,6 @@ bool isTypeOfCPlusPlus(QStringView text)
     return text == u"bool" || text == u"wchar_t" || text == u"char8_t" || text == u"char16_t" || text == u"char32_t";
 }
 
-/// Whether \a token is a keyword that is part of no type in C.
-bool isKeywordOfCPlusPlus(const Token &token)
-{
-    return token.is(Class) || token.is(Public) || token.is(Protected) || token.is(Private) || token.is(Virtual) ||
-           token.is(Friend) || token.is(Using) || token.is(Operator) || token.is(Template) || token.is(Throw) ||
-           token.is(Namespace);
-}
-
 /// Whether \a token, between \a before and \a next, is a name although C++ reserves it.
 bool isNameHere(const Token &token, const Token &before, int next, bool isTypedef)
 {
@@ -266,8 +258,13 @@ QString SourceBrowserDeclaratorReader::specifierText() const
                              static_cast<int>(index) == chosen || (hasType && completesType(index));
         if (!belongs)
             continue;
-        for (const Token &part : range(item.begin, item.end))
-            appendToType(text, part);
+        for (Index at = item.begin; at < item.end; ++at) {
+            const Token &part = token(at);
+            if (part.is('[') && code(at + 1, item.end) == '[') // an attribute
+                at = afterGroup(at) - 1;
+            else
+                appendToType(text, part);
+        }
     }
     return text;
 }

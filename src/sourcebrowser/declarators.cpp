@@ -69,7 +69,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::readOne(Index begin, Inde
                      token(at).is(Scope) || token(at).is(Ellipsis) || (isWord(token(at)) && shape.nameBegin < 0));
     if (shape.nameBegin < 0 && !nameFollows)
         nameFromItems(shape, isArgument);
-    m_specifiers = isConstructor(shape) ? QString() : specifierText();
+    m_specifiers = isTypeless(shape) ? QString() : specifierText();
     if (shape.nameBegin < 0 || shape.arguments < 0)
         at = shape.nameBegin < 0 ? readShape(at, end, shape, isArgument) : readSuffixes(at, end, shape, 0, isArgument);
     else if (!shape.isFunction)
@@ -103,8 +103,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(In
                 at = std::min(afterGroup(at), end);
             m_items.push_back({Item::Type, begin, at});
         } else if (isTag(here)) {
-            at = chainEnd(skipAttributes(at + 1, end), end);
-            m_items.push_back({Item::Type, begin, at});
+            at = readTag(at, end, isArgument);
         } else if (here.is(Operator)) {
             at = readOperator(at, at, end, shape);
         } else if (here.is('~') && code(at + 1, end) == Identifier) {
@@ -121,6 +120,30 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readItems(In
         }
     }
     return at;
+}
+
+/// Reads `struct tag`. A macro between is left out: `struct API tag *`, `struct ALIGNED(8) tag name`.
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTag(Index at, Index end, bool isArgument)
+{
+    m_items.push_back({Item::Type, at, at + 1});
+    const Index begin = skipAttributes(at + 1, end);
+    Index stop = chainEnd(begin, end);
+    Index name = begin;
+    if (stop - begin == 1 && stop < end && looksLikeMacro(begin)) {
+        const bool isCall = token(stop).is('(');
+        const Index after = isCall ? std::min(afterGroup(stop), end) : stop;
+        const Index afterTag = chainEnd(after, end);
+        if (afterTag > after && afterTag < end && !looksLikeMacro(after) &&
+            (isPointer(token(afterTag)) || (isWord(token(afterTag)) && !looksLikeMacro(afterTag)))) {
+            name = after;
+            stop = afterTag;
+        } else if (isCall && after < end && (isArgument || isPointer(token(after)))) {
+            stop = after; // "struct TAG(x) *"
+        }
+    }
+    if (stop > name)
+        m_items.push_back({Item::Type, name, stop});
+    return stop;
 }
 
 SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::beginArguments(Index at, Index end, Shape &shape)
@@ -175,6 +198,11 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         shape.nameEnd = stop;
         return end;
     }
+    if (isArgument && argumentIsFunction(at, stop, end)) {
+        shape.nameBegin = at;
+        shape.nameEnd = stop;
+        return stop;
+    }
     if (!isArgument && callIsName(at, stop, end)) {
         shape.nameBegin = at;
         shape.nameEnd = stop;
@@ -200,8 +228,7 @@ const SourceBrowserDeclaratorReader::Counts &SourceBrowserDeclaratorReader::coun
 /// Whether the name at \a begin is a variable and the group at \a open its value.
 bool SourceBrowserDeclaratorReader::isInitialised(Index begin, Index open, Index end)
 {
-    const int inside = code(open + 1, end);
-    if ((inside != Number && inside != String) || afterGroup(open) < end || looksLikeMacro(begin))
+    if (!beginsValue(code(open + 1, end)) || afterGroup(open) < end || looksLikeMacro(begin))
         return false;
     return counts().types > 0 ? counts().words == 0 : counts().ownWords == 1;
 }
@@ -212,8 +239,7 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
 {
     const Index close = token(open).match;
     const bool isMacro = looksLikeMacro(begin);
-    const int inside = code(open + 1, end);
-    if (inside == String || inside == Number)
+    if (beginsValue(code(open + 1, end)))
         return false;
     const Counts &before = counts();
     const bool hasType = before.types > 0;
@@ -236,10 +262,23 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
     return !typeFollows && (!isMacro || m_lastStrong < close);
 }
 
-/// Whether the function has the name of its class and only macros before it.
-bool SourceBrowserDeclaratorReader::isConstructor(const Shape &shape) const
+/// Whether the name at \a begin, in an argument, is that of a function: `int compare(int, int)`.
+bool SourceBrowserDeclaratorReader::argumentIsFunction(Index begin, Index open, Index end)
 {
-    if (m_className.isEmpty() || !shape.isFunction || shape.nameBegin < 0 || token(shape.nameBegin).text != m_className)
+    if (looksLikeMacro(begin) || beginsValue(code(open + 1, end)))
+        return false;
+    const Counts &before = counts();
+    return before.types > 0 ? before.ownWords == 0 : before.words > 0 && before.ownWords <= 1;
+}
+
+/// Whether the function has no type, so that what precedes it is macros: a destructor, a conversion, or a constructor.
+bool SourceBrowserDeclaratorReader::isTypeless(const Shape &shape) const
+{
+    if (!shape.isFunction || shape.nameBegin < 0)
+        return false;
+    if (shape.nameEnd - shape.nameBegin > 1 && (token(shape.nameEnd - 2).is('~') || isConversion(shape)))
+        return true;
+    if (m_className.isEmpty() || token(shape.nameBegin).text != m_className)
         return false;
     return std::all_of(m_items.begin(), m_items.end(), [this](const Item &item) {
         return item.kind == Item::Call || (item.kind == Item::Plain && looksLikeMacro(item.begin));

@@ -102,13 +102,15 @@ private:
     // The words before the declarator: declarators.cpp.
     SourceBrowserDeclarator readOne(Index begin, Index end, bool isArgument);
     Index readItems(Index at, Index end, Shape &shape, bool isArgument);
+    Index readTag(Index at, Index end, bool isArgument);
     Index wordOrCall(Index at, Index end, Shape &shape, bool isArgument);
     Index beginArguments(Index at, Index end, Shape &shape);
     const Counts &counts();
-    [[nodiscard]] bool isConstructor(const Shape &shape) const;
+    [[nodiscard]] bool isTypeless(const Shape &shape) const;
     void nameFromItems(Shape &shape, bool isArgument);
     [[nodiscard]] bool isInitialised(Index begin, Index open, Index end);
     [[nodiscard]] bool callIsName(Index begin, Index open, Index end);
+    [[nodiscard]] bool argumentIsFunction(Index begin, Index open, Index end);
 
     // Which of the words are the type: declarator_types.cpp.
     static void readWordsAsNames(std::vector<Token> &tokens, bool isTypedef);
@@ -124,7 +126,7 @@ private:
 
     // The declarator itself: declarator_shapes.cpp.
     Index readShape(Index at, Index end, Shape &shape, bool isArgument);
-    Index readPointers(Index at, Index end, Shape &shape, int &nesting);
+    Index readPointers(Index at, Index end, Shape &shape, int &nesting, bool isArgument);
     Index readName(Index at, Index end, Shape &shape);
     Index readOperator(Index begin, Index at, Index end, Shape &shape);
     Index readSuffixes(Index at, Index end, Shape &shape, int nesting, bool isArgument);
@@ -132,7 +134,9 @@ private:
     SourceBrowserDeclarator finish(const QString &specifiers, Shape &shape, Index at, Index end, bool isArgument);
     SourceBrowserType returnType(Index begin, Index end);
     void setName(const Shape &shape, SourceBrowserDeclarator &declarator) const;
+    [[nodiscard]] bool isConversion(const Shape &shape) const;
     [[nodiscard]] bool isNestedDeclarator(Index open, Index end) const;
+    [[nodiscard]] bool isNameInParentheses(Index open, Index end) const;
     [[nodiscard]] bool isTypeBeforeName(Index open, Index end) const;
     [[nodiscard]] bool isPointerAhead(Index at, Index end) const;
 

@@ -118,6 +118,22 @@ struct SourceBrowserTokenRecord
     return token.isIdentifier() && (token.word == Word::Plain || token.word == Word::Suffix);
 }
 
+/// Whether \a token is a keyword that is part of no type in C.
+[[nodiscard]] inline bool isKeywordOfCPlusPlus(const SourceBrowserTokenRecord &token)
+{
+    using namespace SourceBrowserToken;
+    return token.is(Class) || token.is(Public) || token.is(Protected) || token.is(Private) || token.is(Virtual) ||
+           token.is(Friend) || token.is(Using) || token.is(Operator) || token.is(Template) || token.is(Throw) ||
+           token.is(Namespace);
+}
+
+/// Whether a token of \a code, after a "(", begins a value and no declaration: `int a(3)`, `int b(-c)`.
+[[nodiscard]] inline bool beginsValue(int code)
+{
+    using namespace SourceBrowserToken;
+    return code == Number || code == String || code == '-' || code == '+' || code == '!' || code == '~';
+}
+
 /// Whether \a token makes a pointer, a reference or a block of what precedes it.
 [[nodiscard]] inline bool isPointer(const SourceBrowserTokenRecord &token)
 {

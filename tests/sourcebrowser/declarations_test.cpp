@@ -74,7 +74,19 @@ INSTANTIATE_TEST_SUITE_P(
             "x = unsigned long long x ; y = unsigned long long y ; z = unsigned long long z"},
         Row{u"int old(a, b) int a; char *b; { return 0; } int next;", "old = int old(a, b) ; next = int next"},
         Row{u"int f(void (*)(int), int (int), char a[static 3], char *const *v);",
-            "f = int f(void (*)(int), int (int), char a[static 3], char *const *v)"}));
+            "f = int f(void (*)(int), int (int), char a[static 3], char *const *v)"},
+        Row{u"int a[1], (b), ((c))[3], *(d), (e) = 1; int ((f))(int), (*(g))(int), (h(int)), *(i(int)); T *(j); f (k);",
+            "f = int f(int) ; h = int h(int) ; i = int *i(int) ; a = int a[1] ; b = int b ; c = int c[3] ; d = int *d "
+            "; "
+            "e = int e ; g = int (*g)(int) ; j = T *j"},
+        Row{u"int a(-1), b(+c, 2); T d(!e); static const int f(~1); int (*g)(int){0}, h; int i(T);",
+            "i = int i(T) ; a = int a ; b = int b ; d = T d ; f = const int f ; g = int (*g)(int) ; h = int h"},
+        Row{u"void f(int a(int), T b(T), HANDLE c(void), T CALLBACK d(), T *e(int) = 0, int UNUSED(g), T h unused(i));",
+            "f = void f(int a(int), T b(T), HANDLE c(void), T d(void), T *e(int), int, T h)"},
+        Row{u"struct [[x]] a b; struct ::c d; const ::e::F g; T [[x]] h; i<const ::j> k; l :: m n; void o(struct ::p "
+            u"q);",
+            "o = void o(struct ::p q) ; b = struct a b ; d = struct ::c d ; g = const ::e::F g ; h = T h ; "
+            "k = i<const ::j> k ; n = l::m n"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Macros, Declarations,
@@ -90,6 +102,13 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"int f OF((int a)); typedef int (*g) OF((void));", "f = int f(int a) ; g = typedef int (*g)(void)"},
         Row{u"extern int REDIRECT (f, (int a), other); extern FILE *__REDIRECT (g, (int a), other) __wur;",
             "f = int f(int a) ; g = FILE *g(int a)"},
+        Row{u"BOOL REDIRECT(a, (int)); AA(x) HANDLE REDIRECT(b, (int), c);\nBEGIN FOO(d, (int))\nint e;",
+            "a = BOOL a(int) ; b = HANDLE b(int) ; e = int e"},
+        Row{u"struct API a *f(int b), c; struct d API *g; struct API e h(); struct FOO *i, j; enum DECL(1) k l(void);"
+            u" struct DECL(1) m *n(int o) { } struct DECL(p) *q; void r(struct DECL(1) s *, struct DECL(1) t);",
+            "f = struct a *f(int b) ; h = struct e h(void) ; l = enum k l(void) ; n = struct m *n(int o) ; "
+            "r = void r(struct s *, struct DECL(1) t) ; c = struct a c ; g = struct d *g ; i = struct FOO *i ; "
+            "j = struct FOO j ; q = struct DECL(p) *q"},
         Row{u"extern FILE *out ATTRIBUTE(3); int errors ALIGNED;", "errors = int errors ; out = FILE *out"},
         Row{u"typedef void (WINAPI *call)(int); typedef int (API call2)(int);",
             "call = typedef void (*call)(int) ; call2 = typedef int call2(int)"},
@@ -117,6 +136,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"struct s { int export, mutable, this; int new : 3; bool bool; };",
             "s ; s.bool = bool bool ; s.export = int export ; s.mutable = int mutable ; s.new = int new : 3 ; "
             "s.this = int this"},
+        Row{u"struct class *f(struct class *a, union template b); struct private { struct class *c; };",
+            "private ; f = struct class *f(struct class *a, union template b) ; private.c = struct class *c"},
         Row{u"void *new(size_t size); void delete(void *p); int concept(int); int f(int a), *static_assert;",
             "concept = int concept(int) ; delete = void delete(void *p) ; f = int f(int a) ; "
             "new = void *new(size_t size) ; static_assert = int *static_assert"},
@@ -180,6 +201,12 @@ INSTANTIATE_TEST_SUITE_P(
             u"int c;\n F\n A(x)\n BOOL f(HANDLE h);\n G\n Q_SIGNALS:\n void s();\n A(x)\n W();\n A(x)\n B\n};\nint z;",
             "W ; W.W = W(void) ; W.a = int a(void) ; W.f = BOOL f(HANDLE h) ; W.s = void s(void) ; W.b = int b ; "
             "W.c = int c ; z = int z"},
+        Row{u"class C {\nA(x)\n~C();\nA(x)\nB\noperator int(); API virtual operator bool() const; API void *operator "
+            u"new(size_t);"
+            u"\nA(x)\nmine:\nint a;\nB\nyours:\nint b;\nUINT\nc : 3;\nUINT\nd : N;\n}; API C::~C() { }",
+            "C ; C.operator bool = operator bool(void) ; C.operator int = operator int(void) ; "
+            "C.operator new = void *operator new(size_t) ; C.~C = ~C(void) ; C.a = int a ; C.b = int b ; "
+            "C.c = UINT c : 3 ; C.d = UINT d : N"},
         Row{u"G_BEGIN_DECLS\nUV_TYPES\n\nint f(void);\nA(x)\nB\nnamespace n { int k; }\nA(x)\nB\n\nBOOL g(void);\nB "
             u"A(x)",
             "n ; f = int f(void) ; g = BOOL g(void) ; n.k = int k"},

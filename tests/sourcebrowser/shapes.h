@@ -9,6 +9,7 @@
 #define EXTERN(type) extern type
 #define ALIAS(name, arguments, other) name arguments __asm__(#other)
 #define NONNULL(...) __attribute__((nonnull(__VA_ARGS__)))
+#define PACKED(size) __attribute__((aligned(size)))
 
 struct point
 {
@@ -47,6 +48,9 @@ unsigned volatile long int static_order(signed char a, long long unsigned b, dou
 extern int number, *pointer, numbers[3], (*array_pointer)[5];
 extern int (*(*pointers_to_functions[3])(void))(int);
 extern const char *const names[], *volatile current;
+extern int(in_parentheses), *(pointer_in_parentheses), ((twice))[2];
+int *(function_in_parentheses(int first));
+void takes_functions(int compare(const void *, const void *), struct point origin(void), void (*then)(word end));
 extern enum colour colours[BLUE + 1];
 
 // Names that C++ reserves, and types that macros make.
@@ -57,5 +61,6 @@ extern int new, *export, typename[3];
 typedef LINKED(point) linked;
 typedef unsigned WIDE wide;
 EXTERN(BOOL) made(linked *export, LINKED(point) * second, unsigned WIDE CALL third);
+struct PACKED(8) tagged *tag_after_macro(struct point value);
 API BOOL CALL converted(const LINKED(point) CALL *first);
 extern char *ALIAS(renamed, (int a, ...), other_name);
