@@ -115,6 +115,7 @@ private:
     void afterBody(const Context &closed, const Token &brace);
     void continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed, const Token &brace);
     [[nodiscard]] bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
+    [[nodiscard]] bool startsAnother(const Token &token);
     [[nodiscard]] SourceBrowserClassHead head() const;
     SourceBrowserContainer *merge(std::unique_ptr<SourceBrowserContainer> container);
 

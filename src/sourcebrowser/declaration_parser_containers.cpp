@@ -111,6 +111,18 @@ void SourceBrowserDeclarationParser::afterBody(const Context &closed, const Toke
 /// Reads the declarators of the type \a object, whose text is \a type.
 void SourceBrowserDeclarationParser::continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed,
                                                    const Token &brace)
+/// Whether \a token, after the "}" of a type, begins another declaration, so that the ";" between is missing.
+bool SourceBrowserDeclarationParser::startsAnother(const Token &token)
+{
+    if (token.word == Word::BasicType) {
+        const Token next = m_stream.peek();
+        return !next.is(';') && !next.is(','); // "typedef enum {...} bool;" names a type in C
+    }
+    return token.is(Typedef) || token.is(Extern) || token.is(Struct) || token.is(Class) || token.is(Enum) ||
+           token.is(Template) || token.is(Using) || token.is(Namespace) || token.is(Public) || token.is(Private) ||
+           token.is(Protected);
+}
+
 {
     m_composedType = type;
     Token composed = brace;
@@ -123,12 +135,7 @@ void SourceBrowserDeclarationParser::continueAfter(SourceBrowserObject &object, 
     bool goesOn = true;
     while (goesOn) {
         const Token token = m_stream.next();
-        // A body that ends without ";": what follows on a new line is another declaration.
-        const bool startsAnother = m_pending.tokens.size() == 1 &&
-                                   (token.is(Typedef) || token.is(Extern) || token.is(Struct) || token.is(Class) ||
-                                    token.is(Enum) || token.is(Template) || token.is(Using) || token.is(Namespace) ||
-                                    token.is(Public) || token.is(Private) || token.is(Protected));
-        if (startsAnother) {
+        if (m_pending.tokens.size() == 1 && startsAnother(token)) {
             m_stream.giveBack(token);
             finish();
             break;

@@ -80,8 +80,10 @@ void SourceBrowserTokenStream::skipGroup(const Token &opener)
         const Token token = nextAny();
         nesting += token.is(opener.code) - token.is(closer);
         braces += token.is('{') - token.is('}');
-        if (token.is(EndOfInput) || (token.is(';') && braces <= 0))
+        if (token.is(EndOfInput) || (token.is(';') && braces <= 0)) {
+            giveBack(token);
             break;
+        }
         noteConditional(token);
     }
     m_scanner.setKeywordFree(false);

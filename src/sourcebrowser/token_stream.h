@@ -46,7 +46,7 @@ public:
     void releaseLines();
 
     /// Skips to the closer of \a opener, which was read last. A group in parentheses or square brackets that is
-    /// never closed ends at a ";".
+    /// never closed ends before a ";".
     void skipGroup(const Token &opener);
     /// Skips to the next ")".
     void skipParenthesis();

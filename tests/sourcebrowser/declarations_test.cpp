@@ -340,6 +340,18 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"#if A\nint f(int a) {\n#else\nint g(void) {\n#endif\n} int h;",
             "f = int f(int a) ; g = int g(void) ; h = int h"},
         Row{u"#ifdef A\nstruct a {\n#else\nstruct b {\n#endif\nint x; };\nint y;", "a ; b ; b.x = int x ; y = int y"},
+        Row{u"#if A\nclass A : B {\n#elif B\nclass C {\n#else\nclass D {\n#endif\nA(); C(int); D(); e();\n};\nclass F "
+            u"{ A(); };",
+            "A ; C ; D ; F ; D.A = A(void) ; D.C = C(int) ; D.D = D(void)"},
+        Row{u"#if A\nclass A : public B\n#else\ntemplate <> struct API C<D>\n#endif\n{\nA(int); explicit "
+            u"C();\nF();\n};\n#if "
+            u"A\nstruct a x\n#else\nstruct b x\n#endif\n;",
+            "C ; C.A = A(int) ; C.C = C(void) ; x = struct a x ; x = struct b x"},
+        Row{u"int a = b(1; int c; int d = e[2; class F { F() : g(1; int h; }; using i = j(k; int l;",
+            "F ; F.F = F(void) ; F.h = int h ; a = int a ; c = int c ; d = int d ; l = int l"},
+        Row{u"struct a { }\nint b; enum c { D }\nint e; struct { int f; }int g; typedef enum { H } bool;",
+            "(Anonymous) ; a ; (Anonymous).f = int f ; b = int b ; e = int e ; g = int g ; c = typedef enum { D } c ; "
+            "bool = typedef enum { H } bool"},
         Row{u"#ifdef A\nint f(void) {\n#endif\nint g(void);\nint h;", "f = int f(void) ; g = int g(void) ; h = int h"},
         Row{u"struct a {\n int x;\n\ntypedef int y;\nint z;", "a ; a.x = int x ; y = typedef int y ; z = int z"},
         Row{u"int f(int a\n#if X\n, int b\n#else\n, long c\n#endif\n); int d;", "f = int f(int a, int b) ; d = int d"},
