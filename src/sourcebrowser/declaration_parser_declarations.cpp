@@ -43,7 +43,7 @@ bool SourceBrowserDeclarationParser::collect(const Token &token)
         return false;
     case ';':
         if (m_pending.isOldStyle()) {
-            m_pending.tokens.push_back(token);
+            m_pending.dropOldArgument();
             return true;
         }
         finish();
@@ -178,7 +178,8 @@ bool SourceBrowserDeclarationParser::endsWithSection(const Token &colon)
         return false;
     if (tokens.size() == 1)
         return true;
-    if (!m_pending.isMacroRun())
+    const bool isMacroRun = m_pending.isMacroRun();
+    if (!isMacroRun && !(m_pending.isMacroRun(tokens.size() - 1) && m_stream.peek().line != colon.line))
         return false;
     const bool isSignals = tokens.back().text == u"Q_SIGNALS";
     if (!isSignals && tokens.back().line == tokens[tokens.size() - 2].line)

@@ -143,11 +143,11 @@ bool SourceBrowserPendingDeclaration::isReplacedBy(const SourceBrowserPendingCom
     return next.isPresent() && (tokens.empty() || next.firstLine() > tokens.back().line);
 }
 
-bool SourceBrowserPendingDeclaration::isMacroRun()
+bool SourceBrowserPendingDeclaration::isMacroRun(size_t count)
 {
     if (parentheses > 0 || tokens.empty() || tokens.front().word != Word::Plain)
         return false;
-    for (; m_runEnd < tokens.size(); ++m_runEnd) {
+    for (; m_runEnd < count; ++m_runEnd) {
         const Token &token = tokens[m_runEnd];
         const bool opensGroup = token.is('(') && m_runEnd > 0 && tokens[m_runEnd - 1].isIdentifier();
         if (opensGroup) {
@@ -160,6 +160,19 @@ bool SourceBrowserPendingDeclaration::isMacroRun()
             return false;
     }
     return className.isEmpty() || tokens.front().text != className; // a constructor
+}
+
+bool SourceBrowserPendingDeclaration::declaresNothingYet() const
+{
+    for (size_t at = 0; at < tokens.size(); ++at) {
+        const Token &token = tokens[at];
+        if (token.is('('))
+            at = afterGroup(at) - 1;
+        else if (!token.is(Extern) && token.word != Word::Storage &&
+                 !(token.isPlainName() && (isInCapitals(token.text) || isMacroCall(at))))
+            return false;
+    }
+    return true;
 }
 
 /// Whether a call that is not in capitals may be a macro call: it is the first of the run, or of its line as in
@@ -207,6 +220,10 @@ void SourceBrowserPendingDeclaration::keepLastCall()
         if (nesting == 0 && tokens[begin].isIdentifier())
             break;
     }
+    const bool hasNoType = begin + 4 < tokens.size() && tokens[begin + 2].isIdentifier() && tokens[begin + 3].is(',') &&
+                           tokens[begin + 4].is('(');
+    if (hasNoType && !isCutOff && begin > 0 && tokens[begin - 1].line == tokens[begin].line)
+        --begin;
     tokens.erase(tokens.begin(), tokens.begin() + static_cast<std::ptrdiff_t>(begin));
 }
 
@@ -255,25 +272,43 @@ bool SourceBrowserPendingDeclaration::isForwardDeclaration() const
 
 bool SourceBrowserPendingDeclaration::isOldStyle()
 {
-    // "int f(a, b) int a; char *b; {": only names in parentheses, then their declarations.
-    if (groupEnd < 2 || groupEnd + 2 >= static_cast<int>(tokens.size()) || parentheses > 0 || isTypedef)
+    if (parentheses > 0 || isTypedef || (m_oldNamesEnd < 0 && !readOldNames()))
         return false;
-    if (m_oldNamesEnd != groupEnd)
-        readOldNames();
-    return tokens.back().isIdentifier() && m_oldNames.contains(tokens.back().text);
+    return std::any_of(tokens.begin() + m_oldNamesEnd + 1, tokens.end(),
+                       [this](const Token &token) { return token.isIdentifier() && m_oldNames.contains(token.text); });
 }
 
-void SourceBrowserPendingDeclaration::readOldNames()
+/// Reads the last group outside brackets, before the first declaration of an argument. False if it holds anything but
+/// names.
+bool SourceBrowserPendingDeclaration::readOldNames()
 {
-    m_oldNamesEnd = groupEnd;
-    m_oldNames.clear();
-    for (int at = groupEnd - 1; at > 0 && !tokens[static_cast<size_t>(at)].is('('); --at) {
-        const Token &token = tokens[static_cast<size_t>(at)];
-        if (token.isIdentifier() && token.word == Word::Plain)
-            m_oldNames.insert(token.text);
-        else if (!token.is(','))
-            return m_oldNames.clear();
+    if (groupEnd < 2 || groupEnd + 2 >= static_cast<int>(tokens.size()) ||
+        !(tokens.back().isIdentifier() || tokens.back().is(']')))
+        return false;
+    size_t begin = static_cast<size_t>(groupEnd) - 1;
+    for (bool wantsName = true; begin > 0 && !tokens[begin].is('('); --begin, wantsName = !wantsName) {
+        if (wantsName ? !tokens[begin].isPlainName() : !tokens[begin].is(','))
+            return false;
     }
+    for (size_t at = begin + 1; at < static_cast<size_t>(groupEnd); at += 2)
+        m_oldNames.insert(tokens[at].text);
+    SourceBrowserPendingDeclaration function;
+    for (int at = 0; at <= groupEnd; ++at)
+        function.note(tokens[static_cast<size_t>(at)]);
+    m_oldKey = function.key;
+    m_oldIsStatic = function.isStatic;
+    m_oldNamesEnd = groupEnd;
+    return true;
+}
+
+void SourceBrowserPendingDeclaration::dropOldArgument()
+{
+    tokens.resize(static_cast<size_t>(m_oldNamesEnd) + 1);
+    groupEnd = m_oldNamesEnd;
+    key = m_oldKey;
+    isStatic = m_oldIsStatic;
+    m_runEnd = std::min(m_runEnd, tokens.size());
+    m_textEnd = std::min(m_textEnd, tokens.size());
 }
 
 } // namespace tavidoc

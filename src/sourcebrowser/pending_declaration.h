@@ -47,10 +47,15 @@ struct SourceBrowserPendingDeclaration
     /// Whether \a next, the last comment read, begins on a line after the tokens.
     [[nodiscard]] bool isReplacedBy(const SourceBrowserPendingComment &next) const;
     /// Whether all tokens are words in capitals and calls: macros, unless a ";" follows.
-    [[nodiscard]] bool isMacroRun();
+    [[nodiscard]] bool isMacroRun() { return isMacroRun(tokens.size()); }
+    /// Whether the first \a count tokens are; all but the last may be asked for too.
+    [[nodiscard]] bool isMacroRun(size_t count);
+    /// Whether the tokens are storage words and macros.
+    [[nodiscard]] bool declaresNothingYet() const;
     /// Whether the tokens end with a macro call that may wrap a declaration: `EXPORT(int, f, (void))`.
     [[nodiscard]] bool endsWithWrapper() const;
-    /// Removes what precedes the macro call at the end.
+    /// Removes what precedes the macro call at the end. The word before `REDIRECT(f, (int))` on its line is the type
+    /// and is kept.
     void keepLastCall();
     /// The number of tokens in the leading macro calls on lines of their own, with the words before them.
     [[nodiscard]] size_t leadingCalls() const;
@@ -60,18 +65,23 @@ struct SourceBrowserPendingDeclaration
     /// Whether the tokens declare a class that is defined elsewhere, perhaps with macros before its name. After "struct"
     /// a word in capitals may be the type of a variable, unless it is a template.
     [[nodiscard]] bool isForwardDeclaration() const;
-    /// Whether the arguments of an old function definition are being declared.
+    /// Whether the tokens end with the declaration of an argument of an old function definition:
+    /// `int f(a, b) int a; char *b; {`.
     [[nodiscard]] bool isOldStyle();
 
+    /// Removes that declaration and what was noted of it.
+    void dropOldArgument();
 private:
     [[nodiscard]] bool beginsHead(const Token &token) const;
-    void readOldNames();
+    bool readOldNames();
     void noteText(const Token &token);
     [[nodiscard]] bool isMacroCall(size_t at) const;
     [[nodiscard]] size_t afterGroup(size_t open) const;
 
-    QSet<QStringView> m_oldNames; ///< the words in the last group outside brackets, if it has only words
-    int m_oldNamesEnd = -1;       ///< groupEnd of that group
+    QSet<QStringView> m_oldNames; ///< the words in the first group outside brackets after a name, if it has only words
+    int m_oldNamesEnd = -1;       ///< index of the ")" of that group
+    int m_oldKey = -1;            ///< key of the tokens up to there
+    bool m_oldIsStatic = false;   ///< isStatic of the tokens up to there
     size_t m_runEnd = 0;          ///< the tokens before it are words in capitals and calls
     size_t m_textEnd = 0;         ///< the tokens before it are counted in the members below
     int m_nesting = 0;            ///< how many "(" are open

@@ -316,7 +316,7 @@ INSTANTIATE_TEST_SUITE_P(
             u"C::h(); }; }; }",
             "n ; n.A ; n.A.B ; n.f = int f(A) ; n.g = B g(B b)"},
         Row{u"template <class T> concept C = requires(T a) { a + a; } && D<T, int>; template class V<int>; "
-            u"extern template int f<int>(int);",
+            u"extern template int f<int>(int); extern API template int g<int>(int); a(x)\ntemplate int h<int>(int);",
             "C = concept C"},
         Row{u"template <class T> class NODISCARD E; template <int N> struct OWNER ALIGNED(8) F; class API G; struct "
             u"API g;"
