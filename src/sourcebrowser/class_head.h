@@ -10,6 +10,12 @@ namespace tavidoc {
 /// The access that \a keyword gives: public unless it is "private" or "protected".
 [[nodiscard]] SourceBrowserObject::Access accessOf(const SourceBrowserTokenRecord &keyword);
 
+/// The name of the constructors of \a className: those of "class Outer::Inner" are "Inner".
+[[nodiscard]] inline QString constructorName(const QString &className)
+{
+    return className.mid(className.lastIndexOf(u':') + 1);
+}
+
 /// The head of a class, structure, union or enumeration: the tokens of a declaration up to its "{".
 class SourceBrowserClassHead
 {

@@ -64,6 +64,7 @@ private:
     [[nodiscard]] bool isInClass() const { return m_context->isClass(); }
     [[nodiscard]] const Context &home() const;
     [[nodiscard]] const QString &className() const;
+    [[nodiscard]] const QString &classNameInBranches() const;
     void conditionalBegins() override;
     void branchBegins() override;
     void conditionalEnds() override;
@@ -114,8 +115,8 @@ private:
     int enumerators(SourceBrowserEnum &enumeration);
     void afterBody(const Context &closed, const Token &brace);
     void continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed, const Token &brace);
-    [[nodiscard]] bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
     [[nodiscard]] bool startsAnother(const Token &token);
+    [[nodiscard]] bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
     [[nodiscard]] SourceBrowserClassHead head() const;
     SourceBrowserContainer *merge(std::unique_ptr<SourceBrowserContainer> container);
 
@@ -130,6 +131,7 @@ private:
     std::deque<Context> m_contexts; ///< all that were opened, the file first
     Context *m_context = nullptr;   ///< the innermost one
     std::vector<SourceBrowserParserCondition> m_conditions;
+    SourceBrowserBranchHeads m_heads;                             ///< of the last conditional that had any
     std::vector<std::unique_ptr<SourceBrowserObject>> m_absorbed; ///< containers that contexts may still refer to
     bool m_knowsLostBraces = false;
     int m_lostBraces = 0; ///< how many braces of the contexts are never closed, if m_knowsLostBraces

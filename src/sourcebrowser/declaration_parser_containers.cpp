@@ -76,7 +76,8 @@ void SourceBrowserDeclarationParser::classBody()
     const auto phylum = isClass ? SourceBrowserObject::Class : SourceBrowserObject::Structure;
     auto object = std::make_unique<SourceBrowserContainer>(phylum, name);
     place(*object, m_pending.line);
-    attachComment(*object, m_pending.line);
+    const bool hasOtherHeads = m_heads.declaration == m_declarationNumber;
+    attachComment(*object, hasOtherHeads && m_heads.line >= 0 ? m_heads.line : m_pending.line);
     object->setBaseClasses(head.baseClasses());
     // Deliberate: the event of a structure outside a typedef says "class", its object "structure".
     const auto reported = isStructure ? SourceBrowserObject::Structure : SourceBrowserObject::Class;
@@ -89,6 +90,8 @@ void SourceBrowserDeclarationParser::classBody()
     context.access = isStructure ? SourceBrowserObject::Public : SourceBrowserObject::Private;
     context.isTypedef = m_pending.isTypedef;
     context.isStatic = m_pending.isStatic;
+    if (hasOtherHeads)
+        context.otherNames = m_heads.names;
     context.isNamed = isNamed;
     context.composedType = head.type(isNamed ? name : QString());
     context.line = m_pending.line;
@@ -108,9 +111,6 @@ void SourceBrowserDeclarationParser::afterBody(const Context &closed, const Toke
     continueAfter(*closed.container, closed.composedType, closed.isNamed, brace);
 }
 
-/// Reads the declarators of the type \a object, whose text is \a type.
-void SourceBrowserDeclarationParser::continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed,
-                                                   const Token &brace)
 /// Whether \a token, after the "}" of a type, begins another declaration, so that the ";" between is missing.
 bool SourceBrowserDeclarationParser::startsAnother(const Token &token)
 {
@@ -123,6 +123,9 @@ bool SourceBrowserDeclarationParser::startsAnother(const Token &token)
            token.is(Protected);
 }
 
+/// Reads the declarators of the type \a object, whose text is \a type.
+void SourceBrowserDeclarationParser::continueAfter(SourceBrowserObject &object, const QString &type, bool isNamed,
+                                                   const Token &brace)
 {
     m_composedType = type;
     Token composed = brace;

@@ -20,10 +20,8 @@ SourceBrowserParserContext *SourceBrowserDeclarationParser::open(Body body, Sour
     context.containers = m_context->containers + (body != Body::Block);
     context.scope = container->qualifiedName();
     context.column = m_pending.column;
-    if (context.isClass()) {
-        const QString &name = container->name(); // constructors of "class Outer::Inner" are "Inner"
-        context.className = name.mid(name.lastIndexOf(u':') + 1);
-    }
+    if (context.isClass())
+        context.className = constructorName(container->name());
     m_context = &context;
     return m_context;
 }
@@ -104,7 +102,20 @@ const SourceBrowserParserContext &SourceBrowserDeclarationParser::home() const
 const QString &SourceBrowserDeclarationParser::className() const
 {
     static const QString none;
-    return m_pending.isFriend ? none : m_context->className;
+    if (m_pending.isFriend)
+        return none;
+    return m_context->otherNames.isEmpty() ? m_context->className : classNameInBranches();
+}
+
+/// The name of constructors that is in the declaration, if the class has another name in each branch of a conditional.
+const QString &SourceBrowserDeclarationParser::classNameInBranches() const
+{
+    for (const Token &token : m_pending.tokens) {
+        const auto found = m_context->otherNames.constFind(token.text.toString());
+        if (found != m_context->otherNames.constEnd())
+            return *found;
+    }
+    return m_context->className;
 }
 
 /// Makes \a context the innermost one. Containers that are left or entered again are reported, so that the events
@@ -143,6 +154,8 @@ void SourceBrowserDeclarationParser::branchBegins()
     SourceBrowserParserCondition &condition = m_conditions.back();
     if (!condition.firstContext)
         condition.firstContext = m_context;
+    if (isInClass() && m_context->depth > condition.context->depth)
+        condition.heads.names << m_context->className;
     switchTo(condition.context);
 }
 
@@ -154,6 +167,12 @@ void SourceBrowserDeclarationParser::conditionalEnds()
         m_context->mayBeStray |= m_context->depth > condition.context->depth;
     else if (m_context->depth != condition.firstContext->depth)
         switchTo(condition.firstContext);
+    if (!condition.heads.names.isEmpty()) {
+        m_heads = condition.heads;
+        m_heads.declaration = m_declarationNumber;
+        if (isInClass() && m_context->depth > condition.context->depth)
+            m_context->otherNames = m_heads.names;
+    }
     m_conditions.pop_back();
 }
 

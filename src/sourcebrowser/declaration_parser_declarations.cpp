@@ -193,9 +193,9 @@ bool SourceBrowserDeclarationParser::endsWithSection(const Token &colon)
 /// is the tag of a structure.
 bool SourceBrowserDeclarationParser::isName(const Token &keyword)
 {
-    if (m_pending.tokens.empty() || m_pending.parentheses > 0)
     if (m_pending.endsWith(Struct) || m_pending.endsWith(Union))
         return isKeywordOfCPlusPlus(keyword);
+    if (m_pending.tokens.empty() || m_pending.parentheses > 0)
         return false;
     const Token &before = m_pending.tokens.back();
     if (!before.isIdentifier() && !before.is('*') && !before.is('&') && !before.is(','))
@@ -253,6 +253,12 @@ bool SourceBrowserDeclarationParser::branchInDeclaration(const Token &token)
         return true;
     }
     m_pending.isCutOff |= m_pending.isMacroRun();
+    m_pending.isBranchHead = m_pending.key >= 0 && head().opensBody();
+    if (m_pending.isBranchHead && !m_conditions.empty()) {
+        SourceBrowserBranchHeads &heads = m_conditions.back().heads;
+        heads.names << constructorName(head().name());
+        heads.line = heads.line < 0 ? m_pending.line : heads.line;
+    }
     finish();
     m_stream.noteConditional(token);
     return false;

@@ -34,7 +34,7 @@ void SourceBrowserDeclarationParser::finish()
         return endDeclaration();
     if (isWrapper)
         m_pending.keepLastCall();
-    if (!declareAll() && !isMacroRun)
+    if (!declareAll() && !isMacroRun && !m_pending.isBranchHead)
         m_pending.comment.clear();
     endDeclaration();
 }

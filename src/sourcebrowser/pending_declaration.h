@@ -30,7 +30,8 @@ struct SourceBrowserPendingDeclaration
     bool isTemplate = false;      ///< template parameters were skipped
     bool isInstantiation = false; ///< "template" without parameters: it declares nothing
     bool isInitialised = false;
-    bool isCutOff = false; ///< ended by something other than a ";"
+    bool isCutOff = false;     ///< ended by something other than a ";"
+    bool isBranchHead = false; ///< ended by an "#else", as the head of a class may be
 
     /// Appends \a token.
     void note(const Token &token);
@@ -68,9 +69,9 @@ struct SourceBrowserPendingDeclaration
     /// Whether the tokens end with the declaration of an argument of an old function definition:
     /// `int f(a, b) int a; char *b; {`.
     [[nodiscard]] bool isOldStyle();
-
     /// Removes that declaration and what was noted of it.
     void dropOldArgument();
+
 private:
     [[nodiscard]] bool beginsHead(const Token &token) const;
     bool readOldNames();

@@ -378,6 +378,7 @@ TEST(Declarations, TakeTheirOwnComments)
         {u"/*c*/ A(x);\nint f();", "f=c "},
         {u"/*c*/\ntemplate <class T>\nMACRO\nstatic void f(T);", "f=c "},
         {u"A(x)\nB\n/*c*/\ntemplate <class T>\nMACRO\ntypename T::X f(T);", "f=c "},
+        {u"/*c*/\n#if A\nclass X : public Y\n#else\nclass X\n#endif\n{ };", "X=c "},
         {u"/*c*/ API class [[nodiscard]] X;\nint f();\n/*d*/ template <class T> class API Y;\nint g();", ""},
     };
     for (const auto &[header, documented] : rows) {
@@ -401,6 +402,7 @@ TEST(Declarations, DeepAndLongInputEnds)
         u"int f"_s + u"("_s.repeated(count),
         u"a<"_s.repeated(count),
         u"int "_s + u"(*"_s.repeated(count),
+        u"int "_s + u"("_s.repeated(count) + u"a"_s + u")"_s.repeated(count),
         u"#if x\n"_s.repeated(count),
         u"typedef enum { "_s.repeated(count),
         u"["_s.repeated(count),
