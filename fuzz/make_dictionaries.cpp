@@ -229,6 +229,16 @@ bool writeArguments(const std::string &directory)
     return words.isWritten();
 }
 
+bool writeRecord(const std::string &directory)
+{
+    using namespace std::string_view_literals;
+    Dictionary words(directory, "record");
+    words.add({"TAVIDOCR", "\x82", "\x9F", "\x40", "\x58\x01"sv, "\x5B\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF", "\x5F", "\xFF",
+               "\xFF\xFF\xFF\xFF\x0F", "\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF\x01", "\0"sv, "\x01", "\x80\0"sv,
+               "\x80\x01", "markup", "images/note.png", "x.xml", "../"});
+    return words.isWritten();
+}
+
 } // namespace
 
 int main(int count, char **values)
@@ -238,8 +248,8 @@ int main(int count, char **values)
         return 1;
     }
     bool isWritten = true;
-    for (const auto write :
-         {writeReader, writeMarkup, writeDeclarations, writeHeader, writeListing, writeDefinitions, writeArguments})
+    for (const auto write : {writeReader, writeMarkup, writeDeclarations, writeHeader, writeListing, writeDefinitions,
+                             writeArguments, writeRecord})
         isWritten = write(values[1]) && isWritten;
     return isWritten ? 0 : 1;
 }

@@ -4,6 +4,7 @@
 
 #include "fuzz/listing_languages.h"
 #include "fuzz/string_literals.h"
+#include "tests/site/sample_record.h"
 
 #include <cstdint>
 #include <cstdio>
@@ -114,6 +115,26 @@ void addFile(Seeds &seeds, const fs::path &file)
     seeds["arguments"].insert("-v\n" + file.filename().string() + "\n-o\n" + file.parent_path().filename().string());
 }
 
+/// The sample record alone, twice, and without each of its parts.
+void addRecords(Seeds &seeds)
+{
+    using namespace tavidoc;
+    const RecordWithBodies sample = sampleRecord();
+    const auto add = [&](const RecordSet &records) { seeds["record"].insert(encodedRecords(records).toStdString()); };
+    add({sample});
+    add({sample, sample});
+    RecordWithBodies record = sample;
+    record.head.pages.clear();
+    add({record});
+    record.head.contents.clear();
+    add({record, {}});
+    for (const auto part : {&RecordPage::stem, &RecordPage::title, &RecordPage::brief, &RecordPage::excerpt}) {
+        record = sample;
+        (record.head.pages[0].*part).clear();
+        add({record});
+    }
+}
+
 Seeds collect(const fs::path &project)
 {
     Seeds seeds;
@@ -126,6 +147,7 @@ Seeds collect(const fs::path &project)
                 addLiterals(seeds, entry.path());
         }
     }
+    addRecords(seeds);
     return seeds;
 }
 

@@ -8,7 +8,7 @@ constexpr Subject s_subjects[] = {
     {"reader", &checkReader},       {"markup", &checkMarkup},
     {"header", &checkHeader},       {"declarations", &checkDeclarations},
     {"listing", &checkListing},     {"definitions", &checkDefinitions},
-    {"arguments", &checkArguments},
+    {"arguments", &checkArguments}, {"record", &checkRecord},
 };
 
 } // namespace

@@ -24,3 +24,4 @@ void checkDeclarations(std::string_view input); ///< a header to tokens, events,
 void checkListing(std::string_view input);      ///< the first byte chooses the lexer, the rest is the listing
 void checkDefinitions(std::string_view input);  ///< a file of menus, keys, messages and properties
 void checkArguments(std::string_view input);    ///< each line is an argument of the command line
+void checkRecord(std::string_view input);       ///< a record file, as it is and with a prefix that fits it

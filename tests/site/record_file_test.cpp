@@ -2,12 +2,10 @@
 #include "base/whole_file.h"
 #include "site/link/link_files.h"
 #include "site/record/record_file.h"
-#include "site/record/sealed_file.h"
 #include "tests/site/sample_record.h"
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <QtEndian>
 
 #include <gtest/gtest.h>
 
@@ -19,9 +17,6 @@ using namespace tavidoc;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr qsizetype s_prefixSize = 48;
-constexpr qsizetype s_sums = 32; // where the checksums of head and bodies are
 
 /// Two records, the second as small as possible.
 RecordSet sampleSet()
@@ -48,18 +43,6 @@ std::string messageOf(const QByteArray &bytes)
         return exception.message().toStdString();
     }
     return {};
-}
-
-/// \a bytes with the checksums that fit them.
-QByteArray withChecksums(QByteArray bytes)
-{
-    const auto headSize = qFromLittleEndian<qint64>(bytes.constData() + 16);
-    if (headSize < 0 || headSize > bytes.size() - s_prefixSize)
-        return bytes;
-    const QByteArrayView all(bytes);
-    const quint64 sums[] = {qToLittleEndian<quint64>(checksum(all.sliced(s_prefixSize, headSize))),
-                            qToLittleEndian<quint64>(checksum(all.sliced(s_prefixSize + headSize)))};
-    return bytes.replace(s_sums, sizeof sums, QByteArrayView(reinterpret_cast<const char *>(sums), sizeof sums));
 }
 
 } // namespace
@@ -133,10 +116,10 @@ TEST(RecordFile, DamagedRecordsWithFittingChecksumsAreReadOrRefused)
     for (int round = 0; round < 300; ++round) {
         QByteArray bytes = sample;
         for (qsizetype count = 1 + below(3); count != 0; --count) {
-            const qsizetype at = s_prefixSize + below(bytes.size() - s_prefixSize);
+            const qsizetype at = samplePrefixSize + below(bytes.size() - samplePrefixSize);
             bytes[at] = static_cast<char>(numbers());
         }
-        const std::string message = messageOf(withChecksums(bytes));
+        const std::string message = messageOf(withFittingPrefix(bytes));
         EXPECT_TRUE(message.empty() || message == "x.tdr: damaged") << message;
         refused += message.empty() ? 0 : 1;
     }
@@ -171,17 +154,17 @@ TEST(RecordFile, LargeCountsAllocateNothing)
 {
     const QByteArray sample = encodedRecords(sampleSet());
     // The head is an array of two byte strings; the first one begins with the number of records.
-    const qsizetype numbers = s_prefixSize + 3;
-    ASSERT_EQ(sample.sliced(s_prefixSize, 2), QByteArray("\x82\x58"));
+    const qsizetype numbers = samplePrefixSize + 3;
+    ASSERT_EQ(sample.sliced(samplePrefixSize, 2), QByteArray("\x82\x58"));
     ASSERT_EQ(sample[numbers], 2);
     for (const char *replacement : {"FFFFFFFFFFFFFFFFFF01", "FFFFFFFF0F", "40"}) {
         QByteArray bytes = sample;
         const QByteArray count = QByteArray::fromHex(replacement);
-        EXPECT_EQ(messageOf(withChecksums(bytes.replace(numbers, count.size(), count))), "x.tdr: damaged");
+        EXPECT_EQ(messageOf(withFittingPrefix(bytes.replace(numbers, count.size(), count))), "x.tdr: damaged");
     }
     QByteArray bytes = sample; // a string that is longer than the file
-    bytes.replace(s_prefixSize + 1, 9, QByteArray::fromHex("5B7FFFFFFFFFFFFFFF"));
-    EXPECT_EQ(messageOf(withChecksums(bytes)), "x.tdr: damaged");
+    bytes.replace(samplePrefixSize + 1, 9, QByteArray::fromHex("5B7FFFFFFFFFFFFFFF"));
+    EXPECT_EQ(messageOf(withFittingPrefix(bytes)), "x.tdr: damaged");
 }
 
 TEST(LinkFile, KeepsEveryField)

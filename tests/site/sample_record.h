@@ -1,6 +1,33 @@
 #pragma once
 
-#include "site/record/record.h"
+#include "site/record/record_file.h"
+#include "site/record/sealed_file.h"
+
+#include <QtEndian>
+
+#include <algorithm>
+
+/// The size of the prefix of a record file.
+inline constexpr qsizetype samplePrefixSize = 48;
+
+/// A damaged record file with a prefix that fits it: magic, version, sizes and checksums.
+inline QByteArray withFittingPrefix(QByteArray bytes)
+{
+    if (bytes.size() < samplePrefixSize)
+        bytes.append(samplePrefixSize - bytes.size(), '\0');
+    const qsizetype size = bytes.size() - samplePrefixSize;
+    const auto stored = qFromLittleEndian<quint64>(bytes.constData() + 16);
+    const auto headSize = static_cast<qsizetype>(std::min(stored, static_cast<quint64>(size)));
+    const QByteArrayView parts = QByteArrayView(bytes).sliced(samplePrefixSize);
+    const quint64 numbers[] = {static_cast<quint64>(headSize), static_cast<quint64>(size - headSize),
+                               tavidoc::checksum(parts.first(headSize)), tavidoc::checksum(parts.sliced(headSize))};
+    QByteArray prefix = tavidoc::encodedRecords({}).first(16); // magic and version
+    for (const quint64 number : numbers) {
+        const quint64 little = qToLittleEndian(number);
+        prefix.append(reinterpret_cast<const char *>(&little), sizeof little);
+    }
+    return bytes.replace(0, samplePrefixSize, prefix);
+}
 
 /// A record in which every field has a value of its own.
 inline tavidoc::RecordWithBodies sampleRecord()
