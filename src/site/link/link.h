@@ -3,6 +3,8 @@
 #include "site/link/link_data.h"
 #include "site/record/record.h"
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -18,15 +20,33 @@ struct Finding
     std::string text;
 };
 
-/// The outcome of linking.
-struct LinkResult
+/// The outcome of linking, but for what was handed out record by record.
+struct LinkSummary
 {
-    std::vector<RecordLinks> records; ///< in the order of the records
     SharedLinks shared;
     std::vector<Finding> findings; ///< of the records and of linking, sorted by file and line, whatever their level
 };
 
-/// Joins the contents of \a records, names their pages and resolves their links over the whole set.
-[[nodiscard]] LinkResult link(const std::vector<Record> &records, const SiteSettings &settings);
+/// The outcome of linking.
+struct LinkResult : LinkSummary
+{
+    std::vector<RecordLinks> records; ///< in the order of the records
+};
+
+/// Receives what rendering the record with \a index needs.
+using LinkSink = std::function<void(std::size_t index, RecordLinks links)>;
+/// Reports whether \a file, relative to the working directory or absolute, is a file that can be read.
+using FileProbe = std::function<bool(const std::string &file)>;
+
+[[nodiscard]] bool isReadableFile(const std::string &file);
+
+/// Joins the contents of \a records, names their pages and resolves their links over the whole set. Hands out the links
+/// of each record, in the order of the records, as soon as they are made, so that they need not be in memory together.
+[[nodiscard]] LinkSummary link(const std::vector<Record> &records, const SiteSettings &settings, const LinkSink &sink,
+                               const FileProbe &isReadable = isReadableFile);
+
+/// As above, all at once.
+[[nodiscard]] LinkResult link(const std::vector<Record> &records, const SiteSettings &settings,
+                              const FileProbe &isReadable = isReadableFile);
 
 } // namespace tavidoc

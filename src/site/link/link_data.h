@@ -18,7 +18,8 @@ struct LinkTarget
     std::string address; ///< empty for an entry without a page
 };
 
-/// An entry of the navigation of a page: its ancestors, and of its siblings and children at most 30.
+/// An entry of the navigation of a page: its ancestors, and of its siblings and children at most 30. Of very deep pages
+/// the middle ancestors are left out, with a gap in their place.
 struct NavigationEntry
 {
     LinkTarget target;
@@ -33,14 +34,14 @@ struct ResolvedLink
 {
     std::uint32_t link = 0; ///< index in RecordPage::links
     std::string address;    ///< relative to the page, with "/"; a full address for inventories; empty: unresolved
-    std::string caption;    ///< plain text; used when the writer gave no caption
+    std::string caption;    ///< plain text; used when the writer gave no caption; empty: as it is in the body
 };
 
 /// The resolution of one picture of a page.
 struct ResolvedImage
 {
     std::uint32_t image = 0; ///< index in RecordPage::images
-    std::string address;     ///< relative to the page; empty: as it is
+    std::string address;     ///< relative to the page
 };
 
 /// What rendering one page needs of all other records.
@@ -53,8 +54,8 @@ struct PageLinks
     std::vector<NavigationEntry> navigation;
     std::optional<LinkTarget> previous;
     std::optional<LinkTarget> next;
-    std::vector<ResolvedLink> links;
-    std::vector<ResolvedImage> images;
+    std::vector<ResolvedLink> links;   ///< in order; a link that is not among them stays as it is in the body
+    std::vector<ResolvedImage> images; ///< in order; a picture that is not among them stays as it is in the body
 };
 
 /// A file that is copied into the site.
@@ -67,9 +68,10 @@ struct CopiedFile
 /// The contents of a ".lnk" file: what rendering one record needs of all others.
 struct RecordLinks
 {
-    std::string input;              ///< of the record
-    std::string folder;             ///< of the record
-    std::vector<PageLinks> pages;   ///< the pages that are written; a page that another one replaces is not among them
+    std::string input;  ///< of the record
+    std::string folder; ///< of the record
+    std::vector<PageLinks>
+        pages; ///< in order; the pages that are written; a page that another one replaces is not among them
     std::vector<CopiedFile> images; ///< pictures of its pages
 };
 
@@ -81,13 +83,15 @@ struct SiteSettings
     std::string url; ///< with "/" at its end; empty: none
     std::string copyright;
     std::string language = "en";
-    CopiedFile logo;                              ///< empty names: none
-    CopiedFile favicon;                           ///< empty names: none
-    CopiedFile style;                             ///< empty names: none
-    std::map<std::string, CheckLevel> levels;     ///< of checks, where the project file sets them
-    bool autolink = true;                         ///< names in listings become links
-    std::map<std::string, std::string> redirects; ///< from stem to stem
+    CopiedFile logo;                          ///< empty names: none
+    CopiedFile favicon;                       ///< empty names: none
+    CopiedFile style;                         ///< empty names: none
+    std::map<std::string, CheckLevel> levels; ///< of checks, where the project file sets them
+    bool autolink = true;                     ///< names in listings become links
+    std::map<std::string, std::string>
+        redirects; ///< from stem to stem or web address; in SharedLinks encoded, and only those that work
     std::vector<CopiedFile> assets;
+    std::string projectFile = "site.toml"; ///< in findings
 };
 
 /// An entry of the whole contents tree, in preorder.
@@ -102,7 +106,7 @@ struct NameEntry
 {
     std::string name; ///< plain text: a declaration's name or a title
     std::string kind; ///< "function", "page", ...
-    LinkTarget owner; ///< the document or header that holds it
+    LinkTarget owner; ///< what is above it in the contents: a class, header or document
     std::string address;
 };
 

@@ -1,0 +1,196 @@
+#include "site/link/link_resolver.h"
+
+#include "site/link/addresses.h"
+#include "site/link/page_names.h"
+
+#include <algorithm>
+#include <array>
+
+namespace tavidoc {
+
+namespace {
+
+/// Whether \a target is an address that no page can have: of mail, of another protocol.
+bool isForeignAddress(std::string_view target)
+{
+    static constexpr std::array<std::string_view, 13> schemes = {"mailto", "ftp",  "ftps", "sftp", "file", "tel", "sms",
+                                                                 "irc",    "ircs", "news", "ssh",  "git",  "urn"};
+    const std::string scheme = schemeOf(target);
+    return !scheme.empty() && std::ranges::find(schemes, scheme) != schemes.end();
+}
+
+/// The value of an href attribute without its escapes.
+std::string unescaped(std::string_view value)
+{
+    std::string text;
+    for (std::size_t i = 0; i < value.size(); ++i) {
+        text += value[i];
+        if (value.substr(i).starts_with("&amp;"))
+            i += 4;
+    }
+    return text;
+}
+
+} // namespace
+
+LinkResolver::LinkResolver(const PageSet &pages, const SiteSettings &settings, PageFinder &finder, CopiedFiles &files,
+                           FindingList &findings)
+    : m_pages(pages), m_settings(settings), m_finder(finder), m_files(files), m_findings(findings),
+      m_isLinked(pages.count())
+{
+}
+
+std::vector<ResolvedLink> LinkResolver::resolvedLinks(PageId page)
+{
+    const std::vector<RecordLink> &links = m_pages.page(page).links;
+    std::vector<ResolvedLink> result;
+    result.reserve(links.size());
+    for (std::uint32_t i = 0; i < links.size(); ++i) {
+        if (Resolution resolution = resolved(page, links[i])) {
+            resolution->link = i;
+            result.push_back(std::move(*resolution));
+        }
+    }
+    return result;
+}
+
+LinkResolver::Resolution LinkResolver::resolved(PageId from, const RecordLink &link)
+{
+    switch (link.kind) {
+    case RecordLink::Kind::Resolved:
+        return resolvedInDocument(from, link);
+    case RecordLink::Kind::Open:
+        return resolvedInSet(from, link, link.target);
+    case RecordLink::Kind::Raw:
+        return resolvedRaw(from, link);
+    case RecordLink::Kind::External:
+        break;
+    }
+    return {};
+}
+
+/// The page of such a link may have been replaced or refused since its document was compiled.
+LinkResolver::Resolution LinkResolver::resolvedInDocument(PageId from, const RecordLink &link)
+{
+    const PageId to = m_pages.named(m_pages.records()[m_pages.recordOf(from)].folder, link.page);
+    if (to == s_noPage)
+        return resolvedInSet(from, link, link.page);
+    std::string address = addressOf(from, to);
+    if (address == link.page + ".htm")
+        return {};
+    return ResolvedLink{0, std::move(address), {}};
+}
+
+LinkResolver::Resolution LinkResolver::resolvedInSet(PageId from, const RecordLink &link, std::string_view target)
+{
+    if (target.starts_with('#'))
+        return resolvedAnchor(from, from, target.substr(1), link);
+    const NameUse use = {m_pages.recordOf(from), directoryOf(m_pages.page(from).stem), link.place};
+    FoundPage found = m_finder.find(target, use);
+    if (found.page != s_noPage)
+        return ResolvedLink{0, addressOf(from, found.page), captionOf(found, target)};
+    const std::size_t hash = target.rfind('#');
+    if (!found.isAmbiguous && hash != target.npos) {
+        found = m_finder.find(target.substr(0, hash), use);
+        if (found.page != s_noPage)
+            return resolvedAnchor(from, found.page, target.substr(hash + 1), link);
+    }
+    // Names of other projects' inventories come here, before a link counts as dead.
+    if (!found.isAmbiguous && isForeignAddress(target))
+        return ResolvedLink{0, std::string(target), std::string(target)};
+    if (!found.isAmbiguous)
+        reportDead(from, link, target);
+    return ResolvedLink{};
+}
+
+LinkResolver::Resolution LinkResolver::resolvedAnchor(PageId from, PageId to, std::string_view anchor,
+                                                      const RecordLink &link)
+{
+    const RecordHeading *heading = headingOf(to, anchor);
+    std::string address = from == to ? std::string() : addressOf(from, to);
+    if (heading)
+        return ResolvedLink{0, std::move(address) + '#' + heading->id, heading->text};
+    m_findings.add("dead-anchor", m_pages.recordOf(from), link.place,
+                   "page " + inQuotes(m_pages.page(to).stem) + " has no heading with the id " + inQuotes(anchor));
+    return ResolvedLink{0, from == to ? addressOf(from, to) : std::move(address), std::string(link.target)};
+}
+
+const RecordHeading *LinkResolver::headingOf(PageId page, std::string_view id)
+{
+    const std::vector<RecordHeading> &headings = m_pages.page(page).headings;
+    const auto [known, isNew] = m_headingIds.try_emplace(page);
+    StringIds &ids = known->second;
+    if (isNew) {
+        for (const RecordHeading &heading : headings)
+            ids.insert(heading.id);
+    }
+    const std::uint32_t index = ids.find(id);
+    if (index == StringIds::s_none)
+        return nullptr;
+    const auto heading =
+        ids.count() == headings.size() ? headings.begin() + index : std::ranges::find(headings, id, &RecordHeading::id);
+    return &*heading;
+}
+
+LinkResolver::Resolution LinkResolver::resolvedRaw(PageId from, const RecordLink &link)
+{
+    const std::string href = unescaped(link.target);
+    const std::string_view encoded = std::string_view(href).substr(0, href.find_first_of("?#"));
+    if (encoded.empty() || encoded.starts_with('/') || !schemeOf(href).empty())
+        return {};
+    const std::uint32_t record = m_pages.recordOf(from);
+    const std::string stem = m_pages.page(from).stem;
+    const std::string directory = m_pages.records()[record].folder + '/' + std::string(directoryOf(stem));
+    std::string path = percentDecoded(encoded);
+    path += path.ends_with('/') ? "index.htm" : "";
+    const std::optional<std::string> target = joinedPath(directory, path);
+    if (!target)
+        return {}; // leads out of the site, where nothing is known
+    if (target->ends_with(".htm")) {
+        const PageId to = m_pages.named({}, std::string_view(*target).substr(0, target->size() - 4));
+        if (to != s_noPage) {
+            const std::string address = addressOf(from, to);
+            return address == encoded ? Resolution() : ResolvedLink{0, address + href.substr(encoded.size()), {}};
+        }
+    }
+    if (isKnownFile(*target))
+        return {};
+    reportDead(from, link, encoded);
+    return {};
+}
+
+/// Whether the site has a file at \a path beside the pages of the records.
+bool LinkResolver::isKnownFile(const std::string &path)
+{
+    if (isSitePage(path) || m_files.useAsset(path))
+        return true;
+    return path.ends_with(".htm") && m_settings.redirects.contains(path.substr(0, path.size() - 4));
+}
+
+std::string LinkResolver::addressOf(PageId from, PageId to)
+{
+    if (from != to)
+        m_isLinked[to] = true;
+    return relativeAddress(m_pages.address(from), m_pages.address(to));
+}
+
+std::string LinkResolver::captionOf(const FoundPage &found, std::string_view target) const
+{
+    const RecordPage &page = m_pages.page(found.page);
+    const bool isPage = page.kind != RecordPageKind::Declaration && !page.title.empty();
+    return isPage ? page.title : std::string(target);
+}
+
+void LinkResolver::reportDead(PageId from, const RecordLink &link, std::string_view target)
+{
+    std::string text;
+    if (link.kind == RecordLink::Kind::Raw)
+        text = inQuotes(target) + " is neither a page nor an asset";
+    else
+        text = "no page, title or declaration is named " + inQuotes(target);
+    if (const std::string near = m_finder.knownNameNear(target); !near.empty())
+        text += "; did you mean " + inQuotes(near) + '?';
+    m_findings.add("dead-link", m_pages.recordOf(from), link.place, std::move(text));
+}
+
+} // namespace tavidoc

@@ -1,0 +1,112 @@
+#include "site/link/page_finder.h"
+
+#include "site/link/addresses.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+namespace {
+
+constexpr std::size_t s_mostCandidates = 5; // that a finding lists
+constexpr int s_mostSearches = 500;
+
+std::string_view withoutSuffix(std::string_view name)
+{
+    name.remove_suffix(name.ends_with(".htm") ? 4 : 0);
+    return name;
+}
+
+/// \a target as a qualified name: "Buffer.push()" is "Buffer::push".
+std::string qualifiedName(std::string_view target)
+{
+    target.remove_suffix(target.size() > 2 && target.ends_with("()") && !target.ends_with("operator()") ? 2 : 0);
+    std::string name;
+    name.reserve(target.size() + 4);
+    for (std::size_t i = 0; i < target.size(); ++i) {
+        const bool separates = target[i] == '.' && i > 0 && i + 1 < target.size();
+        name += separates ? std::string_view("::") : target.substr(i, 1);
+    }
+    return name;
+}
+
+} // namespace
+
+PageFinder::PageFinder(const PageSet &pages, const NameIndex &names, FindingList &findings)
+    : m_pages(pages), m_names(names), m_findings(findings)
+{
+}
+
+NameSeeker PageFinder::seekerOf(const NameUse &use) const
+{
+    return {use.record, m_pages.folder(use.record)};
+}
+
+FoundPage PageFinder::find(std::string_view target, const NameUse &use)
+{
+    const FoundPage named = findNamed(target, use);
+    if (named.page != s_noPage || named.isAmbiguous)
+        return named;
+    const NameSeeker seeker = seekerOf(use);
+    if (const auto candidates = m_names.find(NameKind::Title, target, seeker); !candidates.empty())
+        return chosen(candidates, target, use);
+    const std::string name = qualifiedName(target);
+    for (const NameKind kind : {NameKind::Qualified, NameKind::Bare}) {
+        if (const auto candidates = m_names.find(kind, name, seeker); !candidates.empty())
+            return chosen(candidates, target, use);
+    }
+    return {};
+}
+
+FoundPage PageFinder::findNamed(std::string_view name, const NameUse &use)
+{
+    name = withoutSuffix(name);
+    if (name.empty())
+        return {};
+    const NameSeeker seeker = seekerOf(use);
+    const auto candidates = m_names.find(NameKind::Stem, name, seeker);
+    if (!candidates.empty() && candidates.front().folder == seeker.folder)
+        return chosen(candidates, name, use);
+    if (name.find('/') != name.npos) {
+        if (const PageId page = atPath(name, use); page != s_noPage)
+            return {page, NameKind::Stem};
+    }
+    return candidates.empty() ? FoundPage() : chosen(candidates, name, use);
+}
+
+/// A name with directories is looked for in the folder of the record, in the directory of the page, and at the top.
+PageId PageFinder::atPath(std::string_view name, const NameUse &use) const
+{
+    const std::string &folder = m_pages.records()[use.record].folder;
+    const std::string directory = folder + '/' + std::string(use.directory);
+    for (const std::string_view from : {std::string_view(folder), std::string_view(directory), std::string_view()}) {
+        const auto path = joinedPath(from, name);
+        const PageId page = path ? m_pages.named({}, *path) : s_noPage;
+        if (page != s_noPage)
+            return page;
+    }
+    return s_noPage;
+}
+
+FoundPage PageFinder::chosen(std::span<const NamedPage> candidates, std::string_view name, const NameUse &use)
+{
+    if (candidates.size() == 1)
+        return {candidates.front().page, candidates.front().kind};
+    std::string text = inQuotes(name) + " is a name of several pages: ";
+    for (std::size_t i = 0; i < std::min(candidates.size(), s_mostCandidates); ++i) {
+        const std::string &folder = m_pages.records()[candidates[i].record].folder;
+        const std::string &stem = m_pages.page(candidates[i].page).stem;
+        text += (i == 0 ? "" : ", ") + inQuotes(folder.empty() ? stem : folder + '/' + stem);
+    }
+    if (candidates.size() > s_mostCandidates)
+        text += " and " + std::to_string(candidates.size() - s_mostCandidates) + " more";
+    m_findings.add("ambiguous-link", use.record, use.place, std::move(text));
+    return {s_noPage, candidates.front().kind, true};
+}
+
+std::string PageFinder::knownNameNear(std::string_view target)
+{
+    return m_searchCount++ < s_mostSearches ? m_names.neighbourOf(target) : std::string();
+}
+
+} // namespace tavidoc
