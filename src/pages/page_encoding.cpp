@@ -26,8 +26,8 @@ void appendReference(QByteArray &bytes, char32_t character)
     bytes.append(reference.data(), end - reference.data());
 }
 
-/// Each surrogate is part of a pair.
-void appendCharacters(QByteArray &bytes, QStringView characters)
+/// Each surrogate is part of a pair. Characters from \a firstReference on are written as references.
+void appendCharacters(QByteArray &bytes, QStringView characters, char32_t firstReference)
 {
     char16_t high = 0;
     for (const QChar character : characters) {
@@ -37,10 +37,34 @@ void appendCharacters(QByteArray &bytes, QStringView characters)
         }
         const char32_t code =
             character.isLowSurrogate() ? QChar::surrogateToUcs4(high, character.unicode()) : character.unicode();
-        if (code < 0x100)
+        if (code < firstReference)
             bytes.append(static_cast<char>(code));
         else
             appendReference(bytes, code);
+    }
+}
+
+void appendEncoded(QByteArray &bytes, std::string_view text, char32_t firstReference)
+{
+    const std::size_t ascii = asciiLength(text);
+    bytes.append(text.data(), static_cast<qsizetype>(ascii));
+    text.remove_prefix(ascii);
+    if (text.empty())
+        return; // nearly always; a decoder is not free
+    QStringDecoder decoder(QStringDecoder::Utf8,
+                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
+    QVarLengthArray<QChar, 256> characters;
+    for (;;) {
+        const std::size_t plain = asciiLength(text);
+        bytes.append(text.data(), static_cast<qsizetype>(plain));
+        text.remove_prefix(plain);
+        if (text.empty())
+            return;
+        const QByteArrayView run(text.begin(), std::ranges::find_if(text, isAscii));
+        text.remove_prefix(static_cast<std::size_t>(run.size()));
+        characters.resize(decoder.requiredSpace(run.size()));
+        const QChar *const end = decoder.appendToBuffer(characters.data(), run);
+        appendCharacters(bytes, QStringView(characters.data(), end), firstReference);
     }
 }
 
@@ -65,26 +89,12 @@ std::size_t asciiLength(std::string_view text)
 
 void appendLatin1(QByteArray &bytes, std::string_view text)
 {
-    const std::size_t ascii = asciiLength(text);
-    bytes.append(text.data(), static_cast<qsizetype>(ascii));
-    text.remove_prefix(ascii);
-    if (text.empty())
-        return; // nearly always; a decoder is not free
-    QStringDecoder decoder(QStringDecoder::Utf8,
-                           QStringDecoder::Flag::Stateless | QStringDecoder::Flag::ConvertInitialBom);
-    QVarLengthArray<QChar, 256> characters;
-    for (;;) {
-        const std::size_t plain = asciiLength(text);
-        bytes.append(text.data(), static_cast<qsizetype>(plain));
-        text.remove_prefix(plain);
-        if (text.empty())
-            return;
-        const QByteArrayView run(text.begin(), std::ranges::find_if(text, isAscii));
-        text.remove_prefix(static_cast<std::size_t>(run.size()));
-        characters.resize(decoder.requiredSpace(run.size()));
-        const QChar *const end = decoder.appendToBuffer(characters.data(), run);
-        appendCharacters(bytes, QStringView(characters.data(), end));
-    }
+    appendEncoded(bytes, text, 0x100);
+}
+
+void appendAscii(QByteArray &bytes, std::string_view text)
+{
+    appendEncoded(bytes, text, 0x80);
 }
 
 } // namespace tavidoc

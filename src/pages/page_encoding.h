@@ -14,4 +14,7 @@ namespace tavidoc {
 /// sequence counts as U+FFFD.
 void appendLatin1(QByteArray &bytes, std::string_view text);
 
+/// As appendLatin1(), but every character that is not ASCII is written as a reference.
+void appendAscii(QByteArray &bytes, std::string_view text);
+
 } // namespace tavidoc

@@ -1,0 +1,134 @@
+#include "site/render/body.h"
+
+#include "base/text_escape.h"
+#include "site/lexers/highlight.h"
+#include "site/render/body_edits.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+namespace {
+
+constexpr std::size_t s_selfLinkLimit = 2'500; // bytes on a page
+
+/// Adds the edits that a record and its links ask for. Places come from a file: each is tested before it is used.
+class RecordedEdits
+{
+public:
+    RecordedEdits(std::string_view body, const RecordPage &page, const PageLinks &links)
+        : m_body(body), m_page(page), m_links(links), m_edits(structuralEdits(body))
+    {
+    }
+
+    [[nodiscard]] BodyEdits edits() &&;
+
+private:
+    [[nodiscard]] bool isInside(std::uint64_t offset, std::uint64_t length) const
+    {
+        return offset <= m_body.size() && length <= m_body.size() - offset;
+    }
+    [[nodiscard]] bool hasSelfLinks() const;
+    void heading(const RecordHeading &heading, bool hasSelfLink);
+    void link(const RecordLink &link, const ResolvedLink &resolved);
+    void image(const RecordImage &image, const ResolvedImage &resolved);
+    void listing(const RecordListing &listing);
+    void insert(std::size_t offset, std::string inserted) { m_edits.push_back({offset, 0, std::move(inserted)}); }
+
+    std::string_view m_body;
+    const RecordPage &m_page;
+    const PageLinks &m_links;
+    BodyEdits m_edits;
+};
+
+BodyEdits RecordedEdits::edits() &&
+{
+    const bool hasLinks = hasSelfLinks();
+    for (const RecordHeading &recorded : m_page.headings)
+        heading(recorded, hasLinks && recorded.level > 1);
+    for (const ResolvedLink &resolved : m_links.links) {
+        if (resolved.link < m_page.links.size())
+            link(m_page.links[resolved.link], resolved);
+    }
+    for (const ResolvedImage &resolved : m_links.images) {
+        if (resolved.image < m_page.images.size())
+            image(m_page.images[resolved.image], resolved);
+    }
+    for (const RecordListing &recorded : m_page.listings)
+        listing(recorded);
+    return std::move(m_edits);
+}
+
+/// A page with very many headings does without links to them, so that it does not grow too much.
+bool RecordedEdits::hasSelfLinks() const
+{
+    std::size_t size = 0;
+    for (const RecordHeading &heading : m_page.headings)
+        size += 2 * heading.id.size() + 38;
+    return size <= s_selfLinkLimit;
+}
+
+void RecordedEdits::heading(const RecordHeading &heading, bool hasSelfLink)
+{
+    if (!isInside(heading.offset, 4) || !m_body.substr(heading.offset).starts_with("<h"))
+        return;
+    const std::size_t textBegin = tagEnd(m_body, heading.offset);
+    if (textBegin == m_body.npos || attributeValue(m_body, heading.offset, "id").found)
+        return;
+    insert(heading.offset + 3, " id=\"" + escapedText(heading.id) + "\"");
+    const char closing[] = {'<', '/', 'h', m_body[heading.offset + 2], '>', 0};
+    const std::size_t textEnd = m_body.find(closing, textBegin);
+    if (!hasSelfLink || textEnd == m_body.npos ||
+        m_body.substr(textBegin, textEnd - textBegin).find("<a") != m_body.npos)
+        return;
+    insert(textBegin, "<a class=\"self\" href=\"#" + escapedText(heading.id) + "\">");
+    insert(textEnd, "</a>");
+}
+
+void RecordedEdits::link(const RecordLink &link, const ResolvedLink &resolved)
+{
+    if (!isInside(link.offset, link.length))
+        return;
+    const std::string_view element = m_body.substr(0, link.offset + link.length);
+    if (!element.substr(link.offset).starts_with("<a ") || !element.ends_with("</a>"))
+        return;
+    const AttributeValue target = attributeValue(element, link.offset, "href");
+    const std::size_t captionBegin = tagEnd(element, link.offset);
+    if (!target.found || captionBegin == element.npos)
+        return;
+    if (resolved.address.empty()) {
+        if (link.kind == RecordLink::Kind::Open)
+            insert(link.offset + 2, " class=\"dead\"");
+        return;
+    }
+    m_edits.push_back({target.offset, target.length, escapedText(resolved.address)});
+    if (link.kind == RecordLink::Kind::Open && !link.hasCaption && !resolved.caption.empty()) {
+        const std::size_t length = element.size() - 4 - captionBegin; // without "</a>"
+        m_edits.push_back({captionBegin, length, escapedText(resolved.caption)});
+    }
+}
+
+void RecordedEdits::image(const RecordImage &image, const ResolvedImage &resolved)
+{
+    if (!resolved.address.empty() && isInside(image.offset, image.length))
+        m_edits.push_back({image.offset, image.length, escapedText(resolved.address)});
+}
+
+void RecordedEdits::listing(const RecordListing &listing)
+{
+    if (!isInside(listing.offset, listing.length))
+        return;
+    const std::string_view text = m_body.substr(listing.offset, listing.length);
+    std::string coloured = highlighted(text, listing.language);
+    if (!coloured.empty())
+        m_edits.push_back({listing.offset, listing.length, std::move(coloured)});
+}
+
+} // namespace
+
+std::string siteBody(std::string_view body, const RecordPage &page, const PageLinks &links)
+{
+    return edited(body, RecordedEdits(body, page, links).edits());
+}
+
+} // namespace tavidoc

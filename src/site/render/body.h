@@ -1,0 +1,23 @@
+#pragma once
+
+#include "site/link/link_data.h"
+#include "site/record/record.h"
+
+#include <string>
+#include <string_view>
+
+namespace tavidoc {
+
+/// The body of \a page for the site. \a body is what the library made, and every byte of it stays except the targets
+/// and captions of links and the sources of pictures, which come from \a links. Inserted are:
+/// - ids of headings, and links to them;
+/// - boxes around listings and outermost tables;
+/// - spans in listings in a language that only the site knows;
+/// - the number with which a numbered list continues that only listings separate from the one before it;
+/// - an empty description in pictures without one;
+/// - marks of errors in the markup and of links that lead nowhere, so that they do not look like text;
+/// - the attribute that hides the heading of the group of declarations without a group.
+/// Offsets that do not fit the body are ignored.
+[[nodiscard]] std::string siteBody(std::string_view body, const RecordPage &page, const PageLinks &links);
+
+} // namespace tavidoc

@@ -1,0 +1,104 @@
+#include "site/render/body_edits.h"
+
+#include "base/white_space.h"
+
+#include <algorithm>
+
+namespace tavidoc {
+
+namespace {
+
+/// True for the characters of a tag's or attribute's name.
+bool isNameCharacter(char c)
+{
+    return !isSpace(c) && c != '=' && c != '>' && c != '/' && c != '"' && c != '\'' && c != '<';
+}
+
+std::size_t skipName(std::string_view html, std::size_t at)
+{
+    while (at < html.size() && isNameCharacter(html[at]))
+        ++at;
+    return at;
+}
+
+std::size_t skipSpaces(std::string_view html, std::size_t at)
+{
+    while (at < html.size() && isSpace(html[at]))
+        ++at;
+    return at;
+}
+
+/// The value that begins at \a at, after "=" and spaces, without its quotes.
+AttributeValue valueAt(std::string_view html, std::size_t at)
+{
+    if (at < html.size() && (html[at] == '"' || html[at] == '\'')) {
+        const std::size_t end = html.find(html[at], at + 1);
+        return {at + 1, end == html.npos ? 0 : end - at - 1, end != html.npos};
+    }
+    const std::size_t end = std::min(html.find_first_of(" \t\r\n>", at), html.size());
+    return {at, end - at, true};
+}
+
+} // namespace
+
+std::string edited(std::string_view body, BodyEdits edits)
+{
+    std::ranges::stable_sort(edits, {}, &BodyEdit::offset);
+    std::string html;
+    html.reserve(body.size() + 64 * edits.size());
+    std::size_t done = 0;
+    for (const BodyEdit &edit : edits) {
+        if (edit.offset < done || edit.offset > body.size() || edit.removed > body.size() - edit.offset)
+            continue;
+        html += body.substr(done, edit.offset - done);
+        html += edit.inserted;
+        done = edit.offset + edit.removed;
+    }
+    return html.append(body.substr(done));
+}
+
+std::size_t tagEnd(std::string_view html, std::size_t offset)
+{
+    for (std::size_t at = offset;;) {
+        at = html.find_first_of(">\"'", at);
+        if (at == html.npos)
+            return at;
+        if (html[at] == '>')
+            return at + 1;
+        at = html.find(html[at], at + 1);
+        if (at == html.npos)
+            return at;
+        ++at;
+    }
+}
+
+AttributeValue attributeValue(std::string_view html, std::size_t offset, std::string_view attribute)
+{
+    const std::size_t end = tagEnd(html, offset);
+    if (end == html.npos)
+        return {};
+    std::size_t at = skipName(html, offset + 1);
+    while (at < end) {
+        at = skipSpaces(html, at);
+        const std::size_t nameBegin = at;
+        at = skipName(html, at);
+        if (at == nameBegin) {
+            ++at;
+            continue;
+        }
+        const std::string_view name = html.substr(nameBegin, at - nameBegin);
+        const std::size_t equals = skipSpaces(html, at);
+        if (equals >= end || html[equals] != '=') {
+            if (name == attribute)
+                return {at, 0, true};
+            continue;
+        }
+        const AttributeValue value = valueAt(html, skipSpaces(html, equals + 1));
+        if (name == attribute)
+            return value;
+        at = value.offset + value.length + (html[value.offset - 1] == '"' || html[value.offset - 1] == '\'' ? 1 : 0);
+    }
+    return {};
+}
+
+} // namespace tavidoc

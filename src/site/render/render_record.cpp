@@ -1,0 +1,47 @@
+#include "site/render/render.h"
+
+#include "site/render/body.h"
+#include "site/render/page_frame.h"
+
+namespace tavidoc {
+
+namespace {
+
+const LinkTarget *pointerTo(const std::optional<LinkTarget> &target)
+{
+    return target ? &*target : nullptr;
+}
+
+/// The bytes of the body of \a page; empty when its place is not in the bodies.
+std::string_view bodyOf(const RecordWithBodies &record, const RecordPage &page)
+{
+    const std::string_view bodies = record.bodies;
+    const bool isInside = page.bodyOffset <= bodies.size() && page.bodyLength <= bodies.size() - page.bodyOffset;
+    return isInside ? bodies.substr(page.bodyOffset, page.bodyLength) : std::string_view();
+}
+
+} // namespace
+
+void renderRecord(const RecordWithBodies &record, const RecordLinks &links, const SharedLinks &shared,
+                  const FileSink &sink)
+{
+    for (const PageLinks &pageLinks : links.pages) {
+        if (pageLinks.page >= record.head.pages.size())
+            continue;
+        const RecordPage &page = record.head.pages[pageLinks.page];
+        const PageFrame frame = {.address = pageLinks.address,
+                                 .title = pageLinks.title,
+                                 .ancestors = &pageLinks.ancestors,
+                                 .navigation = &pageLinks.navigation,
+                                 .headings = &page.headings,
+                                 .previous = pointerTo(pageLinks.previous),
+                                 .next = pointerTo(pageLinks.next)};
+        const std::string body = siteBody(bodyOf(record, page), page, pageLinks);
+        sink(pageLinks.address, framedSitePage(frame, body, shared.settings));
+    }
+    const std::string top = record.head.folder.empty() ? std::string() : record.head.folder + "/";
+    for (const RecordIcon &icon : record.head.icons)
+        sink(top + icon.name, QByteArray(icon.bytes.data(), static_cast<qsizetype>(icon.bytes.size())));
+}
+
+} // namespace tavidoc
