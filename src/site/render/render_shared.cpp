@@ -10,6 +10,12 @@
 
 #include <algorithm>
 
+// A static library's resources are registered on demand, by a function outside of any namespace.
+static void registerSiteFiles()
+{
+    Q_INIT_RESOURCE(site);
+}
+
 namespace tavidoc {
 
 namespace {
@@ -19,6 +25,7 @@ constexpr std::size_t s_topEntries = 30; // in the navigation of the site's own 
 /// The style sheet and the scripts.
 void renderFiles(const FileSink &sink)
 {
+    registerSiteFiles();
     const QDir folder(QStringLiteral(":/site"));
     for (const QString &name : folder.entryList(QDir::Files, QDir::Name)) {
         QFile file(folder.filePath(name));
