@@ -68,32 +68,6 @@ CharacterClass unicodeClass(char32_t c)
     }
 }
 
-struct Decoded
-{
-    char32_t character;
-    std::size_t length; ///< in bytes
-};
-
-/// The character whose first byte, not ASCII, is \a text[at]. One bad byte is a line end.
-Decoded decodedAt(std::string_view text, std::size_t at)
-{
-    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
-    const std::size_t length = byte(0) >= 0xf0 ? 4 : byte(0) >= 0xe0 ? 3 : 2;
-    if (byte(0) < 0xc2 || byte(0) > 0xf4 || length > text.size() - at)
-        return {U'\n', 1};
-    char32_t character = byte(0) & (0xffU >> (length + 1));
-    for (std::size_t i = 1; i < length; ++i) {
-        if ((byte(i) & 0xc0U) != 0x80)
-            return {U'\n', 1};
-        character = character << 6U | (byte(i) & 0x3fU);
-    }
-    constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
-    const bool isSurrogate = character >= 0xd800 && character <= 0xdfff;
-    if (character < smallest[length] || character > 0x10ffff || isSurrogate)
-        return {U'\n', 1};
-    return {character, length};
-}
-
 } // namespace
 
 CharacterClass characterClass(char32_t character)
@@ -108,13 +82,34 @@ bool isWordCharacter(char32_t character)
     return found >= CharacterClass::Lower && found <= CharacterClass::Underscore;
 }
 
+DecodedCharacter decodedCharacter(std::string_view text, std::size_t at)
+{
+    const auto byte = [&](std::size_t i) { return static_cast<unsigned char>(text[at + i]); };
+    constexpr DecodedCharacter invalid = {.character = U'\n', .isValid = false};
+    if (byte(0) < 0x80)
+        return {.character = byte(0)};
+    const std::size_t length = byte(0) >= 0xf0 ? 4 : byte(0) >= 0xe0 ? 3 : 2;
+    if (byte(0) < 0xc2 || byte(0) > 0xf4 || length > text.size() - at)
+        return invalid;
+    char32_t character = byte(0) & (0xffU >> (length + 1));
+    for (std::size_t i = 1; i < length; ++i) {
+        if ((byte(i) & 0xc0U) != 0x80)
+            return invalid;
+        character = character << 6U | (byte(i) & 0x3fU);
+    }
+    constexpr std::array<char32_t, 5> smallest = {0, 0, 0x80, 0x800, 0x10000};
+    const bool isSurrogate = character >= 0xd800 && character <= 0xdfff;
+    if (character < smallest[length] || character > 0x10ffff || isSurrogate)
+        return invalid;
+    return {.character = character, .length = length};
+}
+
 std::u32string codePoints(std::string_view text)
 {
     std::u32string characters;
     characters.reserve(text.size());
     for (std::size_t at = 0; at < text.size();) {
-        const auto byte = static_cast<unsigned char>(text[at]);
-        const Decoded next = byte < 0x80 ? Decoded{byte, 1} : decodedAt(text, at);
+        const DecodedCharacter next = decodedCharacter(text, at);
         characters.push_back(next.character);
         at += next.length;
     }

@@ -23,6 +23,16 @@ enum class CharacterClass : std::uint8_t
 /// Whether \a character is part of a word: a letter, digit, mark or "_", but not an ideograph.
 [[nodiscard]] bool isWordCharacter(char32_t character);
 
+/// A character of a text in UTF-8.
+struct DecodedCharacter
+{
+    char32_t character = 0;
+    std::size_t length = 1; ///< in bytes; of a byte that is not UTF-8, 1
+    bool isValid = true;
+};
+
+[[nodiscard]] DecodedCharacter decodedCharacter(std::string_view text, std::size_t at);
+
 /// \a text as code points. Bytes that are not UTF-8 become line ends, which separate words.
 [[nodiscard]] std::u32string codePoints(std::string_view text);
 
