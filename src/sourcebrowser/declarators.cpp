@@ -265,10 +265,14 @@ bool SourceBrowserDeclaratorReader::callIsName(Index begin, Index open, Index en
 /// Whether the name at \a begin, in an argument, is that of a function: `int compare(int, int)`.
 bool SourceBrowserDeclaratorReader::argumentIsFunction(Index begin, Index open, Index end)
 {
-    if (looksLikeMacro(begin) || beginsValue(code(open + 1, end)))
+    const Index after = afterGroup(open);
+    if (m_items.empty() || looksLikeMacro(begin) || beginsValue(code(open + 1, end)) ||
+        (after < end && token(after).isPlainName())) // "int unused(x) name"
         return false;
     const Counts &before = counts();
-    return before.types > 0 ? before.ownWords == 0 : before.words > 0 && before.ownWords <= 1;
+    if (before.types > 0 || before.words > 0)
+        return before.types > 0 ? before.ownWords == 0 : before.ownWords <= 1;
+    return m_items.back().kind == Item::Call;
 }
 
 /// Whether the function has no type, so that what precedes it is macros: a destructor, a conversion, or a constructor.

@@ -81,8 +81,9 @@ INSTANTIATE_TEST_SUITE_P(
             "e = int e ; g = int (*g)(int) ; j = T *j"},
         Row{u"int a(-1), b(+c, 2); T d(!e); static const int f(~1); int (*g)(int){0}, h; int i(T);",
             "i = int i(T) ; a = int a ; b = int b ; d = T d ; f = const int f ; g = int (*g)(int) ; h = int h"},
-        Row{u"void f(int a(int), T b(T), HANDLE c(void), T CALLBACK d(), T *e(int) = 0, int UNUSED(g), T h unused(i));",
-            "f = void f(int a(int), T b(T), HANDLE c(void), T d(void), T *e(int), int, T h)"},
+        Row{u"void f(int a(int), T b(T), HANDLE c(void), T CALLBACK d(), T *e(int) = 0, int UNUSED(g), T h unused(i), "
+            u"A(j) k(int), int attr(l) m);",
+            "f = void f(int a(int), T b(T), HANDLE c(void), T d(void), T *e(int), int, T h, A(j) k(int), int m)"},
         Row{u"struct [[x]] a b; struct ::c d; const ::e::F g; T [[x]] h; i<const ::j> k; l :: m n; void o(struct ::p "
             u"q);",
             "o = void o(struct ::p q) ; b = struct a b ; d = struct ::c d ; g = const ::e::F g ; h = T h ; "
