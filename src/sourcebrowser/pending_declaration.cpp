@@ -274,8 +274,13 @@ bool SourceBrowserPendingDeclaration::isOldStyle()
 {
     if (parentheses > 0 || isTypedef || (m_oldNamesEnd < 0 && !readOldNames()))
         return false;
-    return std::any_of(tokens.begin() + m_oldNamesEnd + 1, tokens.end(),
-                       [this](const Token &token) { return token.isIdentifier() && m_oldNames.contains(token.text); });
+    for (size_t at = static_cast<size_t>(m_oldNamesEnd) + 1; at < tokens.size(); ++at) {
+        const int next = at + 1 < tokens.size() ? tokens[at + 1].code : ',';
+        const bool isDeclared = tokens[at].isIdentifier() && (next == ',' || next == '[' || next == ')');
+        if (isDeclared && m_oldNames.contains(tokens[at].text))
+            return true;
+    }
+    return false;
 }
 
 /// Reads the last group outside brackets, before the first declaration of an argument. False if it holds anything but
@@ -290,6 +295,8 @@ bool SourceBrowserPendingDeclaration::readOldNames()
         if (wantsName ? !tokens[begin].isPlainName() : !tokens[begin].is(','))
             return false;
     }
+    if (begin == 1 && isInCapitals(tokens[0].text))
+        return false; // a macro before a declaration
     for (size_t at = begin + 1; at < static_cast<size_t>(groupEnd); at += 2)
         m_oldNames.insert(tokens[at].text);
     SourceBrowserPendingDeclaration function;

@@ -348,6 +348,8 @@ INSTANTIATE_TEST_SUITE_P(
             u"C();\nF();\n};\n#if "
             u"A\nstruct a x\n#else\nstruct b x\n#endif\n;",
             "C ; C.A = A(int) ; C.C = C(void) ; x = struct a x ; x = struct b x"},
+        Row{u"flags(As, A)\nAs *a;\nFLAGS(b)\nint b; int c(D) D e; int f;",
+            "c = int c(D) ; a = As *a ; b = int b ; f = int f"},
         Row{u"int a = b(1; int c; int d = e[2; class F { F() : g(1; int h; }; using i = j(k; int l;",
             "F ; F.F = F(void) ; F.h = int h ; a = int a ; c = int c ; d = int d ; l = int l"},
         Row{u"struct a { }\nint b; enum c { D }\nint e; struct { int f; }int g; typedef enum { H } bool;",
