@@ -258,6 +258,7 @@ bool SourceBrowserDeclarationParser::branchInDeclaration(const Token &token)
         SourceBrowserBranchHeads &heads = m_conditions.back().heads;
         heads.names << constructorName(head().name());
         heads.line = heads.line < 0 ? m_pending.line : heads.line;
+        m_pending.declaresNothing |= head().keyword().is(Class) || !head().baseClasses().empty(); // else a variable
     }
     finish();
     m_stream.noteConditional(token);

@@ -61,7 +61,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclarationParser::readPending
 /// Declares every declarator. False if nothing is declared.
 bool SourceBrowserDeclarationParser::declareAll()
 {
-    if (m_pending.isInstantiation || m_pending.isForwardDeclaration())
+    if (m_pending.declaresNothing || m_pending.isForwardDeclaration())
         return false;
     bool isFirst = true;
     bool declares = false;

@@ -11,7 +11,7 @@ bool SourceBrowserDeclarationParser::templateParameters(const Token &keyword)
     Token token = m_stream.next();
     if (!token.is('<')) {
         m_stream.giveBack(token);
-        m_pending.isInstantiation = m_pending.declaresNothingYet();
+        m_pending.declaresNothing = m_pending.declaresNothingYet();
         return true;
     }
     m_pending.isTemplate = true;

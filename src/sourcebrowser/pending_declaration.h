@@ -28,7 +28,7 @@ struct SourceBrowserPendingDeclaration
     bool isVirtual = false;
     bool isFriend = false;
     bool isTemplate = false;      ///< template parameters were skipped
-    bool isInstantiation = false; ///< "template" without parameters: it declares nothing
+    bool declaresNothing = false; ///< "template" without parameters, or only the head of a class
     bool isInitialised = false;
     bool isCutOff = false;     ///< ended by something other than a ";"
     bool isBranchHead = false; ///< ended by an "#else", as the head of a class may be

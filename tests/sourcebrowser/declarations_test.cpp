@@ -344,7 +344,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"#if A\nclass A : B {\n#elif B\nclass C {\n#else\nclass D {\n#endif\nA(); C(int); D(); e();\n};\nclass F "
             u"{ A(); };",
             "A ; C ; D ; F ; D.A = A(void) ; D.C = C(int) ; D.D = D(void)"},
-        Row{u"#if A\nclass A : public B\n#else\ntemplate <> struct API C<D>\n#endif\n{\nA(int); explicit "
+        Row{u"#if A\nclass API A final : public B\n#else\ntemplate <> struct API C<D>\n#endif\n{\nA(int); explicit "
             u"C();\nF();\n};\n#if "
             u"A\nstruct a x\n#else\nstruct b x\n#endif\n;",
             "C ; C.A = A(int) ; C.C = C(void) ; x = struct a x ; x = struct b x"},
