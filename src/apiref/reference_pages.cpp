@@ -8,7 +8,6 @@
 #include "markup/member_groups.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
-#include "reading/source_line_reader.h"
 
 #include <algorithm>
 
@@ -75,8 +74,8 @@ std::string firstSentence(std::string_view html)
 } // namespace
 
 ReferencePages::ReferencePages(const Path &header, const Surroundings &surroundings)
-    : m_header(header), m_surroundings(surroundings), m_pages(m_blocks, surroundings.output, surroundings.split),
-      m_icons(surroundings.outputDirectory)
+    : m_header(header), m_surroundings(surroundings), m_lines(header),
+      m_pages(m_blocks, surroundings.output, surroundings.split), m_icons(surroundings.outputDirectory)
 {
     m_pages.setHeader(header.fileName());
 }
@@ -98,10 +97,9 @@ void ReferencePages::make(const QStringList &exclusions)
 /// Fills the model. The result is the header's overview.
 std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
 {
-    SourceLineReader reader(m_header);
-    DocGenSourceBrowserCParser parser(m_model, reader);
+    DocGenSourceBrowserCParser parser(m_model, m_lines);
     parser.parse(m_header.given());
-    if (!mayUseFiles({reader.text().constData(), static_cast<std::size_t>(reader.text().size())}))
+    if (!mayUseFiles({m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())}))
         m_surroundings.output.release();
     return parser.overviewComments();
 }

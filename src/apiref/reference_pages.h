@@ -14,6 +14,7 @@
 #include "pages/output_queue.h"
 #include "pages/pages.h"
 #include "reading/report.h"
+#include "reading/source_line_reader.h"
 #include "sourcebrowser/c_scanner.h"
 #include "sourcebrowser/model.h"
 
@@ -79,6 +80,7 @@ private:
 
     Path m_header;
     Surroundings m_surroundings;
+    SourceLineReader m_lines; // the model has strings that share their memory
     SourceBrowserModel m_model;
     HtmlBlocks m_blocks{SharedTables::paraStyle};
     Pages m_pages;

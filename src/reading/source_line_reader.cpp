@@ -1,8 +1,10 @@
 #include "reading/source_line_reader.h"
 
+#include "base/large_memory.h"
 #include "base/source_text.h"
 #include "base/whole_file.h"
 
+#include <algorithm>
 #include <cstring>
 #include <utility>
 
@@ -16,6 +18,12 @@ bool isAscii(std::string_view bytes)
     for (const char byte : bytes)
         bits |= static_cast<unsigned char>(byte);
     return bits < 0x80;
+}
+
+void widen(std::string_view ascii, char16_t *units)
+{
+    for (std::size_t index = 0; index < ascii.size(); ++index)
+        units[index] = static_cast<unsigned char>(ascii[index]);
 }
 
 } // namespace
@@ -39,16 +47,30 @@ bool SourceLineReader::readLine(QString &line)
         line = QString();
         return false;
     }
-    if (bytes.empty() || !isAscii(bytes)) {
-        line = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
-        return true;
+    if (!m_units)
+        prepareUnits();
+    char16_t *const units = m_units.get() + (bytes.data() - m_text.constData());
+    auto size = static_cast<qsizetype>(bytes.size());
+    if (!m_isAscii && isAscii(bytes)) {
+        widen(bytes, units);
+    } else if (!m_isAscii) {
+        const QString decoded = QString::fromUtf8(bytes.data(), size);
+        size = decoded.size(); // at most the number of bytes
+        std::copy_n(decoded.utf16(), size, units);
     }
-    // Nearly all lines of headers are ASCII. They are widened into the memory of the line before.
-    line.resize(static_cast<qsizetype>(bytes.size()));
-    auto *const units = reinterpret_cast<char16_t *>(line.data());
-    for (std::size_t index = 0; index < bytes.size(); ++index)
-        units[index] = static_cast<unsigned char>(bytes[index]);
+    line = QString::fromRawData(reinterpret_cast<const QChar *>(units), size);
     return true;
+}
+
+/// Most headers are ASCII, and then all their lines are decoded at once.
+void SourceLineReader::prepareUnits()
+{
+    const std::string_view text(m_text.constData(), static_cast<std::size_t>(m_text.size()));
+    m_units = std::make_unique_for_overwrite<char16_t[]>(text.size());
+    preferHugePages(m_units.get(), text.size() * sizeof(char16_t));
+    m_isAscii = isAscii(text);
+    if (m_isAscii)
+        widen(text, m_units.get());
 }
 
 bool SourceLineReader::readLine(std::string_view &line)

@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QString>
 
+#include <memory>
 #include <string_view>
 
 namespace tavidoc {
@@ -19,7 +20,7 @@ public:
     SourceLineReader(Path path, QByteArray text);
 
     /// Stores the next line, without its end, in \a line. At the end of the file the result is
-    /// false and \a line is null.
+    /// false and \a line is null. Lines, and strings that share their memory, are valid as long as the reader.
     bool readLine(QString &line);
     /// The same as UTF-8. The view is valid as long as a copy of text() is.
     bool readLine(std::string_view &line);
@@ -35,8 +36,13 @@ public:
     [[nodiscard]] int tabWidth() const { return m_tabWidth; }
 
 private:
+    void prepareUnits();
+
     Path m_path;
     QByteArray m_text;
+    std::unique_ptr<char16_t[]>
+        m_units;            // each line, decoded, at its offset in m_text; null before the first is asked for
+    bool m_isAscii = false; // then m_units is complete
     qsizetype m_offset = 0;
     int m_lineNumber = 0;
     bool m_wasRead = true;
