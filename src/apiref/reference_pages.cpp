@@ -1,15 +1,16 @@
 #include "apiref/reference_pages.h"
 
+#include "apiref/comment_findings.h"
 #include "apiref/comment_markup.h"
 #include "apiref/doc_gen_c_parser.h"
 #include "base/text_escape.h"
 #include "base/white_space.h"
 #include "markup/file_commands.h"
-#include "markup/member_groups.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
 
 #include <algorithm>
+#include <set>
 
 namespace tavidoc {
 
@@ -46,6 +47,14 @@ std::string qualifiedByDots(std::string_view name)
     return result;
 }
 
+/// The qualified name of \a object with "::".
+std::string qualifiedByColons(const SourceBrowserObject &object)
+{
+    if (object.scope().isEmpty())
+        return object.name().toStdString();
+    return QString(object.scope()).replace(u'.', "::"_L1).toStdString() + "::" + object.name().toStdString();
+}
+
 std::u16string_view utf16View(const QString &text)
 {
     return {reinterpret_cast<const char16_t *>(text.utf16()), static_cast<std::size_t>(text.size())};
@@ -74,9 +83,13 @@ std::string firstSentence(std::string_view html)
 } // namespace
 
 ReferencePages::ReferencePages(const Path &header, const Surroundings &surroundings)
-    : m_header(header), m_surroundings(surroundings), m_lines(header),
-      m_pages(m_blocks, surroundings.output, surroundings.split), m_icons(surroundings.outputDirectory)
+    : m_header(header), m_surroundings(surroundings),
+      m_facts(surroundings.listener != nullptr ? std::optional(DocumentFacts(*surroundings.listener)) : std::nullopt),
+      m_lines(header), m_pages(m_blocks, surroundings.output, surroundings.split, m_facts ? &*m_facts : nullptr),
+      m_icons(m_facts ? IconTable(m_facts->listener()) : IconTable(surroundings.outputDirectory))
 {
+    if (m_facts)
+        m_facts->placeContents(surroundings.contents.lines().size(), {});
     m_pages.setHeader(header.fileName());
 }
 
@@ -101,6 +114,10 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
     parser.parse(m_header.given());
     if (!mayUseFiles({m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())}))
         m_surroundings.output.release();
+    if (m_facts) {
+        m_facts->listener().file(m_header.given(), m_lines.wasRead());
+        tellStrayComments(m_header.given(), parser.documentationLines(), m_model, m_facts->listener());
+    }
     return parser.overviewComments();
 }
 
@@ -112,7 +129,7 @@ void ReferencePages::select(const QStringList &exclusions)
     for (const SourceBrowserObject *object : m_model.chosen(isDocumented)) {
         std::string name = object->name().toStdString();
         if (!hasInnerText(utf16View(object->documentation()))) {
-            warn(object->documentationLine(), "the comment of " + name + " has no text");
+            warnOfEmptyComment(*object, name);
             continue;
         }
         std::string stem = stemOf(name);
@@ -131,12 +148,21 @@ void ReferencePages::makePage(const Documented &declaration)
     m_pages.open(declaration.stem);
     m_pages.setTitle(declaration.name);
     const std::string comment = declaration.object->documentation().toStdString();
+    if (m_facts) {
+        m_facts->placeContents(m_surroundings.contents.lines().size(), place(declaration.line));
+        m_facts->beginDeclaration(place(declaration.line), declarationKind(*declaration.object),
+                                  qualifiedByColons(*declaration.object));
+        tellUnusedText(comment, place(declaration.line), m_facts->listener());
+    }
     const std::string markup = commentMarkup(comment, declaration.name);
     SourceMap map;
     map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
     const std::string brief = translate(markup, map);
     std::string description = brief.empty() ? firstSentence(m_blocks.firstParagraph()) : brief;
-    m_finished.insert_or_assign(declaration.stem, std::pair(declaration.line, std::move(description)));
+    if (m_facts && brief.empty())
+        m_facts->setBrief(description);
+    m_finished.insert_or_assign(declaration.stem, Finished{declaration.line, declaration.name, std::move(description),
+                                                           m_facts ? m_facts->brief() : BriefFacts()});
 }
 
 /// Translates \a markup into the page text. The result is its `\brief` as HTML.
@@ -155,7 +181,8 @@ std::string ReferencePages::translate(std::string_view markup, SourceMap &map)
                                    .icons = m_icons,
                                    .declarations = this,
                                    .outputFormat = m_surroundings.outputFormat,
-                                   .baseHeadingLevel = m_surroundings.baseHeadingLevel});
+                                   .baseHeadingLevel = m_surroundings.baseHeadingLevel,
+                                   .facts = m_facts ? &*m_facts : nullptr});
     translator.translate();
     return translator.brief();
 }
@@ -169,8 +196,8 @@ void ReferencePages::noteReplacedPage(const Documented &declaration)
     SharedTables::docObjects.erase(declaration.stem); // the group that the replaced page named
     std::string message = "the page of ";
     message.append(declaration.name).append(" replaces the one documented on line ");
-    message.append(std::to_string(before->second.first));
-    warn(declaration.line, message);
+    message.append(std::to_string(before->second.line));
+    warn(declaration.line, message, "duplicate-page");
 }
 
 void ReferencePages::makeHeaderPage(const std::vector<SourceBrowserOverviewComment> &overview)
@@ -187,30 +214,42 @@ void ReferencePages::makeHeaderPage(const std::vector<SourceBrowserOverviewComme
     map.beginStretch(markup.size(), file, 1);
     markup += "\\section API Summary\n";
     translate(markup, map);
-    appendMultiHeadingTable(m_blocks.text(), summary());
+    const std::vector<MemberGroups::Group> groups = groupedPages();
+    const std::vector<IndexRowPlace> rows = appendMultiHeadingTable(m_blocks.text(), summary(groups));
     const std::string title = "<" + m_header.fileName().toStdString() + ">";
     const std::string stem = m_header.baseName().toStdString() + "_h";
+    if (m_facts) {
+        tellSummary(groups, rows);
+        tellHeaderPage(stem, title, place(overview.empty() ? 1 : overview.front().firstLine));
+    }
     m_pages.output(stem, title);
 }
 
-std::vector<IndexGroup> ReferencePages::summary() const
+/// The groups of the summary, each with the stems of its pages.
+std::vector<MemberGroups::Group> ReferencePages::groupedPages() const
 {
     std::vector<std::string> stems;
-    TextMap<std::string_view> names;
+    std::set<std::string_view> known;
     for (auto declaration = m_documented.rbegin(); declaration != m_documented.rend(); ++declaration) {
-        if (names.try_emplace(declaration->stem, declaration->name).second) // the later of equal pages counts
+        if (known.insert(declaration->stem).second) // the later of equal pages counts
             stems.push_back(declaration->stem);
     }
     std::ranges::reverse(stems);
-    std::vector<IndexGroup> groups;
-    for (const MemberGroups::Group &group : MemberGroups::arrange(stems)) {
-        IndexGroup &rows = groups.emplace_back();
+    return MemberGroups::arrange(stems);
+}
+
+std::vector<IndexGroup> ReferencePages::summary(const std::vector<MemberGroups::Group> &groups) const
+{
+    std::vector<IndexGroup> table;
+    for (const MemberGroups::Group &group : groups) {
+        IndexGroup &rows = table.emplace_back();
         rows.caption = escapedText(group.name);
-        for (const std::string &stem : group.pages)
-            rows.entries.push_back(
-                {escapedText(stem), escapedText(names.find(stem)->second), m_finished.find(stem)->second.second});
+        for (const std::string &stem : group.pages) {
+            const Finished &page = m_finished.find(stem)->second;
+            rows.entries.push_back({escapedText(stem), escapedText(page.name), page.description});
+        }
     }
-    return groups;
+    return table;
 }
 
 void ReferencePages::makeContentsFile()
@@ -224,14 +263,25 @@ void ReferencePages::makeContentsFile()
     text += "\n</content>\n</contents>";
     const std::string_view part = text;
     m_surroundings.output.add({stem + ".xml", QString(), {&part, 1}});
+    if (m_facts)
+        tellContents();
 }
 
-void ReferencePages::warn(int line, std::string_view message) const
+void ReferencePages::warn(int line, std::string_view message, std::string_view check) const
 {
     m_surroundings.sink({.kind = Message::Kind::Warning,
                          .file = m_header.given().toStdString(),
                          .line = line,
-                         .text = std::string(message)});
+                         .text = std::string(message),
+                         .check = check});
+}
+
+/// Warns that the comment of \a object has no text, unless the reason is told instead.
+void ReferencePages::warnOfEmptyComment(const SourceBrowserObject &object, const std::string &name)
+{
+    const int line = object.documentationLine();
+    if (!m_facts || !tellUnusedText(object.documentation().toStdString(), place(line), m_facts->listener()))
+        warn(line, "the comment of " + name + " has no text");
 }
 
 std::optional<std::string> ReferencePages::pageOf(std::string_view name) const

@@ -6,8 +6,10 @@
 #include "definitions/properties.h"
 #include "markup/cross_references.h"
 #include "markup/declarations.h"
+#include "markup/member_groups.h"
 #include "markup/shared_tables.h"
 #include "pages/contents.h"
+#include "pages/document_facts.h"
 #include "pages/html_blocks.h"
 #include "pages/html_pages.h"
 #include "pages/icon_table.h"
@@ -20,6 +22,7 @@
 
 #include <QStringList>
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -40,8 +43,9 @@ public:
         const ActionNames &actions;
         const Properties &properties;
         const MessageSink &sink;
-        MissingFiles *missing;   ///< null when missing files are not reported
-        QString outputDirectory; ///< of the icons
+        MissingFiles *missing;      ///< null when missing files are not reported
+        DocumentListener *listener; ///< null when nobody is told
+        QString outputDirectory;    ///< of the icons
         std::string outputFormat;
         bool split; ///< also write a page and a contents file for the header, and frame all pages
         int baseHeadingLevel;
@@ -63,6 +67,15 @@ private:
         int line;         // on which the comment begins, counted from 1
     };
 
+    /// The page of a declaration that has been made.
+    struct Finished
+    {
+        int line; // of the comment, counted from 1
+        std::string name;
+        std::string description; // HTML
+        BriefFacts facts;        // of the description, if somebody is told
+    };
+
     [[nodiscard]] std::optional<std::string> pageOf(std::string_view name) const override;
     [[nodiscard]] std::optional<std::string> rendering(std::string_view name) const override;
     [[nodiscard]] std::string currentName() const override;
@@ -75,20 +88,27 @@ private:
     void makeHeaderPage(const std::vector<SourceBrowserOverviewComment> &overview);
     void makeContentsFile();
     void noteReplacedPage(const Documented &declaration);
-    [[nodiscard]] std::vector<IndexGroup> summary() const;
-    void warn(int line, std::string_view message) const;
+    [[nodiscard]] std::vector<MemberGroups::Group> groupedPages() const;
+    [[nodiscard]] std::vector<IndexGroup> summary(const std::vector<MemberGroups::Group> &groups) const;
+    void warn(int line, std::string_view message, std::string_view check = {}) const;
+    void warnOfEmptyComment(const SourceBrowserObject &object, const std::string &name);
+    void tellHeaderPage(const std::string &stem, const std::string &title, const DocumentPlace &place);
+    void tellSummary(const std::vector<MemberGroups::Group> &groups, const std::vector<IndexRowPlace> &rows);
+    void tellContents();
+    [[nodiscard]] DocumentPlace place(int line) const { return {m_header.given(), line}; }
 
     Path m_header;
     Surroundings m_surroundings;
-    SourceLineReader m_lines; // the model has strings that share their memory
+    std::optional<DocumentFacts> m_facts; // nothing when nobody is told
+    SourceLineReader m_lines;             // the model has strings that share their memory
     SourceBrowserModel m_model;
     HtmlBlocks m_blocks{SharedTables::paraStyle};
     Pages m_pages;
     IconTable m_icons;
-    std::vector<Documented> m_documented;            // in the order of their pages
-    const Documented *m_current = nullptr;           // whose page is being made
-    TextMap<std::string> m_stems;                    // by bare and by qualified name
-    TextMap<std::pair<int, std::string>> m_finished; // by stem: the line of the comment, the description
+    std::vector<Documented> m_documented;  // in the order of their pages
+    const Documented *m_current = nullptr; // whose page is being made
+    TextMap<std::string> m_stems;          // by bare and by qualified name
+    TextMap<Finished> m_finished;          // by stem
 };
 
 } // namespace tavidoc

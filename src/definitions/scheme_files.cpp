@@ -20,6 +20,8 @@ constexpr QLatin1StringView s_messages = "messages.xml"_L1;
 constexpr QLatin1StringView s_keys = "keys.xml"_L1;
 constexpr QLatin1StringView s_properties = "properties.xml"_L1;
 
+constexpr QLatin1StringView s_names[] = {s_menus, s_messages, s_keys, s_properties};
+
 /// The directory of \a input with a slash appended; empty for the working directory.
 QString directoryOf(const Path &input)
 {
@@ -34,7 +36,7 @@ std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, Action
     std::vector<XmlError> errors;
     if (!document.startSearch(directory))
         return errors;
-    for (const QLatin1StringView name : {s_menus, s_messages, s_keys, s_properties}) {
+    for (const QLatin1StringView name : s_names) {
         XmlPP::Loaded loaded = document.load(directory + name);
         if (loaded.error)
             errors.push_back(*std::move(loaded.error));
@@ -44,6 +46,16 @@ std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, Action
         properties.add(loaded.root);
     }
     return errors;
+}
+
+std::vector<SchemeFile> schemeFiles(const Path &input)
+{
+    std::vector<SchemeFile> files;
+    for (const QLatin1StringView name : s_names) {
+        const QString file = directoryOf(input) + name;
+        files.push_back({file, QFileInfo(file).isFile()});
+    }
+    return files;
 }
 
 std::vector<std::string> missingSchemeFiles(const Path &input, const ActionNames &actions, const Properties &properties)

@@ -17,6 +17,16 @@ class Properties;
 [[nodiscard]] std::vector<XmlError> loadSchemeFiles(const Path &input, XmlPP &document, ActionNames &actions,
                                                     Properties &properties);
 
+/// A definition file that was looked for.
+struct SchemeFile
+{
+    QString name; ///< with the directory of the input, as that was given
+    bool isPresent;
+};
+
+/// The definition files of \a input, in the order of loading.
+[[nodiscard]] std::vector<SchemeFile> schemeFiles(const Path &input);
+
 /// The names of the definition files that are missing from the directory of \a input, without those
 /// whose kind of definition another file has provided.
 [[nodiscard]] std::vector<std::string> missingSchemeFiles(const Path &input, const ActionNames &actions,

@@ -11,9 +11,12 @@
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
 #include "pages/contents.h"
+#include "pages/document_facts.h"
 #include "reading/report.h"
 #include "reading/source_reader.h"
 
+#include <optional>
+#include <set>
 #include <utility>
 
 namespace tavidoc {
@@ -87,6 +90,10 @@ void DocGen::loadDefinitions(const Path &input)
                 .line = error.line,
                 .text = error.reason.toStdString()});
     }
+    if (m_listener != nullptr) {
+        for (const SchemeFile &file : schemeFiles(input))
+            m_listener->file(file.name, file.isPresent);
+    }
     if (m_missing)
         m_missing->definitions = missingSchemeFiles(input, m_messageMap, m_properties);
 }
@@ -102,23 +109,63 @@ std::string contentsText(const Contents &contents)
     return text += "</contents>";
 }
 
+void tellFiles(const SourceDocument &document, DocumentListener &listener)
+{
+    std::set<std::string_view> missing;
+    for (const MissingInclude &include : document.missingIncludes)
+        missing.insert(include.file);
+    for (const QString &name : document.map.fileNames())
+        listener.file(name, !missing.contains(name.toStdString()));
+}
+
+/// The finding about a line that was dropped; nothing for a comment that is not in a listing.
+std::optional<DocumentFinding> findingAbout(const SwallowedLine &line, const DocumentFacts &facts)
+{
+    const bool isComment = line.reason == SwallowedLine::Reason::Comment;
+    if (isComment && !facts.isInListing(line.offset))
+        return std::nullopt;
+    std::string text = "the line \"" + line.text + "\" is dropped: lines that begin with \"";
+    text.append(isComment ? "%\" are comments" : "@\" are directives");
+    text += facts.isInListing(line.offset) ? "; use \\present for this listing" : "";
+    return DocumentFinding{"swallowed-line", {line.file, line.line}, std::move(text)};
+}
+
+/// Tells what is known when the whole document has been translated.
+void tellListener(const SourceDocument &document, const Contents &contents, DocumentFacts &facts)
+{
+    tellFiles(document, facts.listener());
+    for (const SwallowedLine &line : document.swallowedLines) {
+        if (const std::optional<DocumentFinding> finding = findingAbout(line, facts))
+            facts.listener().finding(*finding);
+    }
+    for (std::size_t index = 0; index < contents.lines().size(); ++index)
+        facts.listener().contentsLine(contents.lines()[index], facts.contentsPlace(index));
+}
+
 } // namespace
 
 void DocGen::documentMarkup(MacroContext *macros, const Path &input)
 {
     const std::string format = m_outputFormat.toStdString();
     loadDefinitions(input);
-    SourceDocument document = SourceReader(macros, format).read(input);
+    SourceReader reader(macros, format);
+    std::optional<DocumentFacts> facts;
+    if (m_listener != nullptr) {
+        facts.emplace(*m_listener).placeContents(m_contents->lines().size(), {});
+        reader.listSwallowedLines();
+    }
+    SourceDocument document = reader.read(input);
     if (!mayUseFiles(document.text()))
         m_output->release();
     Report report(document.text(), document.map, m_sink, m_missing.get());
     HtmlBlocks blocks(SharedTables::paraStyle);
-    Pages pages(blocks, *m_output, m_splitFlag != 0);
+    DocumentFacts *const told = facts ? &*facts : nullptr;
+    Pages pages(blocks, *m_output, m_splitFlag != 0, told);
     const TitleLists titles = titlesOf(document.text());
     if (const auto title = titles.titles.find(std::string_view()); title != titles.titles.end())
         pages.setDocumentTitle(title->second);
     const CrossReferences references(titles, nullptr);
-    IconTable icons(m_outputDirectory);
+    IconTable icons = m_listener != nullptr ? IconTable(*m_listener) : IconTable(m_outputDirectory);
     Translator translator(document.text(), {.blocks = blocks,
                                             .pages = pages,
                                             .contents = *m_contents,
@@ -129,12 +176,15 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
                                             .icons = icons,
                                             .declarations = nullptr,
                                             .outputFormat = format,
-                                            .baseHeadingLevel = m_baseHeadingLevel});
+                                            .baseHeadingLevel = m_baseHeadingLevel,
+                                            .facts = told});
     translator.translate();
     for (const MissingInclude &include : document.missingIncludes)
         report.missingInclude(include.offset, include.file);
     m_contents->closeAll();
     pages.flush();
+    if (facts)
+        tellListener(document, *m_contents, *facts);
     const std::string contents = contentsText(*m_contents);
     const std::string_view part = contents;
     m_output->add({input.baseName().toStdString() + ".xml", QString(), {&part, 1}});
@@ -149,6 +199,7 @@ void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
                                  .properties = m_properties,
                                  .sink = m_sink,
                                  .missing = m_missing.get(),
+                                 .listener = m_listener,
                                  .outputDirectory = m_outputDirectory,
                                  .outputFormat = m_outputFormat.toStdString(),
                                  .split = m_splitFlag != 0,

@@ -32,6 +32,7 @@ namespace tavidoc {
 
 class ActionNames;
 class Contents;
+class DocumentListener;
 class MacroContext;
 class OutputQueue;
 class OutputSink;
@@ -118,6 +119,9 @@ public:
      * \ingroup DocGen
      */
     void setMissingFileSink(MessageSink sink);
+    /// Sets the listener that is told about pages, links, images, contents, files and findings. Icons go to it
+    /// and are not written. Null, the default: nobody is told, and nothing is gathered. Borrowed.
+    void setListener(DocumentListener *listener) { m_listener = listener; }
 
     /*!
      * \h1 DocGen::\this
@@ -155,6 +159,7 @@ private:
     std::unique_ptr<Contents> m_contents; // of all runs of this object
     MessageSink m_sink = printMessage;
     std::unique_ptr<MissingFiles> m_missing; // null: missing files are not reported
+    DocumentListener *m_listener = nullptr;  // null: nobody is told
 };
 
 } // namespace tavidoc

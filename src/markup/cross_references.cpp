@@ -6,12 +6,12 @@
 
 namespace tavidoc {
 
-void CrossReferences::appendLink(std::string &html, std::string_view target,
-                                 std::optional<std::string_view> caption) const
+LinkedPage CrossReferences::appendLink(std::string &html, std::string_view target,
+                                       std::optional<std::string_view> caption) const
 {
-    // Deliberate: "https:" too. No page can have such a name.
-    const bool external = target.starts_with("http:") || target.starts_with("https:");
-    const std::string stem = external ? std::string(target) : stemOf(target);
+    LinkedPage page = linkedPage(target);
+    const std::string &stem = page.stem;
+    const bool external = page.kind == DocumentLink::Kind::External;
     html += "<a href=\"";
     if (!external)
         html += addressStart(stem);
@@ -19,15 +19,21 @@ void CrossReferences::appendLink(std::string &html, std::string_view target,
     html += external ? "\" target=\"_blank\">" : "\">";
     appendEscaped(html, caption ? *caption : captionOf(stem, target));
     html += "</a>";
+    return page;
 }
 
-std::string CrossReferences::stemOf(std::string_view target) const
+LinkedPage CrossReferences::linkedPage(std::string_view target) const
 {
+    // Deliberate: "https:" too. No page can have such a name.
+    if (target.starts_with("http:") || target.starts_with("https:"))
+        return {DocumentLink::Kind::External, std::string(target)};
     if (const auto title = m_titles.targets.find(target); title != m_titles.targets.end())
-        return title->second;
-    if (m_declarations == nullptr)
-        return std::string(target);
-    return m_declarations->pageOf(target).value_or(std::string(target));
+        return {DocumentLink::Kind::InDocument, title->second};
+    if (m_declarations != nullptr) {
+        if (std::optional<std::string> stem = m_declarations->pageOf(target))
+            return {DocumentLink::Kind::InDocument, *std::move(stem)};
+    }
+    return {DocumentLink::Kind::Elsewhere, std::string(target)};
 }
 
 std::string_view CrossReferences::captionOf(std::string_view stem, std::string_view target) const

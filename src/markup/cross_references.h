@@ -2,12 +2,20 @@
 
 #include "markup/declarations.h"
 #include "markup/page_titles.h"
+#include "pages/document_listener.h"
 
 #include <optional>
 #include <string>
 #include <string_view>
 
 namespace tavidoc {
+
+/// What a link leads to.
+struct LinkedPage
+{
+    DocumentLink::Kind kind;
+    std::string stem; ///< of the page; of an external link, its address
+};
 
 /// Resolves the targets of links.
 class CrossReferences
@@ -22,10 +30,10 @@ public:
     /// Appends the link to \a target: a page title, a declaration, a page stem or an address
     /// that begins with "http:" or "https:". Without a \a caption the link shows the title of
     /// the page, or the target when the page has none. Target and caption are text.
-    void appendLink(std::string &html, std::string_view target, std::optional<std::string_view> caption) const;
+    LinkedPage appendLink(std::string &html, std::string_view target, std::optional<std::string_view> caption) const;
 
 private:
-    [[nodiscard]] std::string stemOf(std::string_view target) const;
+    [[nodiscard]] LinkedPage linkedPage(std::string_view target) const;
     [[nodiscard]] std::string_view captionOf(std::string_view stem, std::string_view target) const;
 
     const TitleLists &m_titles;

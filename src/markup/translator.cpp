@@ -32,7 +32,7 @@ Translator::Translator(std::string_view text, const TranslatorSurroundings &surr
       m_references(surroundings.references), m_report(surroundings.report), m_actions(surroundings.actions),
       m_properties(surroundings.properties), m_icons(surroundings.icons), m_declarations(surroundings.declarations),
       m_outputFormat(surroundings.outputFormat), m_baseHeadingLevel(surroundings.baseHeadingLevel),
-      m_table(surroundings.blocks)
+      m_facts(surroundings.facts), m_table(surroundings.blocks)
 {
 }
 
@@ -66,6 +66,8 @@ void Translator::copyText()
     noteTextOnNoPage(begin);
     beginText();
     m_blocks.text().append(m_cursor.text(), begin, end - begin);
+    if (m_facts != nullptr)
+        noteHtml(m_cursor.text().substr(begin, end - begin), begin);
     m_cursor.moveTo(end);
 }
 
@@ -172,6 +174,8 @@ void Translator::run(const Command &command)
     if (command.kind == CommandKind::Page && m_declarations != nullptr)
         return errorMarker("not allowed in header comments");
     (this->*command.handler)(command);
+    if (m_facts != nullptr)
+        noteContents();
 }
 
 void Translator::openFrame(std::size_t end, std::size_t resume, std::string_view closing, void (Translator::*after)())
@@ -221,24 +225,24 @@ void Translator::writeEscaped(std::string_view text)
 }
 
 /// Writes the error marker of the current command and reports \a message.
-void Translator::errorMarker(std::string_view message)
+void Translator::errorMarker(std::string_view message, std::string_view check)
 {
     beginText();
     write("***ERROR*** \\");
-    error(message);
+    error(message, check);
     writeEscaped(m_commandName);
 }
 
 /// Warns with \a message at the current command.
-void Translator::warning(std::string_view message)
+void Translator::warning(std::string_view message, std::string_view check)
 {
-    m_report.warning(m_commandOffset, message);
+    m_report.warning(m_commandOffset, message, check);
 }
 
 /// Reports \a message after the name of the current command.
-void Translator::error(std::string_view message)
+void Translator::error(std::string_view message, std::string_view check)
 {
-    m_report.error(m_commandOffset, aboutCommand(message));
+    m_report.error(m_commandOffset, aboutCommand(message), check);
 }
 
 /// Warns with \a message after the name of the current command.

@@ -7,6 +7,7 @@
 #include "markup/markup_cursor.h"
 #include "markup/table_writer.h"
 #include "pages/contents.h"
+#include "pages/document_facts.h"
 #include "pages/html_blocks.h"
 #include "pages/icon_table.h"
 #include "pages/pages.h"
@@ -34,6 +35,7 @@ struct TranslatorSurroundings
     const Declarations *declarations; ///< null outside the comments of a header
     std::string_view outputFormat;
     int baseHeadingLevel; ///< of a document that is not split into pages; 0 for a top-level one
+    DocumentFacts *facts; ///< null when nobody asks for them
 };
 
 /// Turns the text of one document, or of one comment of a header, into HTML in one pass. Wrong
@@ -83,9 +85,9 @@ private:
     void beginText();
     void write(std::string_view html);
     void writeEscaped(std::string_view text);
-    void errorMarker(std::string_view message);
-    void error(std::string_view message);
-    void warning(std::string_view message);
+    void errorMarker(std::string_view message, std::string_view check = {});
+    void error(std::string_view message, std::string_view check = {});
+    void warning(std::string_view message, std::string_view check = {});
     void missingDefinitions(std::initializer_list<std::string_view> files);
     void commandWarning(std::string_view message);
     [[nodiscard]] std::string aboutCommand(std::string_view message) const;
@@ -93,6 +95,13 @@ private:
     std::optional<std::string_view> braced();
     std::optional<std::string_view> lineOrBraced();
     std::optional<std::string_view> filledLine();
+
+    // What the facts are told, if somebody asks for them
+    [[nodiscard]] DocumentPlace place(std::size_t offset);
+    void noteHtml(std::string_view text, std::size_t offset);
+    void noteLink(std::size_t begin, LinkedPage page, std::string_view target, bool hasCaption);
+    void noteImage(std::size_t begin, std::string source, bool isIcon = false);
+    void noteContents();
 
     // The handlers of commands, each group with the functions that only its handlers use
     using Handler = void(const Command &);
@@ -134,6 +143,7 @@ private:
     const Declarations *m_declarations;
     std::string_view m_outputFormat;
     int m_baseHeadingLevel;
+    DocumentFacts *m_facts;
 
     TableWriter m_table;
     std::size_t m_tableOffset = 0; // of the command that opened the table or matrix

@@ -163,6 +163,8 @@ void Translator::copyLine(const Command &)
         return;
     m_blocks.setMode(BlockMode::None);
     write(*html);
+    if (m_facts != nullptr)
+        noteHtml(*html, static_cast<std::size_t>(html->data() - m_cursor.text().data()));
 }
 
 void Translator::briefText(const Command &)
@@ -188,6 +190,8 @@ void Translator::briefText(const Command &)
 void Translator::endBrief()
 {
     m_brief = m_blocks.text().substr(m_briefOffset);
+    if (m_facts != nullptr)
+        m_facts->setBrief(m_blocks.text(), m_briefOffset);
     m_blocks.setMode(BlockMode::None);
 }
 

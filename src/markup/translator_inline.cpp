@@ -4,6 +4,7 @@
 #include "markup/shared_tables.h"
 
 #include <charconv>
+#include <utility>
 
 namespace tavidoc {
 
@@ -52,8 +53,12 @@ void Translator::style(const Command &command)
 
 void Translator::rawHtml(const Command &)
 {
-    if (const auto html = braced())
-        write(*html);
+    const auto html = braced();
+    if (!html)
+        return;
+    write(*html);
+    if (m_facts != nullptr)
+        noteHtml(*html, static_cast<std::size_t>(html->data() - m_cursor.text().data()));
 }
 
 void Translator::wrapText(const Command &command)
@@ -73,7 +78,10 @@ void Translator::image(const Command &)
         return;
     beginText();
     write("<img src=\"");
+    const std::size_t source = m_blocks.text().size();
     writeEscaped(*file);
+    if (m_facts != nullptr)
+        noteImage(source, std::string(*file));
     write("\" />");
 }
 
@@ -85,9 +93,11 @@ void Translator::screen(const Command &)
     const auto caption = m_cursor.takeArgument();
     beginText();
     write("<img class=\"screen\" src=\"");
-    writeEscaped(*file);
-    if (!hasExtension(*file))
-        write(".png");
+    const std::size_t source = m_blocks.text().size();
+    const std::string name = std::string(*file) + (hasExtension(*file) ? "" : ".png");
+    writeEscaped(name);
+    if (m_facts != nullptr)
+        noteImage(source, name);
     if (caption) {
         write("\" alt=\"");
         writeEscaped(*caption);
@@ -109,7 +119,10 @@ void Translator::link(const Command &command)
     const auto caption = m_cursor.takeArgument();
     beginText();
     write(command.opening);
-    m_references.appendLink(m_blocks.text(), *target, caption);
+    const std::size_t begin = m_blocks.text().size();
+    LinkedPage page = m_references.appendLink(m_blocks.text(), *target, caption);
+    if (m_facts != nullptr)
+        noteLink(begin, std::move(page), *target, caption.has_value());
     write(command.closing);
     if (!caption && m_cursor.atBrace())
         missingArgument();

@@ -31,6 +31,11 @@ ClosingCommand findClosing(std::string_view text, std::size_t offset)
     return {text.size(), text.size()};
 }
 
+QString fileName(std::string_view file)
+{
+    return QString::fromUtf8(file.data(), static_cast<qsizetype>(file.size()));
+}
+
 std::string cannotOpen(std::string_view file)
 {
     return "cannot open \"" + std::string(file) + "\"";
@@ -62,6 +67,8 @@ void Translator::listing(std::string_view defaultLanguage)
     const ClosingCommand closing = findClosing(text, begin);
     if (closing.begin == text.size())
         commandWarning("this listing is still open at the end of the document");
+    if (m_facts != nullptr)
+        m_facts->addListing(begin, closing.begin);
     writeListing(text.substr(begin, closing.begin - begin), language);
     m_cursor.moveTo(closing.end);
 }
@@ -83,6 +90,8 @@ void Translator::present(const Command &)
     if (file.empty())
         return errorMarker("the argument is missing");
     const std::optional<PresentedFile> presented = presentedFile(file, language);
+    if (m_facts != nullptr)
+        m_facts->listener().file(fileName(file), presented.has_value());
     if (presented)
         return writeListing({presented->text.constData(), static_cast<std::size_t>(presented->text.size())},
                             presented->language);
@@ -97,8 +106,16 @@ void Translator::copyFile(const Command &)
         return;
     const std::string_view file = trimmedEnd(*line);
     m_blocks.setMode(BlockMode::None);
-    if (const std::optional<QByteArray> text = copiedFile(file))
-        return write({text->constData(), static_cast<std::size_t>(text->size())});
+    const std::optional<QByteArray> text = copiedFile(file);
+    if (m_facts != nullptr)
+        m_facts->listener().file(fileName(file), text.has_value());
+    if (text) {
+        const std::string_view html(text->constData(), static_cast<std::size_t>(text->size()));
+        write(html);
+        if (m_facts != nullptr && DocumentFacts::hasTag(html))
+            m_facts->addHtml(m_blocks.text(), html.size(), {fileName(file), 1});
+        return;
+    }
     error(cannotOpen(file));
     writeEscaped(notFoundText(file));
 }

@@ -6,6 +6,9 @@ namespace tavidoc {
 
 namespace {
 
+/// The check for names that the definitions and the built-in tables lack.
+constexpr std::string_view s_unknownName = "unknown-name";
+
 /// The verb \a capitalized as it is written inside a sentence.
 std::string inSentence(std::string_view capitalized)
 {
@@ -56,7 +59,7 @@ void Translator::menu(const Command &)
         return;
     const MenuPath menu = m_actions.menuPath(*action);
     for (const std::string &message : menu.warnings)
-        warning(message);
+        warning(message, s_unknownName);
     beginText();
     write("<b>");
     if (menu.path.empty()) {
@@ -76,7 +79,7 @@ void Translator::key(const Command &)
         return;
     const std::string_view key = m_actions.lookup(std::string(*action) + ".key");
     if (key.empty()) {
-        warning("Can't find " + std::string(*action) + " in key scheme");
+        warning("Can't find " + std::string(*action) + " in key scheme", s_unknownName);
         missingDefinitions({"keys.xml"});
     }
     beginText();
@@ -92,7 +95,7 @@ void Translator::tip(const Command &)
     beginText();
     if (!tip.empty())
         return writeEscaped(tip);
-    error("there is no tip for " + std::string(*action));
+    error("there is no tip for " + std::string(*action), s_unknownName);
     missingDefinitions({"messages.xml"});
     write("<b>***ERROR NO TIP*** ");
     writeEscaped(*action);
@@ -112,9 +115,11 @@ void Translator::instruct(std::string_view menuVerb, std::string_view keyVerb)
     };
     const ChoosePhrase phrase = m_actions.choosePhrase(*action);
     for (const std::string &message : phrase.warnings)
-        warning(message);
+        warning(message, s_unknownName);
     if (!phrase.error.empty()) {
-        m_report.errorWithoutPosition(phrase.error);
+        m_report.errorWithoutPosition(phrase.error, s_unknownName);
+        if (m_facts != nullptr)
+            m_facts->listener().finding({s_unknownName, place(m_commandOffset), phrase.error});
         missingDefinitions({"messages.xml", "menus.xml", "keys.xml"});
         return write("***ERROR***");
     }
@@ -134,7 +139,7 @@ void Translator::property(const Command &)
         return;
     const Property *const property = m_properties.find(*name);
     if (property == nullptr) {
-        error("there is no property " + std::string(*name));
+        error("there is no property " + std::string(*name), s_unknownName);
         missingDefinitions({"properties.xml"});
     }
     beginText();
@@ -158,11 +163,15 @@ void Translator::icon(const Command &)
     if (!name)
         return;
     if (!m_icons.save(*name))
-        return errorMarker("there is no icon of this name");
+        return errorMarker("there is no icon of this name", s_unknownName);
     beginText();
-    write("<img src=\"images/");
-    writeEscaped(*name);
-    write(".png\" />");
+    write("<img src=\"");
+    const std::size_t source = m_blocks.text().size();
+    const std::string file = "images/" + std::string(*name) + ".png";
+    writeEscaped(file);
+    if (m_facts != nullptr)
+        noteImage(source, file, true);
+    write("\" />");
 }
 
 } // namespace tavidoc

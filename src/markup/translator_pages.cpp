@@ -68,6 +68,8 @@ void Translator::split(const Command &)
     if (withEntry)
         m_contents.openPage(*stem);
     m_pages.open(*stem);
+    if (m_facts != nullptr)
+        m_facts->beginPage(place(m_commandOffset));
 }
 
 void Translator::here(const Command &)
@@ -130,6 +132,8 @@ void Translator::inGroup(const Command &)
     if (m_pages.name().empty())
         return errorMarker("no page is open: expected \\split before it");
     MemberGroups::file(m_pages.name(), trimmed(*name));
+    if (m_facts != nullptr)
+        m_facts->setGroup(trimmed(*name));
 }
 
 void Translator::groupOrder(const Command &)

@@ -96,22 +96,28 @@ std::string_view addressStart(std::string_view file)
     return isScheme ? "./" : "";
 }
 
-void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> groups)
+std::vector<IndexRowPlace> appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> groups)
 {
+    std::vector<IndexRowPlace> places;
     html += "<table bgcolor=\"#f0f0f0\" width=\"100%\" cellpadding=\"2\" cellspacing=\"0\" border=\"0\" "
             "fm_widths=\"1.1in,*\" style=\"MultiHeadingTable\">\n";
     for (const IndexGroup &group : groups) {
         append(html, {"<tr bgcolor=\"#cccccc\"><td valign=\"center\" colspan=\"2\" style=\"CellTitle\"><b>",
                       group.caption, "</b></td></tr>\n"});
         for (const IndexEntry &entry : group.entries) {
+            html += "<tr><td valign=\"center\">";
+            const std::size_t link = html.size();
+            append(html, {"<a href=\"", addressStart(entry.stem), entry.stem, ".htm\" style=\"Heading\">", entry.title,
+                          "</a>"});
+            const std::size_t linkLength = html.size() - link;
             // Deliberate: the row has a run of blanks between its cells.
-            append(html,
-                   {"<tr><td valign=\"center\"><a href=\"", addressStart(entry.stem), entry.stem,
-                    ".htm\" style=\"Heading\">", entry.title,
-                    "</a></td>                            <td width=\"100%\">", entry.description, "</td></tr>\n"});
+            html += "</td>                            <td width=\"100%\">";
+            places.push_back({link, linkLength, html.size()});
+            append(html, {entry.description, "</td></tr>\n"});
         }
     }
     html += "</table>";
+    return places;
 }
 
 } // namespace tavidoc

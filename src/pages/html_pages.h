@@ -3,6 +3,7 @@
 #include <QByteArray>
 
 #include <array>
+#include <cstddef>
 #include <span>
 #include <string>
 #include <string_view>
@@ -51,7 +52,15 @@ private:
 /// scheme, as in "A::B.htm", else empty.
 [[nodiscard]] std::string_view addressStart(std::string_view file);
 
-/// Appends an index of pages under group captions.
-void appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> groups);
+/// Where the text contains a row of an index table.
+struct IndexRowPlace
+{
+    std::size_t link;       ///< offset of the link
+    std::size_t linkLength; ///< of the whole element
+    std::size_t description;
+};
+
+/// Appends an index of pages under group captions. The result has the places of all rows, in order.
+std::vector<IndexRowPlace> appendMultiHeadingTable(std::string &html, std::span<const IndexGroup> groups);
 
 } // namespace tavidoc

@@ -1,6 +1,7 @@
 #include "pages/icon_table.h"
 
 #include "base/whole_file.h"
+#include "pages/document_listener.h"
 
 #include <QDir>
 #include <QResource>
@@ -27,9 +28,13 @@ bool IconTable::save(std::string_view name)
     const QByteArray key(name.data(), static_cast<qsizetype>(name.size()));
     if (m_saved.contains(key))
         return true;
+    m_saved.insert(key);
+    if (m_listener != nullptr) {
+        m_listener->icon(name, image(name));
+        return true;
+    }
     QDir().mkpath(m_directory);
     writeWholeFile(m_directory + u'/' + QString::fromLatin1(key) + u".png"_s, image(name));
-    m_saved.insert(key);
     return true;
 }
 

@@ -9,6 +9,8 @@
 
 namespace tavidoc {
 
+class DocumentListener;
+
 /// The built-in icons, which are PNG images of 16 by 16 pixels, and those of them that a document has
 /// used: an icon is written to the output when it is used for the first time.
 class IconTable
@@ -16,8 +18,10 @@ class IconTable
 public:
     /// Icons go into the folder "images" of \a outputDirectory.
     explicit IconTable(const QString &outputDirectory);
+    /// \a listener gets the icons, and nothing is written. Borrowed.
+    explicit IconTable(DocumentListener &listener) : m_listener(&listener) {}
 
-    /// Writes the icon \a name as NAME.png, replacing a file of that name; false when there is no such
+    /// Hands over the icon \a name, or writes it as NAME.png, replacing a file of that name; false when there is no such
     /// icon. Several runs may do so at once: a reader sees a complete image. Throws HException when it
     /// cannot be written.
     [[nodiscard]] bool save(std::string_view name);
@@ -29,6 +33,7 @@ public:
     [[nodiscard]] static QByteArray image(std::string_view name);
 
 private:
+    DocumentListener *m_listener = nullptr; // null: icons are written
     QString m_directory;
     QSet<QByteArray> m_saved; // names
 };

@@ -33,12 +33,25 @@ void Pages::openDiscarded()
 void Pages::flush()
 {
     m_blocks.setMode(BlockMode::None);
-    if (!m_blocks.text().empty() && !m_name.empty())
+    const bool isWritten = !m_blocks.text().empty() && !m_name.empty();
+    if (m_facts != nullptr)
+        tellFacts(isWritten);
+    if (isWritten)
         output(m_name, frameTitle());
     m_blocks.clear();
     m_name.clear();
     m_title.clear();
     m_state = State::None;
+}
+
+void Pages::tellFacts(bool isWritten)
+{
+    if (!isWritten)
+        return m_facts->discard();
+    m_facts->finish({.stem = m_name,
+                     .title = m_title,
+                     .documentTitle = m_documentTitle == s_untitled ? std::string_view() : m_documentTitle,
+                     .body = m_blocks.text()});
 }
 
 void Pages::setHeader(QString header)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "pages/document_facts.h"
 #include "pages/html_blocks.h"
 #include "pages/html_pages.h"
 #include "pages/output_queue.h"
@@ -24,7 +25,9 @@ public:
     };
 
     /// \a blocks and \a output are borrowed and must outlive the pages. With \a framed, pages are written with their frame.
-    Pages(HtmlBlocks &blocks, OutputQueue &output, bool framed) : m_blocks(blocks), m_output(output), m_framed(framed)
+    /// \a facts is told about finished pages; null: nobody is.
+    Pages(HtmlBlocks &blocks, OutputQueue &output, bool framed, DocumentFacts *facts = nullptr)
+        : m_blocks(blocks), m_output(output), m_framed(framed), m_facts(facts)
     {
     }
 
@@ -53,12 +56,14 @@ public:
 
 private:
     [[nodiscard]] const std::string &frameTitle() const;
+    void tellFacts(bool isWritten);
 
     HtmlBlocks &m_blocks;
     OutputQueue &m_output;
     PageText m_pageText;
     QString m_header;
     bool m_framed;
+    DocumentFacts *m_facts; // null when nobody asks for them
     State m_state = State::None;
     std::string m_name;
     std::string m_title;

@@ -81,6 +81,13 @@ void Conditions::apply(std::string_view line)
     }
 }
 
+bool Conditions::hasEffect(std::string_view line) const
+{
+    if (line == "@end")
+        return m_top != 0 || m_suppressed;
+    return line == "@else" || findOpener(line) != nullptr;
+}
+
 void Conditions::open(bool condition)
 {
     int inner = m_nodes[static_cast<std::size_t>(m_top)].inner[m_suppressed ? 1 : 0];

@@ -21,6 +21,8 @@ public:
     /// Applies the directive \a line, which begins at its "@" and has its white space simplified. Has
     /// no effect unless the line is exactly a conditional directive.
     void apply(std::string_view line);
+    /// Whether \a line, simplified, is a directive that apply() does not ignore.
+    [[nodiscard]] bool hasEffect(std::string_view line) const;
 
     /// The words that open a conditional block, with their "@".
     [[nodiscard]] static std::vector<std::string_view> openers();

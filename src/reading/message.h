@@ -36,6 +36,9 @@ namespace tavidoc {
  * \param{line} counted from 1, or as \tt{\\line} numbers it.
  *
  * \param{text} what was found and what was expected.
+ *
+ * \param{check} the name of the check that found it, of static storage duration; empty for an error or warning of the
+ * markup in general.
  * \sa \xref{message_h}{message.h}
  * \ingroup Types
  */
@@ -51,6 +54,7 @@ struct Message
     std::string file;
     std::int64_t line = 0;
     std::string text;
+    std::string_view check = {};
 };
 
 /// Receives messages, each when it arises.

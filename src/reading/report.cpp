@@ -4,19 +4,19 @@
 
 namespace tavidoc {
 
-void Report::error(std::size_t offset, std::string_view message)
+void Report::error(std::size_t offset, std::string_view message, std::string_view check)
 {
-    send(m_sink, Message::Kind::Error, offset, message);
+    send(m_sink, Message::Kind::Error, offset, message, check);
 }
 
-void Report::warning(std::size_t offset, std::string_view message)
+void Report::warning(std::size_t offset, std::string_view message, std::string_view check)
 {
-    send(m_sink, Message::Kind::Warning, offset, message);
+    send(m_sink, Message::Kind::Warning, offset, message, check);
 }
 
-void Report::errorWithoutPosition(std::string_view message)
+void Report::errorWithoutPosition(std::string_view message, std::string_view check)
 {
-    m_sink({.kind = Message::Kind::Error, .file = {}, .line = 0, .text = std::string(message)});
+    m_sink({.kind = Message::Kind::Error, .file = {}, .line = 0, .text = std::string(message), .check = check});
 }
 
 void Report::missingInclude(std::size_t offset, std::string_view file)
@@ -25,7 +25,7 @@ void Report::missingInclude(std::size_t offset, std::string_view file)
         return;
     std::string message("\\include: the file \"");
     message.append(file).append("\" cannot be opened");
-    send(m_missing->sink, Message::Kind::Error, offset, message);
+    send(m_missing->sink, Message::Kind::Error, offset, message, "missing-include");
 }
 
 void Report::missingDefinition(std::size_t offset, std::string_view command, std::string_view name)
@@ -38,13 +38,18 @@ void Report::missingDefinition(std::size_t offset, std::string_view command, std
     m_missing->definitions.erase(missing);
     std::string message("\\");
     message.append(command).append(": there is no \"").append(name).append("\" in the directory of the input");
-    send(m_missing->sink, Message::Kind::Error, offset, message);
+    send(m_missing->sink, Message::Kind::Error, offset, message, "unknown-name");
 }
 
-void Report::send(const MessageSink &sink, Message::Kind kind, std::size_t offset, std::string_view text)
+void Report::send(const MessageSink &sink, Message::Kind kind, std::size_t offset, std::string_view text,
+                  std::string_view check)
 {
     const SourcePosition position = m_map.position(m_text, offset);
-    sink({.kind = kind, .file = position.file.toStdString(), .line = position.line, .text = std::string(text)});
+    sink({.kind = kind,
+          .file = position.file.toStdString(),
+          .line = position.line,
+          .text = std::string(text),
+          .check = check});
 }
 
 } // namespace tavidoc

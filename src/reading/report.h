@@ -30,11 +30,15 @@ public:
     }
 
     /// The position is that of the character at \a offset of the text.
-    void error(std::size_t offset, std::string_view message);
-    void warning(std::size_t offset, std::string_view message);
-    void errorWithoutPosition(std::string_view message);
+    /// \a check is the name of the check that found it, a literal; empty for the markup in general.
+    void error(std::size_t offset, std::string_view message, std::string_view check = {});
+    void warning(std::size_t offset, std::string_view message, std::string_view check = {});
+    void errorWithoutPosition(std::string_view message, std::string_view check = {});
     /// Makes \a number the number of the line at \a offset in messages; the lines after it count on from there.
     void renumber(std::size_t offset, int number) { m_map.renumber(m_text, offset, number); }
+
+    /// The position of the character at \a offset of the text.
+    [[nodiscard]] SourcePosition position(std::size_t offset) { return m_map.position(m_text, offset); }
 
     /// The include at \a offset names \a file, which cannot be read.
     void missingInclude(std::size_t offset, std::string_view file);
@@ -43,7 +47,8 @@ public:
     void missingDefinition(std::size_t offset, std::string_view command, std::string_view name);
 
 private:
-    void send(const MessageSink &sink, Message::Kind kind, std::size_t offset, std::string_view text);
+    void send(const MessageSink &sink, Message::Kind kind, std::size_t offset, std::string_view text,
+              std::string_view check);
 
     std::string_view m_text;
     SourceMap &m_map;

@@ -20,6 +20,14 @@ int SourceMap::addFile(const QString &name)
     return static_cast<int>(m_files.size()) - 1;
 }
 
+std::vector<QString> SourceMap::fileNames() const
+{
+    std::vector<QString> names;
+    for (const File &file : m_files)
+        names.push_back(file.name);
+    return names;
+}
+
 void SourceMap::beginStretch(std::size_t offset, int file, int line)
 {
     m_stretches.push_back({offset, file, line});

@@ -24,6 +24,9 @@ public:
     /// Returns the number of the file for beginStretch().
     int addFile(const QString &name);
 
+    /// The names of all files, in the order in which they were added.
+    [[nodiscard]] std::vector<QString> fileNames() const;
+
     /// From \a offset of the text on, lines come from \a file, beginning with its \a line
     /// (counted from 1). Offsets must not decrease.
     void beginStretch(std::size_t offset, int file, int line);

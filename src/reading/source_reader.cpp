@@ -133,8 +133,11 @@ void SourceReader::readLine(std::string_view line)
 {
     const std::string_view content = afterWhiteSpace(line);
     const char first = content.empty() ? '\0' : content.front();
-    if (first == '%')
+    if (first == '%') {
+        if (m_listsSwallowed)
+            noteSwallowed(SwallowedLine::Reason::Comment, content);
         return;
+    }
     if (first == '@' && content.substr(1, 1) != "(")
         return directive(content);
     if (!m_conditions.suppressed())
@@ -145,9 +148,27 @@ void SourceReader::directive(std::string_view line)
 {
     constexpr std::string_view definition = "@def";
     const std::string words = simplified(line);
-    if (words.starts_with(definition))
+    const bool isDefinition = words.starts_with(definition);
+    const bool isMistaken = isDefinition && words.size() > definition.size() && words[definition.size()] != ' ';
+    if (m_listsSwallowed && (isMistaken || (!isDefinition && !m_conditions.hasEffect(words))))
+        noteSwallowed(SwallowedLine::Reason::Directive, words);
+    if (isDefinition)
         return define(words);
     m_conditions.apply(words);
+}
+
+/// Lists \a line unless it would be dropped anyway.
+void SourceReader::noteSwallowed(SwallowedLine::Reason reason, std::string_view line)
+{
+    if (m_conditions.suppressed())
+        return;
+    const std::size_t run = m_run.begin == nullptr ? 0 : static_cast<std::size_t>(m_run.end - m_run.begin) + 1;
+    const OpenSource &source = m_open.back();
+    m_document.swallowedLines.push_back({.reason = reason,
+                                         .offset = nextLineOffset() + run,
+                                         .file = source.reader.path().given(),
+                                         .line = source.reader.lineNumber(),
+                                         .text = simplified(line)});
 }
 
 void SourceReader::define(const std::string &line)

@@ -22,6 +22,22 @@ struct MissingInclude
     std::string file;   ///< as the include names it; UTF-8
 };
 
+/// A line that is not in the text although its author may have wanted it there.
+struct SwallowedLine
+{
+    enum class Reason
+    {
+        Comment,   ///< it begins with "%"
+        Directive, ///< it begins with "@", but does what no directive does: nothing
+    };
+
+    Reason reason;
+    std::size_t offset; ///< in the text, of the line after it
+    QString file;       ///< as it was named
+    int line;           ///< counted from 1
+    std::string text;   ///< UTF-8, white space simplified
+};
+
 /// A markup document, ready for the translator.
 struct SourceDocument
 {
@@ -34,6 +50,7 @@ struct SourceDocument
     bool isJoined = false;
     SourceMap map;
     std::vector<MissingInclude> missingIncludes; ///< in order
+    std::vector<SwallowedLine> swallowedLines;   ///< in order; only if they were asked for
 };
 
 /// Reads a markup source with the files that it includes: drops comments, evaluates conditional
@@ -43,6 +60,9 @@ class SourceReader
 public:
     /// \a macros may be null: then no line is expanded. It is borrowed.
     SourceReader(MacroContext *macros, std::string_view outputFormat);
+
+    /// Makes the document list its swallowed lines.
+    void listSwallowedLines() { m_listsSwallowed = true; }
 
     /// Reads \a path. A file that cannot be read is empty. Throws HException when an include
     /// provably never ends.
@@ -82,6 +102,7 @@ private:
     void readLine(std::string_view line);
     void directive(std::string_view line);
     void define(const std::string &line);
+    void noteSwallowed(SwallowedLine::Reason reason, std::string_view line);
     void textLine(std::string_view line);
     [[nodiscard]] std::string expandedLine(std::string_view line);
     bool include(std::string_view line);
@@ -98,6 +119,7 @@ private:
     std::map<FileIdentity, Readings> m_readings;
     SourceDocument m_document;
     Run m_run;
+    bool m_listsSwallowed = false;
 };
 
 } // namespace tavidoc

@@ -32,6 +32,7 @@ void SourceBrowserCParser::parse(const QString &file, const QStringList &fixmeWo
     parser.run();
     m_overview = parser.scanner().overview();
     m_overviewComments = parser.scanner().overviewComments();
+    m_documentationLines = parser.scanner().documentationLines();
     endGroup();
     if (m_model)
         m_model->setStatistics(file, m_statistics);

@@ -94,6 +94,9 @@ public:
     {
         return m_overviewComments;
     }
+    /// The first lines, counted from 1, of the documentation comments of the last file, with those that belong to no
+    /// declaration.
+    [[nodiscard]] const std::vector<int> &documentationLines() const { return m_documentationLines; }
     /*!
      * \h1 SourceBrowserCParser::\this
      * The lines of the last file, by kind.
@@ -117,6 +120,7 @@ private:
     SourceBrowserLineStatistics m_statistics;
     QString m_overview;
     std::vector<SourceBrowserOverviewComment> m_overviewComments;
+    std::vector<int> m_documentationLines;
 };
 
 } // namespace tavidoc

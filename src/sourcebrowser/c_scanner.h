@@ -49,6 +49,8 @@ public:
     /// All overview comments, concatenated.
     [[nodiscard]] QString overview() const;
     [[nodiscard]] const std::vector<SourceBrowserOverviewComment> &overviewComments() const { return m_overview; }
+    /// The first lines, counted from 1, of the comments that begin with "!" and are kept for a declaration.
+    [[nodiscard]] const std::vector<int> &documentationLines() const { return m_documentationLines; }
     /// The current line, counted from 1; 0 before the first.
     [[nodiscard]] int line() const { return m_lineNumber; }
 
@@ -104,6 +106,7 @@ private:
     QString m_pushedText;
     SourceBrowserPendingComment m_comment;
     std::vector<SourceBrowserOverviewComment> m_overview;
+    std::vector<int> m_documentationLines;
 };
 
 } // namespace tavidoc

@@ -308,6 +308,8 @@ void SourceBrowserCScanner::finishComment()
     const auto [first, second] = m_comment.firstCharacters();
     if (first != u'!' || (second != u'!' && second != u'\\' && second != u'<')) {
         m_statistics.comment += lineCount;
+        if (first == u'!')
+            m_documentationLines.push_back(m_comment.firstLine());
         return;
     }
     const QString text = m_comment.text().simplified();
@@ -323,6 +325,8 @@ void SourceBrowserCScanner::finishComment()
     m_statistics.comment += lineCount;
     if (text.startsWith("!<"_L1))
         m_comment.clear(); // describes the declaration before it
+    else
+        m_documentationLines.push_back(m_comment.firstLine());
 }
 
 void SourceBrowserCScanner::addOverview()
