@@ -123,7 +123,7 @@ private:
 
     Handler codeListing, plainListing, present, copyFile, show;
     void listing(std::string_view defaultLanguage);
-    void writeListing(std::string_view text, std::string_view language);
+    void writeListing(std::string_view text, std::string_view language, std::string_view languageForReaders);
 
     Handler title, split, here, contents, includeInContents, rawContent, beginGroup, endGroup, inGroup, groupOrder;
     void steerContents(std::string_view direction);

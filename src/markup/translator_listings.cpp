@@ -1,5 +1,6 @@
 #include "markup/translator.h"
 
+#include "codeedit/languages.h"
 #include "codeedit/listing.h"
 #include "markup/presented_file.h"
 
@@ -29,6 +30,13 @@ ClosingCommand findClosing(std::string_view text, std::size_t offset)
             return {at, cursor.offset()};
     }
     return {text.size(), text.size()};
+}
+
+std::string_view suffixOf(std::string_view file)
+{
+    const std::string_view name = file.substr(file.rfind('/') + 1);
+    const std::size_t dot = name.rfind('.');
+    return dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
 }
 
 QString fileName(std::string_view file)
@@ -68,17 +76,24 @@ void Translator::listing(std::string_view defaultLanguage)
     if (closing.begin == text.size())
         commandWarning("this listing is still open at the end of the document");
     if (m_facts != nullptr)
-        m_facts->addListing(begin, closing.begin);
-    writeListing(text.substr(begin, closing.begin - begin), language);
+        m_facts->addSourceListing(begin, closing.begin);
+    writeListing(text.substr(begin, closing.begin - begin), language, language);
     m_cursor.moveTo(closing.end);
 }
 
-void Translator::writeListing(std::string_view text, std::string_view language)
+/// Writes a listing, coloured as one in \a language. \a languageForReaders is what it is in.
+void Translator::writeListing(std::string_view text, std::string_view language, std::string_view languageForReaders)
 {
     m_blocks.setMode(BlockMode::None);
     m_blocks.setMode(BlockMode::Literal);
+    const std::size_t begin = m_blocks.text().size();
     appendListing(m_blocks.text(), text, language);
-    m_blocks.setMode(BlockMode::None);
+    m_blocks.setMode(BlockMode::None); // drops what ends the listing
+    if (m_facts == nullptr || languageForReaders.empty() || languageForReaders == "plain" ||
+        languageForReaders == "verbatim" || Languages::named(language) != nullptr)
+        return;
+    const std::size_t end = m_blocks.text().size() - traitsOf(BlockMode::Literal).closing.size();
+    m_facts->addListing({begin, end - begin, std::string(languageForReaders)});
 }
 
 void Translator::present(const Command &)
@@ -94,9 +109,9 @@ void Translator::present(const Command &)
         m_facts->listener().file(fileName(file), presented.has_value());
     if (presented)
         return writeListing({presented->text.constData(), static_cast<std::size_t>(presented->text.size())},
-                            presented->language);
+                            presented->language, language.empty() ? suffixOf(file) : language);
     error(cannotOpen(file));
-    writeListing(notFoundText(file), "plain");
+    writeListing(notFoundText(file), "plain", {});
 }
 
 void Translator::copyFile(const Command &)

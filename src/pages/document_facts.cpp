@@ -78,6 +78,7 @@ void DocumentFacts::finish(DocumentPage page)
     page.links = m_links;
     page.images = m_images;
     page.html = m_html;
+    page.listings = m_listings;
     m_listener.page(page);
     discard();
 }
@@ -93,6 +94,7 @@ void DocumentFacts::discard()
     m_links.clear();
     m_images.clear();
     m_html.clear();
+    m_listings.clear();
 }
 
 DocumentPlace DocumentFacts::contentsPlace(std::size_t index) const
@@ -102,8 +104,9 @@ DocumentPlace DocumentFacts::contentsPlace(std::size_t index) const
 
 bool DocumentFacts::isInListing(std::size_t offset) const
 {
-    const auto after = std::ranges::upper_bound(m_listings, offset, {}, &std::pair<std::size_t, std::size_t>::first);
-    return after != m_listings.begin() && offset <= std::prev(after)->second;
+    const auto after =
+        std::ranges::upper_bound(m_sourceListings, offset, {}, &std::pair<std::size_t, std::size_t>::first);
+    return after != m_sourceListings.begin() && offset <= std::prev(after)->second;
 }
 
 } // namespace tavidoc

@@ -39,6 +39,7 @@ public:
     [[nodiscard]] static bool hasTag(std::string_view text);
     /// Notes that the last \a length characters of \a body are what the author wrote at \a place.
     void addHtml(std::string_view body, std::size_t length, DocumentPlace place);
+    void addListing(DocumentListing listing) { m_listings.push_back(std::move(listing)); }
     void setGroup(std::string_view group) { m_group = group; }
 
     /// Makes the end of \a body from \a offset on the description of the page.
@@ -60,8 +61,8 @@ public:
     /// The place of the line \a index of the contents tree.
     [[nodiscard]] DocumentPlace contentsPlace(std::size_t index) const;
 
-    /// Notes that a listing begins and ends at these offsets of the source text.
-    void addListing(std::size_t begin, std::size_t end) { m_listings.emplace_back(begin, end); }
+    /// Notes that a listing of the source text begins and ends at these offsets.
+    void addSourceListing(std::size_t begin, std::size_t end) { m_sourceListings.emplace_back(begin, end); }
     /// True at an offset of the source text in a listing or at its end.
     [[nodiscard]] bool isInListing(std::size_t offset) const;
 
@@ -76,8 +77,9 @@ private:
     std::vector<DocumentLink> m_links;
     std::vector<DocumentImage> m_images;
     std::vector<DocumentHtml> m_html;
+    std::vector<DocumentListing> m_listings;
     std::vector<DocumentPlace> m_contentsPlaces;
-    std::vector<std::pair<std::size_t, std::size_t>> m_listings; // in order
+    std::vector<std::pair<std::size_t, std::size_t>> m_sourceListings; // in order
 };
 
 } // namespace tavidoc

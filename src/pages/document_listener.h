@@ -55,6 +55,14 @@ struct DocumentHtml
     DocumentPlace place; ///< of its first character; its line ends are those of the file
 };
 
+/// A listing in the body of a page that is not coloured although it has a language.
+struct DocumentListing
+{
+    std::size_t offset = 0; ///< in the body, of its escaped text
+    std::size_t length = 0;
+    std::string language; ///< as the author wrote it; else the suffix of the presented file
+};
+
 /// What a page documents.
 enum class DocumentPageKind : std::uint8_t
 {
@@ -71,14 +79,15 @@ struct DocumentPage
     std::string_view title = {};         ///< its own, as text; may be empty
     std::string_view documentTitle = {}; ///< text; empty when the document has none
     std::string_view declaration = {}; ///< the kind of the declaration: "function", "class", ...; empty for other pages
-    std::string_view qualifiedName = {};        ///< of the declaration, with "::"
-    std::string_view brief = {};                ///< HTML
-    std::string_view group = {};                ///< text; empty for none
-    DocumentPlace place = {};                   ///< of its `\split` or comment
-    std::string_view body = {};                 ///< HTML, without a frame
-    std::span<const DocumentLink> links = {};   ///< in order, disjoint
-    std::span<const DocumentImage> images = {}; ///< in order, disjoint
-    std::span<const DocumentHtml> html = {};    ///< in order, disjoint
+    std::string_view qualifiedName = {};            ///< of the declaration, with "::"
+    std::string_view brief = {};                    ///< HTML
+    std::string_view group = {};                    ///< text; empty for none
+    DocumentPlace place = {};                       ///< of its `\split` or comment
+    std::string_view body = {};                     ///< HTML, without a frame
+    std::span<const DocumentLink> links = {};       ///< in order, disjoint
+    std::span<const DocumentImage> images = {};     ///< in order, disjoint
+    std::span<const DocumentHtml> html = {};        ///< in order, disjoint
+    std::span<const DocumentListing> listings = {}; ///< in order, disjoint
 };
 
 /// Something about a document that the generator does not report as a message, because it is allowed.

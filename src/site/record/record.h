@@ -35,6 +35,7 @@ struct RecordHeading
     std::uint8_t level = 1;   ///< of its tag, 1 to 6
     std::string id;           ///< unique in the page: letters, digits, "-" and "_"
     std::string text;         ///< plain text
+    bool hasId = false;       ///< its tag has this id already: the author wrote it
 };
 
 /// A link in the body of a page: the whole element, from "<a" to "</a>".
@@ -110,6 +111,7 @@ struct RecordPage
     std::vector<RecordTerm> terms;       ///< by text
     std::string excerpt;                 ///< the beginning of its plain text, at most 2,000 bytes
     std::vector<RecordListing> listings; ///< in order, disjoint; only those that the library leaves plain
+    std::vector<std::string> anchors;    ///< other ids and names that links can lead to, sorted
 };
 
 /// An entry of the contents tree of one document, in preorder.

@@ -43,6 +43,7 @@ void describe(auto &fields, OneOf<RecordHeading> auto &heading)
     fields("level", heading.level);
     fields("id", heading.id);
     fields("text", heading.text);
+    fields("hasId", heading.hasId);
 }
 
 void describe(auto &fields, OneOf<RecordLink> auto &link)
@@ -78,6 +79,13 @@ void describe(auto &fields, OneOf<RecordTerm> auto &term)
     fields("weight", term.weight);
 }
 
+void describe(auto &fields, OneOf<RecordListing> auto &listing)
+{
+    fields("offset", listing.offset);
+    fields("length", listing.length);
+    fields("language", listing.language);
+}
+
 void describe(auto &fields, OneOf<RecordPage> auto &page)
 {
     fields("kind", page.kind);
@@ -97,6 +105,7 @@ void describe(auto &fields, OneOf<RecordPage> auto &page)
     fields("terms", page.terms);
     fields("excerpt", page.excerpt);
     fields("listings", page.listings);
+    fields("anchors", page.anchors);
 }
 
 void describe(auto &fields, OneOf<RecordEntry> auto &entry)

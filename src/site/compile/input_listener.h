@@ -1,0 +1,49 @@
+#pragma once
+
+#include "pages/document_listener.h"
+#include "reading/message.h"
+#include "site/compile/body_reader.h"
+#include "site/compile/contents_reader.h"
+#include "site/compile/file_table.h"
+#include "site/record/record.h"
+
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace tavidoc {
+
+/// Makes a record of what the generator tells about a document.
+class InputListener : public DocumentListener
+{
+public:
+    /// \a input is the input as it was given.
+    explicit InputListener(const QString &input);
+
+    void page(const DocumentPage &page) override;
+    void contentsLine(std::string_view line, const DocumentPlace &place) override;
+    void icon(std::string_view name, const QByteArray &bytes) override;
+    void file(const QString &name, bool wasFound) override;
+    void finding(const DocumentFinding &finding) override;
+    void message(const Message &message);
+    void addFinding(std::string_view check, const RecordPlace &place, std::string text);
+
+    /// The record, when the whole document has been told.
+    [[nodiscard]] RecordWithBodies takeRecord();
+
+private:
+    [[nodiscard]] RecordPlace place(const DocumentPlace &place);
+    void addLinks(RecordPage &page, const DocumentPage &told, std::vector<RecordLink> raw);
+    void addImages(RecordPage &page, const DocumentPage &told, std::vector<RecordImage> raw);
+    void noteReplacedPage(const RecordPage &page);
+    void resolveLinks();
+    void readContents();
+
+    FileTable m_files;
+    RecordWithBodies m_record;
+    std::vector<ContentsLine> m_contents;
+    std::unordered_map<std::string, std::int64_t> m_lines; // of the pages, by stem
+};
+
+} // namespace tavidoc
