@@ -68,10 +68,9 @@ struct CopiedFile
 /// The contents of a ".lnk" file: what rendering one record needs of all others.
 struct RecordLinks
 {
-    std::string input;  ///< of the record
-    std::string folder; ///< of the record
-    std::vector<PageLinks>
-        pages; ///< in order; the pages that are written; a page that another one replaces is not among them
+    std::string input;              ///< of the record
+    std::string folder;             ///< of the record
+    std::vector<PageLinks> pages;   ///< those that are written, in order; not those that others replace
     std::vector<CopiedFile> images; ///< pictures of its pages
 };
 
@@ -83,13 +82,12 @@ struct SiteSettings
     std::string url; ///< with "/" at its end; empty: none
     std::string copyright;
     std::string language = "en";
-    CopiedFile logo;                          ///< empty names: none
-    CopiedFile favicon;                       ///< empty names: none
-    CopiedFile style;                         ///< empty names: none
-    std::map<std::string, CheckLevel> levels; ///< of checks, where the project file sets them
-    bool autolink = true;                     ///< names in listings become links
-    std::map<std::string, std::string>
-        redirects; ///< from stem to stem or web address; in SharedLinks encoded, and only those that work
+    CopiedFile logo;                              ///< empty names: none
+    CopiedFile favicon;                           ///< empty names: none
+    CopiedFile style;                             ///< empty names: none
+    std::map<std::string, CheckLevel> levels;     ///< of checks, where the project file sets them
+    bool autolink = true;                         ///< names in listings become links
+    std::map<std::string, std::string> redirects; ///< from stem to stem; in SharedLinks encoded, and without dead ones
     std::vector<CopiedFile> assets;
     std::string projectFile = "site.toml"; ///< in findings
 };

@@ -79,6 +79,7 @@ void describe(auto &fields, OneOf<SiteSettings> auto &settings)
     fields("autolink", settings.autolink);
     fields("redirects", settings.redirects);
     fields("assets", settings.assets);
+    fields("projectFile", settings.projectFile);
 }
 
 void describe(auto &fields, OneOf<ContentsEntry> auto &entry)

@@ -9,7 +9,8 @@ namespace tavidoc {
 namespace {
 
 constexpr int s_mostBareNames = 8;             // of one declaration: deeper names are found by their ends only
-constexpr std::size_t s_longestCorrected = 64; // bytes
+constexpr std::size_t s_shortestCorrected = 3; // bytes: every shorter name is near to some other one
+constexpr std::size_t s_longestCorrected = 64;
 
 auto orderOf(const NamedPage &page)
 {
@@ -97,7 +98,7 @@ std::span<const NamedPage> NameIndex::find(NameKind kind, std::string_view name,
 
 std::string NameIndex::neighbourOf(std::string_view name) const
 {
-    if (name.empty() || name.size() > s_longestCorrected)
+    if (name.size() < s_shortestCorrected || name.size() > s_longestCorrected)
         return {};
     std::string text(name);
     const auto isKnown = [&] { return m_names.find(text) != StringIds::s_none; };

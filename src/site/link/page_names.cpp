@@ -155,14 +155,18 @@ std::string lowerCase(std::string_view text)
 
 bool isSitePage(std::string_view address)
 {
-    if (address == "contents.htm" || address == "names.htm" || address == "search.htm")
+    static constexpr std::array pages = {"contents.htm"sv, "names.htm"sv, "search.htm"sv};
+    static constexpr std::string_view part = "names-"; // INITIAL.htm or INITIAL-NUMBER.htm
+    if (std::ranges::find(pages, address) != pages.end())
         return true;
-    static constexpr std::string_view part = "names-"; // of the index, past its first page
     if (!address.starts_with(part))
         return false;
     address.remove_prefix(part.size());
     address.remove_suffix(address.ends_with(".htm") ? 4 : 0);
-    return std::ranges::all_of(address, [](char c) { return c >= '0' && c <= '9'; });
+    const std::string_view initial = address.substr(0, address.find('-'));
+    const std::string_view number = address.substr(std::min(initial.size() + 1, address.size()));
+    const bool isInitial = initial == "other" || (initial.size() == 1 && isLetterOrDigit(initial.front()));
+    return isInitial && std::ranges::all_of(number, [](char c) { return c >= '0' && c <= '9'; });
 }
 
 } // namespace tavidoc

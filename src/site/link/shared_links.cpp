@@ -1,10 +1,8 @@
 #include "site/link/shared_links.h"
 
-#include "site/link/addresses.h"
 #include "site/link/page_names.h"
 
 #include <algorithm>
-#include <numeric>
 
 namespace tavidoc {
 
@@ -103,12 +101,6 @@ std::string_view withoutSuffix(std::string_view name)
     return name;
 }
 
-bool isWebAddress(std::string_view target)
-{
-    const std::string scheme = schemeOf(target);
-    return scheme == "http" || scheme == "https";
-}
-
 class Redirects
 {
 public:
@@ -117,7 +109,7 @@ public:
     {
     }
 
-    /// The redirects that work, from encoded stem to encoded stem, web addresses as they are.
+    /// The redirects that work, from encoded stem to encoded stem.
     [[nodiscard]] std::map<std::string, std::string> working()
     {
         std::map<std::string, std::string> result;
@@ -139,10 +131,7 @@ public:
 private:
     [[nodiscard]] std::string targetOf(const std::string &name) const
     {
-        if (isWebAddress(name))
-            return name;
-        const std::string_view stem = withoutSuffix(name);
-        const PageId page = m_pages.named({}, stem);
+        const PageId page = m_pages.named({}, withoutSuffix(name));
         return page == s_noPage ? std::string() : std::string(withoutSuffix(m_pages.address(page)));
     }
 

@@ -15,7 +15,7 @@ std::span<const Check> checks()
         {"missing-include", Error, "an included file that cannot be read"},
         {"missing-page", Error, "a contents entry without a page"},
         {"duplicate-page", Error, "a page made twice, or with a name of the site's own"},
-        {"contents-cycle", Error, "contents that include themselves"},
+        {"contents-cycle", Error, "contents that include themselves or are included twice"},
         {"contents-xml", Error, "contents lines that are not well-formed XML"},
         {"markup", Error, "an error in the markup"},
         {"unused-page", Warning, "a page that no contents entry and no link leads to"},

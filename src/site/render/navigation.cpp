@@ -1,6 +1,7 @@
 #include "site/render/navigation.h"
 
 #include "base/text_escape.h"
+#include "site/link/addresses.h"
 #include "site/render/page_text.h"
 
 #include <algorithm>

@@ -2,8 +2,6 @@
 
 #include "pages/page_encoding.h"
 
-#include <algorithm>
-
 namespace tavidoc {
 
 void appendHtml(std::string &html, std::initializer_list<std::string_view> pieces)
@@ -26,17 +24,6 @@ std::string shortened(std::string_view text, std::size_t limit)
             return std::string(text.substr(0, end)) + "\u2026";
     }
     return std::string(text);
-}
-
-std::string relativeAddress(std::string_view page, std::string_view target)
-{
-    const auto [pageEnd, targetEnd] = std::ranges::mismatch(page, target);
-    const std::string_view common = page.substr(0, static_cast<std::size_t>(pageEnd - page.begin()));
-    const std::size_t shared = common.rfind('/') == common.npos ? 0 : common.rfind('/') + 1;
-    std::string address;
-    for (auto rest = static_cast<std::size_t>(std::ranges::count(page.substr(shared), '/')); rest > 0; --rest)
-        address += "../";
-    return address.append(target.substr(shared));
 }
 
 QByteArray asciiFile(std::string_view html)

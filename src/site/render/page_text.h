@@ -14,9 +14,6 @@ void appendHtml(std::string &html, std::initializer_list<std::string_view> piece
 /// \a text, cut after \a limit characters at most, with an ellipsis if something was cut.
 [[nodiscard]] std::string shortened(std::string_view text, std::size_t limit);
 
-/// The address of \a target as seen from \a page. Both are relative to the top of the site.
-[[nodiscard]] std::string relativeAddress(std::string_view page, std::string_view target);
-
 /// \a html, UTF-8, as a file: pure ASCII, every other character as a reference.
 [[nodiscard]] QByteArray asciiFile(std::string_view html);
 

@@ -1,6 +1,7 @@
 #include "site/render/render.h"
 
 #include "base/text_escape.h"
+#include "site/link/addresses.h"
 #include "site/render/page_frame.h"
 #include "site/render/page_text.h"
 #include "site/render/shared_pages.h"

@@ -1,0 +1,292 @@
+#include "tests/site/link_text.h"
+
+#include <gtest/gtest.h>
+
+using namespace tavidoc;
+
+namespace {
+
+struct LinkRow
+{
+    std::string name;
+    std::string records;
+    std::string links;
+    std::string findings;
+};
+
+void PrintTo(const LinkRow &row, std::ostream *stream)
+{
+    *stream << row.name;
+}
+
+class Links : public testing::TestWithParam<LinkRow>
+{
+};
+
+TEST_P(Links, AreResolvedOverTheSet)
+{
+    const LinkResult result = linked(GetParam().records);
+    EXPECT_EQ(linksOf(result), GetParam().links);
+    EXPECT_EQ(findingsOf(result), GetParam().findings);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Order, Links,
+    testing::Values(
+        LinkRow{"a page by name comes before a title", R"(
+                input a.dg
+                page x
+                link setup
+                entry 0 x
+                input b.dg
+                page setup | Installing
+                page other | setup
+                entry 0 setup
+                entry 0 other)",
+                "x.htm 0: setup.htm [Installing]\n", ""},
+        LinkRow{"a title comes before a qualified name, exactly and whole", R"(
+                input a.dg
+                page x
+                link ns::f
+                link NS::f
+                entry 0 x
+                input b.dg
+                page p | ns::f
+                entry 0 p
+                input c.h
+                function q | ns::f
+                entry 0 q)",
+                "x.htm 0: p.htm [ns::f]\nx.htm 1: \n",
+                "a.dg:3: no page, title or declaration is named \"NS::f\" [dead-link]\n"},
+        LinkRow{"names of declarations keep what the writer wrote", R"(
+                input a.dg
+                page x
+                link tools::Buffer::push
+                link tools.Buffer.push()
+                link Buffer::push
+                link push
+                captioned push
+                entry 0 x
+                input c.h
+                function tools.Buffer.push | tools::Buffer::push
+                entry 0 tools.Buffer.push)",
+                "x.htm 0: tools.Buffer.push.htm [tools::Buffer::push]\n"
+                "x.htm 1: tools.Buffer.push.htm [tools.Buffer.push()]\n"
+                "x.htm 2: tools.Buffer.push.htm [Buffer::push]\n"
+                "x.htm 3: tools.Buffer.push.htm [push]\n"
+                "x.htm 4: tools.Buffer.push.htm [push]\n",
+                ""},
+        LinkRow{"the same document comes first, then the same folder", R"(
+                input a.h -> api
+                function A.f | A::f
+                link f
+                function B.g | B::g
+                link h
+                entry 0 A.f
+                entry 0 B.g
+                input b.h -> api
+                function B.f | B::f
+                function C.h | C::h
+                entry 0 B.f
+                entry 0 C.h
+                input c.h -> lib
+                function D.h | D::h
+                entry 0 D.h)",
+                "api/A.f.htm 0: A.f.htm [f]\napi/B.g.htm 0: C.h.htm [h]\n", ""},
+        LinkRow{
+            "several elsewhere are listed, five at most", R"(
+                input a.dg
+                page x
+                link same
+                link f
+                entry 0 x
+                input b.dg -> one
+                page p1 | same
+                page p2 | same
+                page p3 | same
+                page p4 | same
+                page p5 | same
+                page p6 | same
+                function A.f | A::f
+                input c.dg -> two
+                page p1 | same
+                function A.f | A::f)",
+            "x.htm 0: \nx.htm 1: \n",
+            "a.dg:2: \"same\" is a name of several pages: \"one/p1\", \"one/p2\", \"one/p3\", \"one/p4\", \"one/p5\" "
+            "and 2 more [ambiguous-link]\n"
+            "a.dg:3: \"f\" is a name of several pages: \"one/A.f\", \"two/A.f\" [ambiguous-link]\n"
+            "b.dg:1: no contents entry and no link leads to page \"p1\" [unused-page]\n"
+            "b.dg:2: no contents entry and no link leads to page \"p2\" [unused-page]\n"
+            "b.dg:3: no contents entry and no link leads to page \"p3\" [unused-page]\n"
+            "b.dg:4: no contents entry and no link leads to page \"p4\" [unused-page]\n"
+            "b.dg:5: no contents entry and no link leads to page \"p5\" [unused-page]\n"
+            "b.dg:6: no contents entry and no link leads to page \"p6\" [unused-page]\n"
+            "b.dg:7: no contents entry and no link leads to page \"A.f\" [unused-page]\n"
+            "c.dg:1: no contents entry and no link leads to page \"p1\" [unused-page]\n"
+            "c.dg:2: no contents entry and no link leads to page \"A.f\" [unused-page]\n"},
+        LinkRow{"a name may have directories: from its folder, its own directory, and the top", R"(
+                input a.dg -> guide
+                page sub/x
+                link sub/y
+                link y
+                link ../lib/z.htm
+                link lib/z
+                link ../../z
+                page sub/y | Y
+                entry 0 sub/x
+                entry 0 sub/y
+                input b.h -> lib
+                header z | Z
+                entry 0 z)",
+                "guide/sub/x.htm 0: y.htm [Y]\nguide/sub/x.htm 1: \nguide/sub/x.htm 2: ../../lib/z.htm [Z]\n"
+                "guide/sub/x.htm 3: ../../lib/z.htm [Z]\nguide/sub/x.htm 4: \n",
+                "a.dg:3: no page, title or declaration is named \"y\" [dead-link]\n"
+                "a.dg:6: no page, title or declaration is named \"../../z\" [dead-link]\n"}),
+    [](const auto &row) { return "Row" + std::to_string(row.index); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Kinds, Links,
+    testing::Values(
+        LinkRow{"what its document resolved stays, unless the address is another one", R"(
+                input a.dg
+                page x
+                resolved y
+                resolved a b
+                resolved con
+                page y
+                page a b
+                page con
+                entry 0 x
+                entry 0 y
+                entry 0 a b
+                entry 0 con)",
+                "x.htm 1: a~20b.htm\nx.htm 2: ~63on.htm\n", ""},
+        LinkRow{"the page of a resolved link may be missing or made elsewhere", R"(
+                input a.dg
+                page x
+                resolved empty
+                resolved there
+                entry 0 x
+                input b.dg -> b
+                page there | There
+                entry 0 there)",
+                "x.htm 0: \nx.htm 1: b/there.htm [There]\n",
+                "a.dg:2: no page, title or declaration is named \"empty\" [dead-link]\n"},
+        LinkRow{"anchors are headings of the page", R"(
+                input a.dg
+                page x
+                heading here | Here it is
+                link #here
+                link y#there
+                link y.htm#there
+                link Why#there
+                link y#gone
+                link #gone
+                link C#
+                entry 0 x
+                page y | Why
+                heading there | There
+                page sharp | C#
+                entry 0 y
+                entry 0 sharp)",
+                "x.htm 0: #here [Here it is]\nx.htm 1: y.htm#there [There]\nx.htm 2: y.htm#there [There]\n"
+                "x.htm 3: y.htm#there [There]\nx.htm 4: y.htm [y#gone]\nx.htm 5: x.htm [#gone]\n"
+                "x.htm 6: sharp.htm [C#]\n",
+                "a.dg:7: page \"y\" has no heading with the id \"gone\" [dead-anchor]\n"
+                "a.dg:8: page \"x\" has no heading with the id \"gone\" [dead-anchor]\n"},
+        LinkRow{"relative addresses in HTML are checked and follow their page", R"(
+                input a.dg -> f
+                page x
+                raw y.htm
+                raw a%20b.htm?q#z
+                raw ../top.htm
+                raw contents.htm
+                raw ../contents.htm
+                raw file.zip
+                raw ../../elsewhere/
+                raw http://example.org/
+                raw //example.org/
+                raw mailto:a@example.org
+                raw #top
+                raw /absolute.htm
+                raw y.htm?a=1&amp;b=2
+                page y
+                page a b
+                entry 0 x
+                entry 0 y
+                entry 0 a b
+                input b.dg
+                page top
+                entry 0 top)",
+                "f/x.htm 1: a~20b.htm?q#z\n",
+                "a.dg:5: \"contents.htm\" is neither a page nor an asset [dead-link]\n"
+                "a.dg:7: \"file.zip\" is neither a page nor an asset [dead-link]\n"},
+        LinkRow{"other protocols and external links are left alone", R"(
+                input a.dg
+                page x
+                link mailto:a@example.org
+                external https://example.org/
+                link std::string
+                link javascript:alert(1)
+                entry 0 x)",
+                "x.htm 0: mailto:a@example.org [mailto:a@example.org]\nx.htm 2: \nx.htm 3: \n",
+                "a.dg:4: no page, title or declaration is named \"std::string\" [dead-link]\n"
+                "a.dg:5: no page, title or declaration is named \"javascript:alert(1)\" [dead-link]\n"},
+        LinkRow{"a dead link names a known name one edit away", R"(
+                input a.dg
+                page start
+                link strat
+                link tart
+                link sttart
+                link stert
+                link strut
+                link
+                entry 0 start)",
+                "start.htm 0: \nstart.htm 1: \nstart.htm 2: \nstart.htm 3: \nstart.htm 4: \nstart.htm 5: \n",
+                "a.dg:2: no page, title or declaration is named \"strat\"; did you mean \"start\"? [dead-link]\n"
+                "a.dg:3: no page, title or declaration is named \"tart\"; did you mean \"start\"? [dead-link]\n"
+                "a.dg:4: no page, title or declaration is named \"sttart\"; did you mean \"start\"? [dead-link]\n"
+                "a.dg:5: no page, title or declaration is named \"stert\"; did you mean \"start\"? [dead-link]\n"
+                "a.dg:6: no page, title or declaration is named \"strut\" [dead-link]\n"
+                "a.dg:7: no page, title or declaration is named \"\" [dead-link]\n"},
+        LinkRow{"a link to itself does not make a page used", R"(
+                input a.dg
+                page x
+                link x
+                page y
+                link z
+                page z)",
+                "x.htm 0: x.htm [x]\ny.htm 0: z.htm [z]\n",
+                "a.dg:1: no contents entry and no link leads to page \"x\" [unused-page]\n"
+                "a.dg:3: no contents entry and no link leads to page \"y\" [unused-page]\n"},
+        LinkRow{"findings of records come with those of linking, by line as a number, each once", R"(
+                input b.dg
+                page x
+                link dead1
+                finding markup not closed
+                link 4
+                link 5
+                link 6
+                link 7
+                link 8
+                link 9
+                link dead10
+                entry 0 x
+                input a.dg
+                finding markup-warning odd
+                input a.dg
+                finding markup-warning odd)",
+                "x.htm 0: \nx.htm 1: \nx.htm 2: \nx.htm 3: \nx.htm 4: \nx.htm 5: \nx.htm 6: \nx.htm 7: \n",
+                "a.dg:1: odd [markup-warning]\n"
+                "b.dg:2: no page, title or declaration is named \"dead1\" [dead-link]\n"
+                "b.dg:3: not closed [markup]\n"
+                "b.dg:4: no page, title or declaration is named \"4\" [dead-link]\n"
+                "b.dg:5: no page, title or declaration is named \"5\" [dead-link]\n"
+                "b.dg:6: no page, title or declaration is named \"6\" [dead-link]\n"
+                "b.dg:7: no page, title or declaration is named \"7\" [dead-link]\n"
+                "b.dg:8: no page, title or declaration is named \"8\" [dead-link]\n"
+                "b.dg:9: no page, title or declaration is named \"9\" [dead-link]\n"
+                "b.dg:10: no page, title or declaration is named \"dead10\" [dead-link]\n"}),
+    [](const auto &row) { return "Row" + std::to_string(row.index); });
+
+} // namespace
