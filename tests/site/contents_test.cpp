@@ -76,7 +76,8 @@ INSTANTIATE_TEST_SUITE_P(
                 page a | A
                 entry 0 a)",
                     "C <c.htm>\nRoot\n  A <a.htm>\n  B <b.htm>\n", ""},
-        ContentsRow{"pages without an entry hang below the first entry of their document", R"(
+        ContentsRow{
+            "pages without an entry hang below the first entry of their document", R"(
                 input a.dg
                 page x | X
                 page y | Y
@@ -92,8 +93,9 @@ INSTANTIATE_TEST_SUITE_P(
                 link loose2
                 page loose2 | L2
                 link loose)",
-                    "X <x.htm>\n  Y <y.htm>\n  H2 <hung2.htm>\nGone\nL <loose.htm>\nL2 <loose2.htm>\n",
-                    "a.dg:9: the contents have an entry for page \"z\", which does not exist [missing-page]\n"},
+            "X <x.htm>\n  Y <y.htm>\n  H1 <hung1.htm>\n  H2 <hung2.htm>\nGone\nL <loose.htm>\nL2 <loose2.htm>\n",
+            "a.dg:4: no contents entry and no link leads to page \"hung2\" [unused-page]\n"
+            "a.dg:9: the contents have an entry for page \"z\", which does not exist [missing-page]\n"},
         ContentsRow{
             "an input beside comes first, then one of the folder, then the only one", R"(
                 input one/a.dg -> f
