@@ -114,6 +114,7 @@ var tavidocSearch = (() => {
   // The pages of all terms that begin with the text, with ranks; of a similar text only those of the text itself.
   const pagesOf = async (text, penalty = 0) => {
     const ranks = new Map();
+    let names = 0;
     for (const form of new Set([text, plain(text)])) {
       for (let number = shardOf("t", form), last = number + 3; number <= last && number < root.t.length; ++number) {
         const {texts, pages} = await shard("t", number);
@@ -125,10 +126,11 @@ var tavidocSearch = (() => {
               page += next();
               if (!(ranks.get(page) <= value))
                 ranks.set(page, value);
+              names += value < 400;
             }
           }
         }
-        if (at < texts.length || ranks.size > 99)
+        if (at < texts.length || names > 60)
           break;
       }
     }
@@ -213,16 +215,17 @@ var tavidocSearch = (() => {
     const ranks = inAll(all.map(text => maps[text]));
     for (const [page, value] of maps[whole])
       if (value < 400)
-        ranks.set(page, value);
+        ranks.set(page, value - 50);
     await emit(ranks);
+    const misspelt = async text => new Map((await Promise.all((await similar(text)).map(other => pagesOf(other, 2000))))
+      .flatMap(map => [...map]));
+    if (shown.size < 10)
+      await emit(await misspelt(whole));
     const parts = terms(query, word);
     if (!shown.size && parts.length)
       await emit(inAll(await Promise.all((all = parts).map(text => pagesOf(text)))));
-    if (shown.size < 10)
-      await emit(inAll(await Promise.all(all.map(async text => {
-        const others = await Promise.all((await similar(text)).map(other => pagesOf(other, 2000)));
-        return new Map([...others, all.length > 1 ? await pagesOf(text) : []].flatMap(map => [...map]));
-      }))));
+    if (shown.size < 10 && all[0] !== whole)
+      await emit(inAll(await Promise.all(all.map(async text => new Map([...await misspelt(text), ...await pagesOf(text)])))));
     if (!shown.size) {
       const longest = all.reduce((a, b) => a.length < b.length ? b : a);
       await emit([...await pagesOf(await nearest(longest), 1)].slice(0, 1), true);
