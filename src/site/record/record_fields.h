@@ -79,13 +79,6 @@ void describe(auto &fields, OneOf<RecordTerm> auto &term)
     fields("weight", term.weight);
 }
 
-void describe(auto &fields, OneOf<RecordListing> auto &listing)
-{
-    fields("offset", listing.offset);
-    fields("length", listing.length);
-    fields("language", listing.language);
-}
-
 void describe(auto &fields, OneOf<RecordPage> auto &page)
 {
     fields("kind", page.kind);
