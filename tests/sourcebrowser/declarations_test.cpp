@@ -76,14 +76,16 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"int f(void (*)(int), int (int), char a[static 3], char *const *v);",
             "f = int f(void (*)(int), int (int), char a[static 3], char *const *v)"},
         Row{u"int a[1], (b), ((c))[3], *(d), (e) = 1; int ((f))(int), (*(g))(int), (h(int)), *(i(int)); T *(j); f (k);",
-            "f = int f(int) ; h = int h(int) ; i = int *i(int) ; a = int a[1] ; b = int b ; c = int c[3] ; d = int *d "
+            "f = int f(int) ; h = int h(int) ; i = int *i(int) ; a = int a[1] ; b = int b ; c = int c[3] ; d = int "
+            "*d "
             "; "
             "e = int e ; g = int (*g)(int) ; j = T *j"},
         Row{u"int a(-1), b(+c, 2); T d(!e); static const int f(~1); int (*g)(int){0}, h; int i(T);",
             "i = int i(T) ; a = int a ; b = int b ; d = T d ; f = const int f ; g = int (*g)(int) ; h = int h"},
         Row{u"void f(int a(int), T b(T), HANDLE c(void), T CALLBACK d(), T *e(int) = 0, int UNUSED(g), T h unused(i), "
-            u"A(j) k(int), int attr(l) m);",
-            "f = void f(int a(int), T b(T), HANDLE c(void), T d(void), T *e(int), int, T h, A(j) k(int), int m)"},
+            u"A(j) k(int), int attr(l) m, T n(3), int o unused(p));",
+            "f = void f(int a(int), T b(T), HANDLE c(void), T d(void), T *e(int), int, T h, A(j) k(int), int m, T, int "
+            "o)"},
         Row{u"struct [[x]] a b; struct ::c d; const ::e::F g; T [[x]] h; i<const ::j> k; l :: m n; void o(struct ::p "
             u"q);",
             "o = void o(struct ::p q) ; b = struct a b ; d = struct ::c d ; g = const ::e::F g ; h = T h ; "
@@ -103,13 +105,15 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"int f OF((int a)); typedef int (*g) OF((void));", "f = int f(int a) ; g = typedef int (*g)(void)"},
         Row{u"extern int REDIRECT (f, (int a), other); extern FILE *__REDIRECT (g, (int a), other) __wur;",
             "f = int f(int a) ; g = FILE *g(int a)"},
-        Row{u"BOOL REDIRECT(a, (int)); AA(x) HANDLE REDIRECT(b, (int), c);\nBEGIN FOO(d, (int))\nint e;",
+        Row{u"B\nREDIRECT(f, (int));\nBOOL REDIRECT(a, (int)); AA(x) HANDLE REDIRECT(b, (int), c);\nBEGIN FOO(d, "
+            u"(int))\nint e;",
             "a = BOOL a(int) ; b = HANDLE b(int) ; e = int e"},
-        Row{u"struct API a *f(int b), c; struct d API *g; struct API e h(); struct FOO *i, j; enum DECL(1) k l(void);"
+        Row{u"struct API a *f(int b), c; struct d API *g; struct API e h(); struct FOO *i, j; struct FOO API *u, v "
+            u"PACKED; enum DECL(1) k l(void);"
             u" struct DECL(1) m *n(int o) { } struct DECL(p) *q; void r(struct DECL(1) s *, struct DECL(1) t);",
             "f = struct a *f(int b) ; h = struct e h(void) ; l = enum k l(void) ; n = struct m *n(int o) ; "
             "r = void r(struct s *, struct DECL(1) t) ; c = struct a c ; g = struct d *g ; i = struct FOO *i ; "
-            "j = struct FOO j ; q = struct DECL(p) *q"},
+            "j = struct FOO j ; q = struct DECL(p) *q ; u = struct FOO *u ; v = struct FOO v"},
         Row{u"extern FILE *out ATTRIBUTE(3); int errors ALIGNED;", "errors = int errors ; out = FILE *out"},
         Row{u"typedef void (WINAPI *call)(int); typedef int (API call2)(int);",
             "call = typedef void (*call)(int) ; call2 = typedef int call2(int)"},
@@ -352,9 +356,10 @@ INSTANTIATE_TEST_SUITE_P(
             "c = int c(D) ; a = As *a ; b = int b ; f = int f"},
         Row{u"int a = b(1; int c; int d = e[2; class F { F() : g(1; int h; }; using i = j(k; int l;",
             "F ; F.F = F(void) ; F.h = int h ; a = int a ; c = int c ; d = int d ; l = int l"},
-        Row{u"struct a { }\nint b; enum c { D }\nint e; struct { int f; }int g; typedef enum { H } bool;",
-            "(Anonymous) ; a ; (Anonymous).f = int f ; b = int b ; e = int e ; g = int g ; c = typedef enum { D } c ; "
-            "bool = typedef enum { H } bool"},
+        Row{u"struct a { }\nint b; enum c { D }\nint e; struct { int f; }int g; typedef enum { H } bool; typedef enum "
+            u"{ I } wchar_t, *j;",
+            "(Anonymous) ; a ; (Anonymous).f = int f ; b = int b ; e = int e ; g = int g ; j = typedef wchar_t *j ; "
+            "c = typedef enum { D } c ; bool = typedef enum { H } bool ; wchar_t = typedef enum { I } wchar_t"},
         Row{u"#ifdef A\nint f(void) {\n#endif\nint g(void);\nint h;", "f = int f(void) ; g = int g(void) ; h = int h"},
         Row{u"struct a {\n int x;\n\ntypedef int y;\nint z;", "a ; a.x = int x ; y = typedef int y ; z = int z"},
         Row{u"int f(int a\n#if X\n, int b\n#else\n, long c\n#endif\n); int d;", "f = int f(int a, int b) ; d = int d"},
