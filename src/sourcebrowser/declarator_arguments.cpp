@@ -45,7 +45,7 @@ SourceBrowserArgument SourceBrowserDeclaratorReader::readArgument(Index begin, I
     }
     SourceBrowserDeclarator declarator = readOne(begin, end, true);
     argument.type = std::move(declarator.type);
-    argument.name = shared(declarator.name);
+    argument.name = std::move(declarator.name);
     if (argument.type.text.isEmpty())
         argument = {{shared(typeText(range(begin, end))), -1}, {}, {}};
     return argument;

@@ -1,6 +1,7 @@
 #include "sourcebrowser/declarators.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tavidoc {
 
@@ -90,23 +91,23 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readPointers
             at = skipAttributes(at, end);
         } else if (isPointer(here)) {
             if (!shape.prefix.isEmpty() && shape.prefix.back().isLetterOrNumber())
-                shape.prefix += u' ';
-            shape.prefix += here.text;
+                shape.prefix.append(u' ');
+            shape.prefix.append(here.text);
             ++at;
         } else if (isQualifier(at)) {
             if (!shape.prefix.isEmpty() && shape.prefix.back().isLetterOrNumber())
-                shape.prefix += u' ';
-            shape.prefix += here.text;
+                shape.prefix.append(u' ');
+            shape.prefix.append(here.text);
             ++at;
             if (at < end && !isPointer(token(at)) && !token(at).is(')') && !token(at).is('(') && !token(at).is('['))
-                shape.prefix += u' ';
+                shape.prefix.append(u' ');
         } else if (here.is('(') && ((nesting > 0 && token(at - 1).is('(')) || isNestedDeclarator(at, end) ||
                                     (!isArgument && isNameInParentheses(at, end)))) {
-            shape.prefix += u'(';
+            shape.prefix.append(u'(');
             ++nesting;
             ++at;
         } else if (here.is(Ellipsis)) {
-            shape.prefix += here.text;
+            shape.prefix.append(here.text);
             ++at;
         } else if (here.word == Word::Storage) {
             ++at;
@@ -114,7 +115,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readPointers
             const Index stop = chainEnd(at, end);
             const bool toMember = stop > at && token(stop - 1).is(Scope) && code(stop, end) == '*';
             if (toMember)
-                shape.prefix += typeText(range(at, stop));
+                appendTypeText(shape.prefix, range(at, stop));
             else if (stop == at || !isPointerAhead(stop, end))
                 return at;
             at = stop; // otherwise a calling convention
@@ -201,7 +202,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
             appendToType(shape.suffix, here);
             at = after;
         } else if (here.is('[')) {
-            shape.suffix += sourceText(range(at, after));
+            appendSourceText(shape.suffix, range(at, after));
             isFresh = false;
             at = after;
         } else if (here.is('(') && isFresh && beginsValue(code(at + 1, end))) {
@@ -212,23 +213,23 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readSuffixes
                 shape.arguments = at;
                 shape.isFunction = true;
             } else {
-                shape.suffix += typeText(range(at, after));
+                appendTypeText(shape.suffix, range(at, after));
                 isAfterGroup = true;
             }
             isFresh = false;
             at = after;
         } else if (here.is(')') && nesting > 0) {
             if (shape.prefix.endsWith(u'('))
-                shape.prefix.chop(1); // Parentheses around a mere name have no meaning.
+                shape.prefix.removeLast(); // Parentheses around a mere name have no meaning.
             else {
-                shape.suffix += u')';
+                shape.suffix.append(u')');
                 isFresh = false;
             }
             --nesting;
             ++at;
         } else if (isWord(here) && code(at + 1, end) == '(' && wrappedArguments(at + 1) >= 0 && shape.arguments < 0) {
             const Index inner = wrappedArguments(at + 1);
-            shape.suffix += typeText(range(inner, afterGroup(inner)));
+            appendTypeText(shape.suffix, range(inner, afterGroup(inner)));
             at = std::min(afterGroup(at + 1), end);
         } else if (nesting > 0 && isWord(here)) {
             ++at;
@@ -251,23 +252,17 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &spe
     if (stop < end && !token(stop).is('=') && !shape.isFunction)
         return declarator;
     if (shape.isFunction && m_isTypedef) {
-        shape.suffix = typeText(range(shape.arguments, std::min(afterGroup(shape.arguments), end))) + shape.suffix;
+        SourceBrowserTextBuffer suffix;
+        appendTypeText(suffix, range(shape.arguments, std::min(afterGroup(shape.arguments), end)));
+        suffix.append(shape.suffix.view());
         if (declarator.isConst)
-            shape.suffix += " const"_L1;
+            suffix.append(u" const");
+        shape.suffix = std::move(suffix);
         shape.isFunction = false;
     }
-    SourceBrowserType &type = declarator.type;
-    if (type.text.isEmpty())
-        type.text = specifiers;
-    if (!shape.prefix.isEmpty())
-        type.text += (type.text.isEmpty() || shape.prefix.startsWith(u'.') ? ""_L1 : " "_L1) + shape.prefix.trimmed();
-    if (!shape.suffix.isEmpty()) {
-        if (shape.prefix.isEmpty() || shape.prefix.endsWith(u' ') || shape.prefix.back().isLetter())
-            type.text += u' ';
-        type.insertion = static_cast<int>(type.text.size());
-        type.text += shape.suffix;
-    }
-    type.text = shared(type.text);
+    if (declarator.type.text.isEmpty())
+        declarator.type.text = specifiers;
+    completeType(shape, declarator.type);
     declarator.isBarePlainName = shape.prefix.isEmpty() && shape.suffix.isEmpty() && !shape.isFunction;
     if (shape.nameBegin >= 0)
         setName(shape, declarator);
@@ -280,7 +275,28 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &spe
     return declarator;
 }
 
-void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDeclarator &declarator) const
+/// Adds the parts before and after the name to \a type.
+void SourceBrowserDeclaratorReader::completeType(const Shape &shape, SourceBrowserType &type)
+{
+    if (shape.prefix.isEmpty() && shape.suffix.isEmpty())
+        return;
+    SourceBrowserTextBuffer text;
+    text.append(type.text);
+    if (!shape.prefix.isEmpty()) {
+        if (!text.isEmpty() && !shape.prefix.startsWith(u'.'))
+            text.append(u' ');
+        text.append(shape.prefix.view().trimmed());
+    }
+    if (!shape.suffix.isEmpty()) {
+        if (shape.prefix.isEmpty() || shape.prefix.endsWith(u' ') || shape.prefix.back().isLetter())
+            text.append(u' ');
+        type.insertion = static_cast<int>(text.size());
+        text.append(shape.suffix.view());
+    }
+    type.text = shared(text.view());
+}
+
+void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDeclarator &declarator)
 {
     Index begin = shape.nameBegin;
     for (Index at = begin; at < shape.nameEnd; at = afterGroup(at)) {
@@ -295,7 +311,9 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
         return; // nothing follows the last "::"
     if (!token(begin).is(Operator)) {
         const Index nameEnd = token(begin).is('~') ? begin + 2 : begin + 1; // without template arguments
-        declarator.name = typeText(range(begin, std::min(nameEnd, shape.nameEnd)));
+        SourceBrowserTextBuffer name;
+        appendTypeText(name, range(begin, std::min(nameEnd, shape.nameEnd)));
+        declarator.name = shared(name.view());
         return;
     }
     declarator.name = u"operator"_s;
@@ -331,7 +349,8 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTail(Ind
 {
     if (!shape.isFunction && code(at, end) == ':') {
         const Index stop = findTopLevel(at + 1, end, '=');
-        shape.suffix += " : "_L1 + sourceText(range(at + 1, stop));
+        shape.suffix.append(u" : ");
+        appendSourceText(shape.suffix, range(at + 1, stop));
         return stop;
     }
     while (at < end) {
@@ -367,16 +386,16 @@ SourceBrowserType SourceBrowserDeclaratorReader::returnType(Index begin, Index e
     return {typeText(range(begin, end)), -1};
 }
 
-QString SourceBrowserDeclaratorReader::shared(const QString &text)
+QString SourceBrowserDeclaratorReader::shared(QStringView text)
 {
     if (text.isEmpty())
-        return text;
+        return {};
     const qsizetype size = text.size();
     const auto mix =
         static_cast<size_t>(text[0].unicode() * 31 + text[size / 2].unicode() * 7 + text[size - 1].unicode());
-    QString &kept = m_texts[(mix + static_cast<size_t>(size) * 61) % m_texts.size()];
-    if (kept != text)
-        kept = text;
+    QString &kept = m_texts[(mix + static_cast<size_t>(size) * 61) % s_texts];
+    if (kept.size() != size || std::memcmp(kept.constData(), text.utf16(), static_cast<size_t>(size) * 2) != 0)
+        kept = text.toString();
     return kept;
 }
 

@@ -39,7 +39,7 @@ bool endsInKeyword(QStringView text)
 }
 
 /// Whether a blank belongs between the end of \a text and \a token in the text of a type.
-bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
+bool wantsBlank(QStringView text, const SourceBrowserTokenRecord &token)
 {
     const QChar last = text.back();
     const QChar first = token.text.front();
@@ -59,39 +59,44 @@ bool wantsBlank(const QString &text, const SourceBrowserTokenRecord &token)
 
 } // namespace
 
-void SourceBrowserDeclaratorReader::reserve(QString &text, std::span<const Token> tokens)
+void SourceBrowserDeclaratorReader::appendToType(SourceBrowserTextBuffer &text, const Token &token, qsizetype begin)
 {
-    qsizetype size = 0;
-    for (const Token &token : tokens)
-        size += token.text.size() + 1;
-    text.reserve(size);
+    if (token.text.isEmpty()) // a literal cut off by the end
+        return;
+    if (text.size() > begin && wantsBlank(text.view().sliced(begin), token))
+        text.append(u' ');
+    text.append(token.text);
 }
 
-void SourceBrowserDeclaratorReader::appendToType(QString &text, const Token &token)
+void SourceBrowserDeclaratorReader::appendSourceText(SourceBrowserTextBuffer &text, std::span<const Token> tokens)
 {
-    if (!text.isEmpty() && !token.text.isEmpty() && wantsBlank(text, token)) // a literal cut off by the end has no text
-        text += u' ';
-    text += token.text;
+    const qsizetype begin = text.size();
+    for (const Token &token : tokens) {
+        if (token.blankBefore && text.size() > begin)
+            text.append(u' ');
+        text.append(token.text);
+    }
+}
+
+void SourceBrowserDeclaratorReader::appendTypeText(SourceBrowserTextBuffer &text, std::span<const Token> tokens)
+{
+    const qsizetype begin = text.size();
+    for (const Token &token : tokens)
+        appendToType(text, token, begin);
 }
 
 QString SourceBrowserDeclaratorReader::sourceText(std::span<const Token> tokens)
 {
-    QString text;
-    for (const Token &token : tokens) {
-        if (token.blankBefore && !text.isEmpty())
-            text += u' ';
-        text += token.text;
-    }
-    return text;
+    SourceBrowserTextBuffer text;
+    appendSourceText(text, tokens);
+    return text.view().toString();
 }
 
 QString SourceBrowserDeclaratorReader::typeText(std::span<const Token> tokens)
 {
-    QString text;
-    reserve(text, tokens);
-    for (const Token &token : tokens)
-        appendToType(text, token);
-    return text;
+    SourceBrowserTextBuffer text;
+    appendTypeText(text, tokens);
+    return text.view().toString();
 }
 
 bool SourceBrowserDeclaratorReader::isAngle(std::span<const Token> tokens, size_t at)
@@ -108,7 +113,7 @@ bool SourceBrowserDeclaratorReader::isAngle(std::span<const Token> tokens, size_
 
 void SourceBrowserDeclaratorReader::linkBrackets(std::vector<Token> &tokens)
 {
-    std::vector<Index> open;
+    QVarLengthArray<Index, 32> open;
     const auto closes = [&](int opener, Index closer) {
         // An unmatched "<" between is a comparison.
         while (!open.empty() && opener != '<' && tokens[static_cast<size_t>(open.back())].is('<'))

@@ -173,7 +173,7 @@ bool SourceBrowserDeclaratorReader::callMayBeType(size_t index, bool isArgument)
 }
 
 /// Whether \a words, none of which is certainly a type, are annotations and a type without a name: `_In_ HANDLE`.
-bool SourceBrowserDeclaratorReader::areAnnotatedType(const std::vector<size_t> &words) const
+bool SourceBrowserDeclaratorReader::areAnnotatedType(std::span<const size_t> words) const
 {
     const auto isMacro = [this](size_t index) {
         const Index word = m_items[index].begin;
@@ -243,15 +243,14 @@ bool SourceBrowserDeclaratorReader::completesType(size_t index) const
 }
 
 /// The type given by the words before the declarator. Words that are part of no type are macros.
-QString SourceBrowserDeclaratorReader::specifierText() const
+QString SourceBrowserDeclaratorReader::specifierText()
 {
     const bool hasType =
         std::any_of(m_items.begin(), m_items.end(), [](const Item &item) { return item.kind == Item::Type; });
     const int chosen = hasType ? -1 : chosenItem();
     if (!hasType && chosen < 0)
         return {};
-    QString text;
-    reserve(text, range(m_items.front().begin, m_items.back().end));
+    SourceBrowserTextBuffer text;
     for (size_t index = 0; index < m_items.size(); ++index) {
         const Item &item = m_items[index];
         const bool belongs = item.kind == Item::Qualifier || item.kind == Item::Type ||
@@ -266,7 +265,7 @@ QString SourceBrowserDeclaratorReader::specifierText() const
                 appendToType(text, part);
         }
     }
-    return text;
+    return shared(text.view());
 }
 
 } // namespace tavidoc

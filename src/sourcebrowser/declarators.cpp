@@ -292,7 +292,7 @@ bool SourceBrowserDeclaratorReader::isTypeless(const Shape &shape) const
 /// Chooses the declared name among the words if no declarator follows them.
 void SourceBrowserDeclaratorReader::nameFromItems(Shape &shape, bool isArgument)
 {
-    std::vector<size_t> words; // those that may be the name
+    QVarLengthArray<size_t, 16> words; // those that may be the name
     bool hasType = false;
     for (size_t index = 0; index < m_items.size(); ++index) {
         if (m_items[index].kind == Item::Type) {
@@ -306,7 +306,7 @@ void SourceBrowserDeclaratorReader::nameFromItems(Shape &shape, bool isArgument)
     }
     if (words.empty() || (!hasType && words.size() < 2) || (isArgument && !hasType && areAnnotatedType(words)))
         return;
-    std::vector<size_t> own;
+    QVarLengthArray<size_t, 16> own;
     std::copy_if(words.begin(), words.end(), std::back_inserter(own),
                  [this](size_t index) { return !looksLikeMacro(m_items[index].begin); });
     size_t chosen = words.back();

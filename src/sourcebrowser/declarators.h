@@ -1,6 +1,7 @@
 #pragma once
 
 #include "sourcebrowser/members.h"
+#include "sourcebrowser/text_buffer.h"
 #include "sourcebrowser/tokens.h"
 
 #include <QSet>
@@ -90,8 +91,8 @@ private:
     /// The state while one declarator is read.
     struct Shape
     {
-        QString prefix;
-        QString suffix;
+        SourceBrowserTextBuffer prefix;
+        SourceBrowserTextBuffer suffix;
         Index nameBegin = -1;
         Index nameEnd = -1;
         Index arguments = -1; ///< the "(" of the function's argument list
@@ -114,7 +115,7 @@ private:
 
     // Which of the words are the type: declarator_types.cpp.
     static void readWordsAsNames(std::vector<Token> &tokens, bool isTypedef);
-    [[nodiscard]] QString specifierText() const;
+    [[nodiscard]] QString specifierText();
     [[nodiscard]] int chosenItem() const;
     [[nodiscard]] bool completesType(size_t index) const;
     [[nodiscard]] int rank(const Item &item) const;
@@ -122,7 +123,7 @@ private:
     [[nodiscard]] bool isTypeCall(const Item &item) const;
     [[nodiscard]] bool isMacroTypeCall(const Item &item) const;
     [[nodiscard]] bool callMayBeType(size_t index, bool isArgument) const;
-    [[nodiscard]] bool areAnnotatedType(const std::vector<size_t> &words) const;
+    [[nodiscard]] bool areAnnotatedType(std::span<const size_t> words) const;
 
     // The declarator itself: declarator_shapes.cpp.
     Index readShape(Index at, Index end, Shape &shape, bool isArgument);
@@ -132,8 +133,9 @@ private:
     Index readSuffixes(Index at, Index end, Shape &shape, int nesting, bool isArgument);
     Index readTail(Index at, Index end, Shape &shape, SourceBrowserDeclarator &declarator);
     SourceBrowserDeclarator finish(const QString &specifiers, Shape &shape, Index at, Index end, bool isArgument);
+    void completeType(const Shape &shape, SourceBrowserType &type);
     SourceBrowserType returnType(Index begin, Index end);
-    void setName(const Shape &shape, SourceBrowserDeclarator &declarator) const;
+    void setName(const Shape &shape, SourceBrowserDeclarator &declarator);
     [[nodiscard]] bool isConversion(const Shape &shape) const;
     [[nodiscard]] bool isNestedDeclarator(Index open, Index end) const;
     [[nodiscard]] bool isNameInParentheses(Index open, Index end) const;
@@ -150,9 +152,10 @@ private:
     SourceBrowserDeclarator unwrap(Index type, Index name, Index list);
 
     // Tokens and their texts: declarator_tokens.cpp.
-    static void appendToType(QString &text, const Token &token);
-    /// Reserves capacity in \a text for \a tokens with a blank between each two.
-    static void reserve(QString &text, std::span<const Token> tokens);
+    /// Appends \a token to the type that begins in \a text at \a begin.
+    static void appendToType(SourceBrowserTextBuffer &text, const Token &token, qsizetype begin = 0);
+    static void appendSourceText(SourceBrowserTextBuffer &text, std::span<const Token> tokens);
+    static void appendTypeText(SourceBrowserTextBuffer &text, std::span<const Token> tokens);
     [[nodiscard]] Index chainEnd(Index at, Index end) const;
     [[nodiscard]] Index skipAttributes(Index at, Index end) const;
     [[nodiscard]] Index afterGroup(Index at) const;
@@ -160,8 +163,8 @@ private:
     [[nodiscard]] Index wrappedArguments(Index open) const;
     [[nodiscard]] Index macroArguments(Index word, Index open) const;
     [[nodiscard]] bool isQualifier(Index at) const;
-    /// \a text, mostly sharing the memory of an equal one: types and names of arguments repeat.
-    QString shared(const QString &text);
+    /// \a text as a string, mostly sharing the memory of an equal one: types and names of arguments repeat.
+    QString shared(QStringView text);
     [[nodiscard]] const Token &token(Index at) const { return (*m_tokens)[static_cast<size_t>(at)]; }
     [[nodiscard]] Index size() const { return static_cast<Index>(m_tokens->size()); }
     [[nodiscard]] int code(Index at, Index end) const { return at < end ? token(at).code : 0; }
