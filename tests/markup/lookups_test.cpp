@@ -62,7 +62,8 @@ std::string translated(std::string_view markup)
                       .icons = icons,
                       .declarations = nullptr,
                       .outputFormat = {},
-                      .baseHeadingLevel = 0})
+                      .baseHeadingLevel = 0,
+                      .facts = nullptr})
         .translate();
     pages.flush();
     return (records.empty() ? std::string() : records.front().text.toStdString()) + messages;
