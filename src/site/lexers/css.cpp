@@ -49,7 +49,8 @@ void CssLexer::step()
         return m_scanner.takeTo(m_scanner.whileIs(isWordCharacter, at + 1), Literal);
     if (numberEnd > at && m_isValue)
         return m_scanner.takeTo(m_scanner.charAt(numberEnd) == '%' ? numberEnd + 1 : numberEnd, Literal);
-    if (isNamePart(c) || ((c == '.' || c == '#' || c == ':') && !m_isValue && isNamePart(m_scanner.peek(1))))
+    const char next = m_scanner.peek(c == ':' && m_scanner.peek(1) == ':' ? 2 : 1);
+    if (isNamePart(c) || ((c == '.' || c == '#' || c == ':') && !m_isValue && isNamePart(next)))
         return name();
     if (c == ';' || c == '{' || c == '}')
         m_isValue = false;
@@ -59,7 +60,7 @@ void CssLexer::step()
 /// Takes a selector, the name of a property with its colon, or a word of a value.
 void CssLexer::name()
 {
-    const std::size_t end = m_scanner.whileIs(isNamePart, m_scanner.offset() + 1);
+    const std::size_t end = m_scanner.whileIs(isNamePart, m_scanner.offset() + (m_scanner.startsWith("::") ? 2 : 1));
     if (m_isValue)
         return m_scanner.takeTo(end, m_scanner.charAt(end) == '(' ? Function : Plain);
     if (!beginsDeclaration())
