@@ -9,7 +9,7 @@ var tavidocSearch = (() => {
   // Ideographs; words with what joins them, a sigil, the symbol of an operator; symbols alone.
   const token = new RegExp(`${ideograph}+|[-#$\\\\@~]{0,2}${letter}+(?:(?:::~?|[.-])${letter}+)*` +
     `(?:(?<=(?<!${letter})operator) ?(?:\\(\\)|\\[\\]|[-+*/%^&|~!=<>,]{1,3})|(?:\\+\\+|#)(?!${letter}))?` +
-    "|[^\\s\\p{L}\\p{N}]+", "gu");
+    `|[^\\s\\p{L}\\p{N}]+?(?=[-#$\\\\@~]{0,2}${letter}|\\s|$)`, "gu");
   const base = typeof document === "object" ? document.currentScript.src.replace(/[^/]*$/, "") : "";
   const waiting = {}, files = {}, decoded = {};
   let root;
@@ -30,15 +30,16 @@ var tavidocSearch = (() => {
     document.head.append(script);
   };
 
-  const open = async () => {
-    if (root || !(root = await load("root")))
-      return root;
+  let opened;
+  const open = () => opened ??= load("root").then(data => {
+    if (!data)
+      return;
+    root = data;
     for (const kind of "twb")
       root[kind] = root[kind].split("\t");
     if (root.pages <= root.block)
       load("n0");
-    return root;
-  };
+  });
 
   // The forms that the index compares, as in terms.cpp.
   const fold = text => text.toUpperCase().toLowerCase().replace(/\u03c2/g, "\u03c3").slice(0, 64);
@@ -177,11 +178,12 @@ var tavidocSearch = (() => {
     return [...found].sort().slice(0, 12);
   };
 
-  // The name that begins most like the text.
+  // The word of names and titles that begins most like the text.
   const nearest = async text => {
     const {texts} = await shard("w", shardOf("w", text)), at = lowerBound(texts, text);
-    const common = other => [...text].findIndex((letter, i) => letter !== other[i]) >>> 0;
-    return at && !(texts[at] && common(texts[at]) > common(texts[at - 1])) ? texts[at - 1] : texts[at] ?? text;
+    const common = (other = "") => [...text].findIndex((letter, i) => letter !== other[i]) >>> 0;
+    const other = common(texts[at]) > common(texts[at - 1]) ? texts[at] : texts[at - 1];
+    return common(other) ? other : "";
   };
 
   // How a page is shown.
@@ -199,7 +201,8 @@ var tavidocSearch = (() => {
   const search = async (query, limit, show) => {
     query = query.slice(0, 200).trim().replace(/\s+/g, " ");
     let all = terms(query);
-    if (!all.length || !await open())
+    await open();
+    if (!all.length || !root)
       return;
     const shown = new Set();
     const emit = async (ranks, isNearest) => {
@@ -228,7 +231,8 @@ var tavidocSearch = (() => {
       await emit(inAll(await Promise.all(all.map(async text => new Map([...await misspelt(text), ...await pagesOf(text)])))));
     if (!shown.size) {
       const longest = all.reduce((a, b) => a.length < b.length ? b : a);
-      await emit([...await pagesOf(await nearest(longest), 1)].slice(0, 1), true);
+      const name = await nearest(longest);
+      await emit(name ? [...await pagesOf(name, 1)].slice(0, 1) : [], true);
     }
   };
   return {add, load, open, search, terms, word, base, fold, rank, decode, isOneEdit, request};

@@ -150,6 +150,29 @@ std::uint32_t bodyWeight(std::uint32_t times)
     return times >= 8 ? BodyMost : times >= 4 ? BodyOften : times >= 2 ? BodyTwice : BodyOnce;
 }
 
+/// Of a token: only an operator's symbol may have one before it.
+std::u32string withoutSpaces(std::u32string_view text)
+{
+    std::u32string joined(text);
+    std::erase(joined, U' ');
+    return joined;
+}
+
+/// \a text with one space for each run of spaces and none at the ends.
+std::u32string collapsed(std::u32string_view text)
+{
+    std::u32string result;
+    for (const char32_t c : text) {
+        if (characterClass(c) != CharacterClass::Space)
+            result.push_back(c);
+        else if (!result.empty() && result.back() != U' ')
+            result.push_back(U' ');
+    }
+    if (result.ends_with(U' '))
+        result.pop_back();
+    return result;
+}
+
 bool isData(std::u32string_view word)
 {
     return word.size() > s_longestBodyWord ||
@@ -179,16 +202,7 @@ std::string foldedTerm(std::u32string_view text)
 
 std::string foldedTerm(std::string_view text)
 {
-    std::u32string collapsed;
-    for (const char32_t c : codePoints(text)) {
-        if (characterClass(c) != CharacterClass::Space)
-            collapsed.push_back(c);
-        else if (!collapsed.empty() && collapsed.back() != U' ')
-            collapsed.push_back(U' ');
-    }
-    if (collapsed.ends_with(U' '))
-        collapsed.pop_back();
-    return foldedTerm(std::u32string_view(collapsed));
+    return foldedTerm(std::u32string_view(collapsed(codePoints(text))));
 }
 
 std::string withoutAccents(const std::string &folded)
@@ -206,9 +220,9 @@ void TermCollector::add(TermField field, std::string_view text)
 {
     const std::u32string characters = codePoints(text);
     if (field == TermField::Name)
-        addName(characters);
+        addName(collapsed(characters));
     else if (field == TermField::Title)
-        addTitle(characters);
+        addTerm(WholeTitle, collapsed(characters));
     addTokens(field, characters);
 }
 
@@ -231,14 +245,6 @@ void TermCollector::addName(std::u32string_view name)
     }
 }
 
-void TermCollector::addTitle(std::u32string_view title)
-{
-    std::string bytes;
-    appendUtf8(bytes, title);
-    const std::string whole = foldedTerm(std::string_view(bytes));
-    addTerm(WholeTitle, codePoints(whole));
-}
-
 void TermCollector::addTokens(TermField field, std::u32string_view text)
 {
     for (std::size_t at = 0; at < text.size();) {
@@ -250,19 +256,27 @@ void TermCollector::addTokens(TermField field, std::u32string_view text)
         }
         const std::size_t word = skip(text, at, U"-#$\\@~", 2);
         if (!beginsWord(text, word)) {
-            at = std::max(at + 1, word);
+            ++at;
             continue;
         }
         const std::size_t end = tokenEnd(text, at, word);
-        if (end != wordEnd(text, at))
-            addTerm(weightOf(field), text.substr(at, end - at));
-        for (std::size_t i = at; i < end;) {
-            const std::size_t last = wordEnd(text.substr(0, end), i);
-            if (last > i)
-                addWord(field, text.substr(i, last - i));
-            i = std::max(i + 1, last);
-        }
+        addToken(field, text.substr(at, end - at));
         at = end;
+    }
+}
+
+void TermCollector::addToken(TermField field, std::u32string_view token)
+{
+    if (token.size() != wordEnd(token, 0))
+        addTerm(weightOf(field), withoutSpaces(token));
+    for (std::size_t at = 0; at < token.size();) {
+        const std::size_t end = wordEnd(token, at);
+        if (end > at) {
+            addWord(field, token.substr(at, end - at));
+            if (endsWithOperator(token, 0, end))
+                addTerm(weightOf(field), withoutSpaces(token.substr(end)));
+        }
+        at = std::max(at + 1, end);
     }
 }
 

@@ -66,8 +66,8 @@ private:
     };
 
     void addName(std::u32string_view name);
-    void addTitle(std::u32string_view title);
     void addTokens(TermField field, std::u32string_view text);
+    void addToken(TermField field, std::u32string_view token);
     void addWord(TermField field, std::u32string_view word);
     void addPairs(std::uint32_t weight, std::u32string_view ideographs);
     void addTerm(std::uint32_t weight, std::u32string_view text);
