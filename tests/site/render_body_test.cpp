@@ -143,13 +143,13 @@ struct LinkRow
     std::string expected;
 };
 
-class Links : public testing::TestWithParam<LinkRow>
+class BodyLinks : public testing::TestWithParam<LinkRow>
 {
 };
 
 } // namespace
 
-TEST_P(Links, AreRelocated)
+TEST_P(BodyLinks, AreRelocated)
 {
     const MarkedBody body(GetParam().body);
     RecordPage page;
@@ -164,7 +164,7 @@ TEST_P(Links, AreRelocated)
     EXPECT_EQ(BodyDifference(body.text, rendered).find(), "");
 }
 
-INSTANTIATE_TEST_SUITE_P(Bodies, Links,
+INSTANTIATE_TEST_SUITE_P(Bodies, BodyLinks,
                          testing::Values(LinkRow{"target and caption of an open link",
                                                  "<p>@<a href=\"X.htm\">X</a> y",
                                                  RecordLink::Kind::Open,
