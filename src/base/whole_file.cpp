@@ -111,8 +111,7 @@ std::optional<QByteArray> RegularFile::allBytes() const
     for (;;) {
         if (size == bytes.size())
             bytes.resize(bytes.size() * 2);
-        const ssize_t count =
-            ::pread(m_descriptor, bytes.data() + size, static_cast<std::size_t>(bytes.size() - size), size);
+        const ssize_t count = ::read(m_descriptor, bytes.data() + size, static_cast<std::size_t>(bytes.size() - size));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)

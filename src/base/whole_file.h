@@ -29,7 +29,7 @@ public:
     [[nodiscard]] qsizetype size() const { return m_size; }
     /// The \a count bytes from \a offset on. Nothing when they cannot be read or the file is shorter.
     [[nodiscard]] std::optional<QByteArray> bytes(qsizetype offset, qsizetype count) const;
-    /// All bytes, even if the file has grown.
+    /// All bytes, even if the file has grown; may be called once.
     [[nodiscard]] std::optional<QByteArray> allBytes() const;
 
 private:
