@@ -57,9 +57,19 @@ bool isRawStringPrefix(QStringView word)
     return word == u"R" || word == u"LR" || word == u"uR" || word == u"UR" || word == u"u8R";
 }
 
+constexpr std::array<bool, 128> makeWordUnits()
+{
+    std::array<bool, 128> units = {};
+    for (std::size_t unit = 0; unit < units.size(); ++unit)
+        units[unit] = s_shapes[unit] == Shape::Letter || s_shapes[unit] == Shape::Digit || unit == u'$';
+    return units;
+}
+
+constexpr std::array<bool, 128> s_wordUnits = makeWordUnits();
+
 bool isWordUnit(char16_t unit)
 {
-    return unit < 128 && (s_shapes[unit] == Shape::Letter || s_shapes[unit] == Shape::Digit || unit == u'$');
+    return unit < 128 && s_wordUnits[unit];
 }
 
 } // namespace
@@ -160,8 +170,11 @@ SourceBrowserTokenRecord SourceBrowserCScanner::read()
 SourceBrowserTokenRecord SourceBrowserCScanner::readWord()
 {
     const qsizetype start = m_column;
-    while (m_column < m_size && isWordUnit(m_units[m_column]))
-        ++m_column;
+    const char16_t *const lineEnd = m_units + m_size;
+    const char16_t *wordEnd = m_units + start + 1;
+    while (wordEnd != lineEnd && isWordUnit(*wordEnd))
+        ++wordEnd;
+    m_column = wordEnd - m_units;
     const QStringView text(m_units + start, m_column - start);
     if (m_column < m_size && (m_units[m_column] == u'"' || m_units[m_column] == u'\'')) {
         if (text == u"L")

@@ -92,6 +92,7 @@ private:
     const char16_t *m_units = nullptr; ///< of m_line
     qsizetype m_size = 0;              ///< of m_line
     qsizetype m_column = 0;
+    qsizetype m_firstColumn = 0; ///< of m_line that is not blank; m_size if there is none
     int m_lineNumber = 0;
     std::vector<QString> m_kept; ///< earlier lines that hold the texts of tokens
     bool m_keepLines = true;

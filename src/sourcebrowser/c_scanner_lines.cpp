@@ -151,7 +151,8 @@ bool SourceBrowserCScanner::readPlainLine()
         return false;
     ++m_lineNumber;
     ++m_statistics.total;
-    if (firstNonBlank(m_line) == m_size)
+    m_firstColumn = firstNonBlank(m_line);
+    if (m_firstColumn == m_size)
         ++m_statistics.blank;
     return true;
 }
@@ -178,9 +179,10 @@ int SourceBrowserCScanner::closersAhead()
 bool SourceBrowserCScanner::readNextLine()
 {
     while (readPlainLine()) {
-        const qsizetype start = firstNonBlank(m_line);
-        if (start == m_size || m_units[start] != u'#')
+        if (m_firstColumn == m_size || m_units[m_firstColumn] != u'#') {
+            m_column = m_firstColumn;
             return true;
+        }
         readDirective();
         if (m_conditional != 0)
             return true;
@@ -249,8 +251,8 @@ void SourceBrowserCScanner::captureMacro(const QString &directive, int line)
     if (!m_model)
         return;
     const QStringView view = directive;
-    qsizetype start = view.indexOf("define"_L1) + 6;
-    start = firstNonBlank(view, start);
+    const QStringView word = directiveWord(view);
+    const qsizetype start = firstNonBlank(view, word.end() - view.begin());
     qsizetype end = start;
     while (end < view.size() && isNameUnit(view[end]))
         ++end;
