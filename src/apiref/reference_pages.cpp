@@ -104,7 +104,8 @@ void ReferencePages::make(const QStringList &exclusions)
     if (!m_surroundings.split)
         return;
     makeHeaderPage(overview);
-    makeContentsFile();
+    if (m_surroundings.output.takesContents())
+        makeContentsFile();
 }
 
 /// Fills the model. The result is the header's overview.

@@ -185,6 +185,8 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
     pages.flush();
     if (facts)
         tellListener(document, *m_contents, *facts);
+    if (!m_output->takesContents())
+        return;
     const std::string contents = contentsText(*m_contents);
     const std::string_view part = contents;
     m_output->add({input.baseName().toStdString() + ".xml", QString(), {&part, 1}});

@@ -42,9 +42,11 @@ class PageWriter : public OutputSink
 public:
     PageWriter(OutputDirectory &directory, bool isVerbose) : m_directory(directory), m_isVerbose(isVerbose) {}
 
+    /// Contents files are for users of the library; the program writes only pages.
+    [[nodiscard]] bool takesContents() const override { return false; }
+
     void take(const OutputFile &file) override
     {
-        // Contents files are for users of the library; the program writes only pages.
         if (m_failure || !isPage(file.name))
             return;
         if (m_isVerbose)

@@ -25,6 +25,8 @@ class OutputSink
 public:
     virtual ~OutputSink() = default;
     virtual void take(const OutputFile &file) = 0;
+    /// False for a sink that has no use for contents files: then none are made.
+    [[nodiscard]] virtual bool takesContents() const { return true; }
 };
 
 /// Appends the files to a list of records.
@@ -50,6 +52,7 @@ public:
     explicit OutputQueue(OutputSink &sink) : m_sink(sink) {}
 
     void add(const OutputFile &file);
+    [[nodiscard]] bool takesContents() const { return m_sink.takesContents(); }
     /// Hands out the files held back, and from now on each file when it is added.
     void release();
 
