@@ -1,5 +1,7 @@
 #include "base/text_escape.h"
 
+#include "base/byte_search.h"
+
 #include <array>
 #include <cstdint>
 
@@ -35,29 +37,30 @@ constexpr std::array<Entity, 256> entityTable()
 
 constexpr std::array<Entity, 256> s_entityOfByte = entityTable();
 
+/// Where the next character of s_entityOfByte is in \a text, from \a from on.
+std::size_t nextEntity(std::string_view text, std::size_t from)
+{
+    return findAnyOf<'&', '>', '<', '"', '\'', '\xC2'>(text, from);
+}
+
 } // namespace
 
 void appendEscaped(std::string &html, std::string_view text)
 {
-    const char *plain = text.data();
-    const char *at = plain;
-    const char *const end = plain + text.size();
-    for (; at != end; ++at) {
-        const Entity entity = s_entityOfByte[static_cast<unsigned char>(*at)];
-        if (entity == Plain)
-            continue;
-        const char *after = at + 1;
+    std::size_t plain = 0; // where the text that has not been copied begins
+    for (std::size_t at = nextEntity(text, 0); at < text.size(); at = nextEntity(text, at)) {
+        const std::size_t begin = at++;
+        const Entity entity = s_entityOfByte[static_cast<unsigned char>(text[begin])];
         if (entity == PerhapsMiddleDot) {
-            if (after == end || *after != s_middleDotTail)
+            if (at == text.size() || text[at] != s_middleDotTail)
                 continue;
-            ++after;
+            ++at;
         }
-        html.append(plain, at);
+        html.append(text.data() + plain, begin - plain);
         html.append(s_entities[entity]);
-        plain = after;
-        at = after - 1;
+        plain = at;
     }
-    html.append(plain, end);
+    html.append(text.data() + plain, text.size() - plain);
 }
 
 std::string escapedText(std::string_view text)

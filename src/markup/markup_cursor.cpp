@@ -1,5 +1,7 @@
 #include "markup/markup_cursor.h"
 
+#include "base/byte_search.h"
+
 #include <algorithm>
 
 namespace tavidoc {
@@ -29,8 +31,9 @@ void BraceMatcher::scan(std::size_t opener)
     m_pairs.clear();
     m_pending.clear();
     m_next = 0;
+    const auto next = [this](std::size_t from) { return findAnyOf<'\\', '{', '}', '\n'>(m_text, from); };
     std::size_t at = opener;
-    for (; at < m_text.size(); ++at) {
+    for (; at < m_text.size(); at = next(at + 1)) {
         const char c = m_text[at];
         if (c == '\\') {
             if (m_text.substr(at + 1, 1) != "\n")

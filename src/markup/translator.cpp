@@ -1,5 +1,6 @@
 #include "markup/translator.h"
 
+#include "base/byte_search.h"
 #include "base/text_escape.h"
 
 #include <array>
@@ -75,18 +76,12 @@ void Translator::copyText()
 std::size_t Translator::plainTextEnd() const
 {
     const unsigned special = specialCharacters();
-    const char *const text = m_cursor.text().data();
-    const std::size_t limit = m_cursor.limit();
-    std::size_t at = m_cursor.offset();
-    const auto classOf = [text](std::size_t offset) { return s_special[static_cast<unsigned char>(text[offset])]; };
-    for (; at < limit; ++at) {
-        while (at + 4 <= limit && ((classOf(at) | classOf(at + 1) | classOf(at + 2) | classOf(at + 3)) & special) == 0)
-            at += 4; // most characters are plain
-        if (at == limit)
-            break;
-        if ((classOf(at) & special) != 0 && !isPlainAfterAll(at, text[at]))
-            break;
-    }
+    const std::string_view text = m_cursor.text().substr(0, m_cursor.limit());
+    std::size_t at = m_cursor.offset() - 1;
+    do {
+        at = findAnyOf<'\\', '\n', '<', '\xC2', '|'>(text, at + 1); // those of s_special
+    } while (at < text.size() &&
+             ((s_special[static_cast<unsigned char>(text[at])] & special) == 0 || isPlainAfterAll(at, text[at])));
     return at;
 }
 

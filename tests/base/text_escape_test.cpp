@@ -1,8 +1,24 @@
+#include "base/byte_search.h"
 #include "base/text_escape.h"
 
 #include <gtest/gtest.h>
 
 using namespace tavidoc;
+
+TEST(ByteSearch, FindsTheFirstOnAnySideOfABlock)
+{
+    for (std::size_t size = 0; size < 50; ++size) {
+        for (std::size_t place = 0; place <= size; ++place) {
+            std::string text(size, 'a');
+            if (place < size)
+                text[place] = '\xC2';
+            if (place + 1 < size)
+                text[place + 1] = '<';
+            for (std::size_t from = 0; from <= place; ++from)
+                ASSERT_EQ((findAnyOf<'<', '\xC2'>(text, from)), place) << size << ' ' << from;
+        }
+    }
+}
 
 TEST(TextEscape, EveryEntityOnceAndOnlyOnce)
 {
