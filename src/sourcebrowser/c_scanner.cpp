@@ -95,18 +95,6 @@ void SourceBrowserCScanner::pushBack(int code, const QString &text)
     m_pushedBack.emplace_back(code, text);
 }
 
-SourceBrowserTokenRecord SourceBrowserCScanner::makeToken(int code, qsizetype start)
-{
-    m_lineIsUsed |= m_keepLines;
-    SourceBrowserTokenRecord token;
-    token.text = QStringView(m_units + start, m_column - start);
-    token.code = code;
-    token.line = m_lineNumber;
-    token.column = static_cast<int>(start);
-    token.blankBefore = m_blankBefore;
-    return token;
-}
-
 SourceBrowserTokenRecord SourceBrowserCScanner::read()
 {
     if (!m_pushedBack.empty()) {

@@ -61,7 +61,16 @@ private:
     SourceBrowserTokenRecord readRawString(qsizetype start);
     SourceBrowserTokenRecord readNumber();
     SourceBrowserTokenRecord readPunctuation();
-    [[nodiscard]] SourceBrowserTokenRecord makeToken(int code, qsizetype start);
+    /// The token from \a start to m_column.
+    [[nodiscard]] SourceBrowserTokenRecord makeToken(int code, qsizetype start)
+    {
+        m_lineIsUsed |= m_keepLines;
+        return {.text = QStringView(m_units + start, m_column - start),
+                .code = code,
+                .line = m_lineNumber,
+                .column = static_cast<int>(start),
+                .blankBefore = m_blankBefore};
+    }
     [[nodiscard]] char16_t at(qsizetype column) const { return column < m_size ? m_units[column] : u'\n'; }
 
     // Lines, directives and comments.
@@ -72,7 +81,7 @@ private:
     void appendContinuation(QString &directive);
     void finishDirectiveComment(QString &directive);
     void noteConditional(QStringView word);
-    void captureMacro(const QString &directive, int line);
+    void captureMacro(const QString &directive, qsizetype wordEnd, int line);
     void skipLineComment();
     void readBlockComment();
     void finishComment();

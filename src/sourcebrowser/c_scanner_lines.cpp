@@ -2,6 +2,7 @@
 #include "sourcebrowser/model.h"
 
 #include <algorithm>
+#include <array>
 #include <utility>
 
 namespace tavidoc {
@@ -18,9 +19,22 @@ qsizetype firstNonBlank(QStringView line, qsizetype from = 0)
     return from;
 }
 
+constexpr std::array<bool, 128> makeNameUnits()
+{
+    std::array<bool, 128> units = {};
+    for (unsigned char unit = 'a'; unit <= 'z'; ++unit)
+        units[unit] = units[unit - 'a' + 'A'] = true;
+    for (unsigned char unit = '0'; unit <= '9'; ++unit)
+        units[unit] = true;
+    units['_'] = true;
+    return units;
+}
+
+constexpr std::array<bool, 128> s_nameUnits = makeNameUnits();
+
 bool isNameUnit(QChar unit)
 {
-    return unit.isLetterOrNumber() || unit == u'_';
+    return unit.unicode() < 128 ? s_nameUnits[unit.unicode()] : unit.isLetterOrNumber();
 }
 
 /// The word after "#".
@@ -204,7 +218,7 @@ void SourceBrowserCScanner::readDirective()
         m_events->preprocessorLine(directive, line, m_statistics.preprocessor);
     const QStringView word = directiveWord(directive);
     if (word == u"define")
-        captureMacro(directive, line);
+        captureMacro(directive, word.end() - QStringView(directive).begin(), line);
     else
         noteConditional(word);
 }
@@ -246,13 +260,13 @@ void SourceBrowserCScanner::noteConditional(QStringView word)
     }
 }
 
-void SourceBrowserCScanner::captureMacro(const QString &directive, int line)
+/// \a wordEnd is the index in \a directive after its word.
+void SourceBrowserCScanner::captureMacro(const QString &directive, qsizetype wordEnd, int line)
 {
     if (!m_model)
         return;
     const QStringView view = directive;
-    const QStringView word = directiveWord(view);
-    const qsizetype start = firstNonBlank(view, word.end() - view.begin());
+    const qsizetype start = firstNonBlank(view, wordEnd);
     qsizetype end = start;
     while (end < view.size() && isNameUnit(view[end]))
         ++end;

@@ -265,7 +265,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::finish(const QString &spe
     completeType(shape, declarator.type);
     declarator.isBarePlainName = shape.prefix.isEmpty() && shape.suffix.isEmpty() && !shape.isFunction;
     if (shape.nameBegin >= 0)
-        setName(shape, declarator);
+        setName(shape, declarator, isArgument);
     if (shape.isFunction && !declarator.name.isEmpty()) {
         declarator.kind = SourceBrowserDeclarator::Function;
         declarator.arguments = readArguments(shape.arguments);
@@ -296,7 +296,7 @@ void SourceBrowserDeclaratorReader::completeType(const Shape &shape, SourceBrows
     type.text = shared(text.view());
 }
 
-void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDeclarator &declarator)
+void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDeclarator &declarator, bool isArgument)
 {
     Index begin = shape.nameBegin;
     for (Index at = begin; at < shape.nameEnd; at = afterGroup(at)) {
@@ -313,7 +313,7 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
         const Index nameEnd = token(begin).is('~') ? begin + 2 : begin + 1; // without template arguments
         SourceBrowserTextBuffer name;
         appendTypeText(name, range(begin, std::min(nameEnd, shape.nameEnd)));
-        declarator.name = shared(name.view());
+        declarator.name = isArgument ? shared(name.view()) : name.view().toString();
         return;
     }
     declarator.name = u"operator"_s;
@@ -391,8 +391,9 @@ QString SourceBrowserDeclaratorReader::shared(QStringView text)
     if (text.isEmpty())
         return {};
     const qsizetype size = text.size();
-    const auto mix =
-        static_cast<size_t>(text[0].unicode() * 31 + text[size / 2].unicode() * 7 + text[size - 1].unicode());
+    const auto unit = [text](qsizetype at) { return static_cast<size_t>(text[at].unicode()); };
+    const size_t mix =
+        unit(0) * 31 + unit(size / 4) * 173 + unit(size / 2) * 7 + unit(size - 1 - size / 4) * 89 + unit(size - 1);
     QString &kept = m_texts[(mix + static_cast<size_t>(size) * 61) % s_texts];
     if (kept.size() != size || std::memcmp(kept.constData(), text.utf16(), static_cast<size_t>(size) * 2) != 0)
         kept = text.toString();

@@ -135,7 +135,7 @@ bool SourceBrowserDeclaratorReader::looksLikeMacro(Index at) const
         return true;
     if (hasLowerCase(text) && !isUnderscored(text))
         return false;
-    return !m_types.contains(text.toString());
+    return m_types.isEmpty() || !m_types.contains(QString::fromRawData(text.data(), text.size()));
 }
 
 /// Whether a macro's argument is a type, as in `API(char *) name(void)`.

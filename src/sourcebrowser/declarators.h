@@ -135,7 +135,7 @@ private:
     SourceBrowserDeclarator finish(const QString &specifiers, Shape &shape, Index at, Index end, bool isArgument);
     void completeType(const Shape &shape, SourceBrowserType &type);
     SourceBrowserType returnType(Index begin, Index end);
-    void setName(const Shape &shape, SourceBrowserDeclarator &declarator);
+    void setName(const Shape &shape, SourceBrowserDeclarator &declarator, bool isArgument);
     [[nodiscard]] bool isConversion(const Shape &shape) const;
     [[nodiscard]] bool isNestedDeclarator(Index open, Index end) const;
     [[nodiscard]] bool isNameInParentheses(Index open, Index end) const;
@@ -173,7 +173,7 @@ private:
         return std::span<const Token>(*m_tokens).subspan(static_cast<size_t>(begin), static_cast<size_t>(end - begin));
     }
 
-    static constexpr size_t s_texts = 1024;
+    static constexpr size_t s_texts = 512;
 
     std::vector<Token> *m_tokens = nullptr;
     QString m_className;
