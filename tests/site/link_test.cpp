@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 using namespace tavidoc;
 
 namespace {
@@ -288,5 +290,153 @@ INSTANTIATE_TEST_SUITE_P(
                 "b.dg:9: no page, title or declaration is named \"9\" [dead-link]\n"
                 "b.dg:10: no page, title or declaration is named \"dead10\" [dead-link]\n"}),
     [](const auto &row) { return "Row" + std::to_string(row.index); });
+
+class Files : public testing::TestWithParam<LinkRow>
+{
+};
+
+TEST_P(Files, AreCopiedBesideThePages)
+{
+    SiteSettings settings;
+    settings.assets = {{"web/logo.png", "logo.png"}, {"web/pics/a.png", "pics/a.png"}, {"web/data.zip", "data.zip"}};
+    const LinkResult result = linked(GetParam().records, settings,
+                                     {"doc/pics/a.png", "doc/my pic.png", "up.png", "other/pics/a.png", "web/logo.png",
+                                      "doc/pics/A.png", "/abs/x.png", "doc/x.htm", "doc/new.png"});
+    EXPECT_EQ(linksOf(result), GetParam().links);
+    EXPECT_EQ(findingsOf(result), GetParam().findings);
+}
+
+const std::string s_unused = "web/data.zip: no page uses this file [unused-asset]\n"
+                             "web/logo.png: no page uses this file [unused-asset]\n"
+                             "web/pics/a.png: no page uses this file [unused-asset]\n";
+
+INSTANTIATE_TEST_SUITE_P(
+    Pictures, Files,
+    testing::Values(
+        LinkRow{"a picture beside the input goes beside the page, once for each record", R"(
+                input doc/a.dg -> f
+                page x
+                image new.png
+                image ./new.png
+                image gone.png
+                image https://example.org/x.png
+                icon images/save.png
+                page sub/y
+                image new.png
+                icon images/save.png
+                entry 0 x
+                entry 0 sub/y
+                input doc/b.dg -> f
+                page z
+                image new.png
+                entry 0 z)",
+                "f/x.htm picture 1: new.png\nf/sub/y.htm picture 0: ../new.png\n"
+                "f/sub/y.htm picture 1: ../images/save.png\ndoc/new.png => f/new.png\ndoc/new.png => f/new.png\n",
+                "doc/a.dg:4: cannot read the picture \"doc/gone.png\" [missing-image]\n" + s_unused},
+        LinkRow{"its address needs no escapes and stays in the site", R"(
+                input doc/a.dg
+                page x
+                image my pic.png
+                image ../up.png
+                image /abs/x.png
+                entry 0 x)",
+                "x.htm picture 0: my~20pic.png\nx.htm picture 1: .~2e/up.png\nx.htm picture 2: ~/x.png\n"
+                "doc/my pic.png => my~20pic.png\nup.png => .~2e/up.png\n/abs/x.png => ~/x.png\n",
+                s_unused},
+        LinkRow{"different files never share an address, whatever the case, nor replace pages and assets", R"(
+                input doc/a.dg
+                page x
+                image pics/a.png
+                image pics/A.png
+                image x.htm
+                entry 0 x
+                input other/b.dg
+                page y
+                image pics/a.png
+                entry 0 y)",
+                "x.htm picture 0: ~2/pics/a.png\nx.htm picture 1: ~3/pics/A.png\nx.htm picture 2: ~1/x.htm\n"
+                "doc/pics/a.png => ~2/pics/a.png\ndoc/pics/A.png => ~3/pics/A.png\ndoc/x.htm => ~1/x.htm\n"
+                "y.htm picture 0: ~4/pics/a.png\nother/pics/a.png => ~4/pics/a.png\n",
+                s_unused},
+        LinkRow{"a picture may be an asset, by its address or by its file; links use assets too", R"(
+                input f/a.dg -> f
+                page x
+                image ../pics/a.png
+                image ../web/logo.png
+                raw ../data.zip
+                entry 0 x)",
+                "f/x.htm picture 1: ../logo.png\n", ""}),
+    [](const auto &row) { return "Row" + std::to_string(row.index); });
+
+TEST(Redirects, LeadFromFreeNamesToPages)
+{
+    SiteSettings settings;
+    settings.redirects = {{"old", "sub/new page"}, {"a b.htm", "x.htm"}, {"x", "y"},      {"gone", "nowhere"},
+                          {"search", "x"},         {"loop", "loop"},     {"chain", "old"}};
+    const LinkResult result = linked(R"(
+        input a.dg
+        page x
+        raw old.htm
+        page sub/new page
+        entry 0 x
+        entry 0 sub/new page)",
+                                     settings);
+    const std::map<std::string, std::string> working = {{"old", "sub/new~20page"}, {"a~20b", "x"}};
+    EXPECT_EQ(result.shared.settings.redirects, working);
+    EXPECT_EQ(findingsOf(result), "site.toml: redirect from \"chain\" to \"old\", which does not exist [dead-link]\n"
+                                  "site.toml: redirect from \"gone\" to \"nowhere\", which does not exist [dead-link]\n"
+                                  "site.toml: redirect from \"loop\" to \"loop\", which does not exist [dead-link]\n"
+                                  "site.toml: redirect from \"search\": there is a page of this name [duplicate-page]\n"
+                                  "site.toml: redirect from \"x\": there is a page of this name [duplicate-page]\n");
+}
+
+/// Sets whose size would show in the time if linking were not linear.
+TEST(Link, EndsSoonForHostileSets)
+{
+    constexpr int size = 40'000;
+    std::string sameTitles = "input t.dg\n";
+    std::string nested = "input n.dg\n";
+    std::string chain;
+    std::string samePictures;
+    for (int i = 0; i < size; ++i) {
+        const std::string number = std::to_string(i);
+        sameTitles += "page p" + number + " | Same\nlink Same\nlink Semi\n";
+        nested += "page n" + number + "\nlink #no\nentry " + number + " n" + number + "\n";
+        chain += "input c" + number + ".dg\npage h" + number + "\ninclude 0 c" + std::to_string(i + 1) + ".xml\n";
+        samePictures += "input " + number + "/same.dg\npage s" + number + "\nimage a.png\ninclude 0 same.xml\n";
+    }
+    EXPECT_EQ(linked(sameTitles).findings.size(), 3U * size);
+    EXPECT_EQ(linked(nested).records.front().pages.back().ancestors.size(), 17U);
+    EXPECT_EQ(linked(chain).shared.contents.size(), std::size_t(size));
+    EXPECT_EQ(linked(samePictures).findings.size(), 3U * size);
+}
+
+TEST(Link, TakesAnyBytes)
+{
+    std::vector<Record> records(2);
+    const std::string bytes("\0\n\xff../\"<>&\x7f", 12);
+    for (Record &record : records) {
+        record.input = bytes;
+        record.folder = bytes;
+        record.title = bytes;
+        record.files = {{bytes, false}};
+        RecordPage &page = record.pages.emplace_back();
+        page.stem = &record == records.data() ? bytes : std::string();
+        page.title = bytes;
+        page.qualifiedName = "::" + bytes + "::";
+        page.place = {99, -1};
+        page.headings = {{0, 1, bytes, bytes}};
+        for (const auto kind : {RecordLink::Kind::Resolved, RecordLink::Kind::Open, RecordLink::Kind::Raw})
+            page.links.push_back({kind, false, 0, 0, bytes + '#' + bytes, bytes, {7, 1}});
+        page.images = {{0, 0, bytes, false, {0, 1}}, {0, 0, "", false, {0, 1}}};
+        record.contents = {{RecordEntry::Kind::Include, true, 0xffffffff, ".xml", bytes, {0, 1}},
+                           {RecordEntry::Kind::Page, true, 0xffffffff, "", "", {0, 1}}};
+    }
+    const LinkResult result = link(records, {}, [](const std::string &) { return true; });
+    for (const std::string &address : result.shared.addresses)
+        EXPECT_TRUE(std::ranges::all_of(address, [](char c) { return c > ' ' && c <= '~' && c != '"'; })) << address;
+    EXPECT_EQ(result.shared.addresses.size(), 2U);
+    EXPECT_EQ(findingsOf(result).find('\0'), std::string::npos);
+}
 
 } // namespace

@@ -17,10 +17,15 @@ std::string_view withoutSuffix(std::string_view name)
     return name;
 }
 
-/// \a target as a qualified name: "Buffer.push()" is "Buffer::push".
-std::string qualifiedName(std::string_view target)
+std::string_view withoutArguments(std::string_view target)
 {
     target.remove_suffix(target.size() > 2 && target.ends_with("()") && !target.ends_with("operator()") ? 2 : 0);
+    return target;
+}
+
+/// \a target with dots as a qualified name: "Buffer.push" is "Buffer::push".
+std::string withColons(std::string_view target)
+{
     std::string name;
     name.reserve(target.size() + 4);
     for (std::size_t i = 0; i < target.size(); ++i) {
@@ -50,7 +55,9 @@ FoundPage PageFinder::find(std::string_view target, const NameUse &use)
     const NameSeeker seeker = seekerOf(use);
     if (const auto candidates = m_names.find(NameKind::Title, target, seeker); !candidates.empty())
         return chosen(candidates, target, use);
-    const std::string name = qualifiedName(target);
+    std::string_view name = withoutArguments(target);
+    const std::string changed = name.find('.') == name.npos ? std::string() : withColons(name);
+    name = changed.empty() ? name : changed;
     for (const NameKind kind : {NameKind::Qualified, NameKind::Bare}) {
         if (const auto candidates = m_names.find(kind, name, seeker); !candidates.empty())
             return chosen(candidates, target, use);

@@ -46,7 +46,10 @@ void appendEncoded(std::string &name, char c)
 bool isDevice(std::string_view component)
 {
     static constexpr std::array devices = {"con"sv, "prn"sv, "aux"sv, "nul"sv};
-    std::string name(component.substr(0, std::min(component.find('.'), std::size_t(5))));
+    const std::size_t length = std::min(component.find('.'), component.size());
+    if (length != 3 && length != 4)
+        return false;
+    std::string name(component.substr(0, length));
     std::ranges::transform(name, name.begin(), lowered);
     if (name.size() == 4 && name[3] >= '0' && name[3] <= '9')
         return name.starts_with("com") || name.starts_with("lpt");
@@ -76,14 +79,19 @@ void appendComponent(std::string &path, std::string_view component, DotAtEnd dot
         path += '~'; // a lone "~" is in no other name
         return;
     }
-    std::string name;
-    name.reserve(component.size());
     const bool isReserved = isDevice(component);
     // A folder named like a page would take the place of that page.
     const bool endsLikePage = dotAtEnd == DotAtEnd::Encoded && component.ends_with(".htm");
     const std::size_t lastDot = dotAtEnd == DotAtEnd::Encoded && component.back() == '.' ? component.size() - 1
                                 : endsLikePage                                           ? component.size() - 4
                                                                                          : component.npos;
+    if (!isReserved && lastDot == component.npos && component.size() <= s_longestComponent &&
+        std::ranges::all_of(component, isKept)) {
+        path += component;
+        return;
+    }
+    std::string name;
+    name.reserve(component.size());
     for (std::size_t i = 0; i < component.size(); ++i) {
         if (!isKept(component[i]) || i == lastDot || (i == 0 && isReserved))
             appendEncoded(name, component[i]);
