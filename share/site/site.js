@@ -1,100 +1,76 @@
-// The theme switch, copy buttons, and what keyboards need to scroll boxes. Pages work without it.
-(function () {
-    "use strict";
-
+// The theme switch, copy buttons, and the focus for boxes that scroll. Pages work without it.
+"use strict";
+(() => {
     const root = document.documentElement;
-    const key = "tavidoc-theme";
     const themes = { "": "as the system", light: "light", dark: "dark" };
 
-    function storedTheme() {
+    const storedTheme = () => {
         try {
-            const theme = localStorage.getItem(key);
-            return theme in themes ? theme : "";
-        } catch {
-            return ""; // storage is forbidden
+            return localStorage.getItem("tavidoc-theme") ?? "";
+        } catch { // forbidden
+            return "";
         }
-    }
+    };
 
-    function setTheme(theme) {
-        if (theme)
-            root.dataset.theme = theme;
-        else
-            delete root.dataset.theme;
+    const setTheme = (theme) => {
+        root.dataset.theme = theme;
         const button = document.getElementById("site-theme");
         if (!button)
             return;
-        button.title = "Theme: " + themes[theme];
-        button.setAttribute("aria-label", button.title);
-    }
+        button.title = button.ariaLabel = "Theme: " + (themes[theme] ?? themes[""]);
+    };
 
-    function nextTheme() {
+    const nextTheme = () => {
         const names = Object.keys(themes);
-        const theme = names[(names.indexOf(root.dataset.theme || "") + 1) % names.length];
+        const theme = names[(names.indexOf(root.dataset.theme) + 1) % names.length];
         setTheme(theme);
         try {
-            localStorage.setItem(key, theme);
-        } catch { // the theme lasts as long as the page
+            localStorage.setItem("tavidoc-theme", theme);
+        } catch { // it lasts as long as the page
         }
-    }
+    };
 
-    function copyWithSelection(element) {
-        const range = document.createRange();
-        range.selectNodeContents(element);
+    // Without a secure connection there is no clipboard to write to.
+    const copySelected = (element) => {
         const selection = getSelection();
-        selection.removeAllRanges();
-        selection.addRange(range);
+        selection.selectAllChildren(element);
         const isCopied = document.execCommand("copy");
         selection.removeAllRanges();
         return isCopied;
-    }
+    };
 
-    async function copy(button, listing) {
-        let isCopied = true;
-        try {
-            await navigator.clipboard.writeText(listing.textContent);
-        } catch {
-            isCopied = copyWithSelection(listing);
-        }
-        button.textContent = isCopied ? "Copied" : "Not copied";
-        setTimeout(() => button.textContent = "Copy", 1500);
-    }
-
-    function addCopyButton(listing) {
+    const addCopyButton = (listing) => {
         const button = document.createElement("button");
-        button.type = "button";
         button.className = "copy";
         button.textContent = "Copy";
-        button.setAttribute("aria-live", "polite");
-        button.addEventListener("click", () => copy(button, listing));
+        button.ariaLive = "polite";
+        button.onclick = async () => {
+            const isCopied = await navigator.clipboard?.writeText(listing.textContent).then(() => true, () => false);
+            button.textContent = isCopied || copySelected(listing) ? "Copied" : "Not copied";
+            setTimeout(() => button.textContent = "Copy", 1500);
+        };
         listing.after(button);
-    }
+    };
 
-    // A box that scrolls must get the focus, so that the arrow keys scroll it.
-    function markScrollable(box) {
+    // The arrow keys scroll a box that has the focus.
+    const markScrollable = (box) => {
         const scrolls = box.scrollWidth > box.clientWidth;
-        if (scrolls === box.hasAttribute("tabindex"))
-            return;
-        const attributes = { tabindex: "0", role: "region", "aria-label": box.localName === "pre" ? "Listing" : "Table" };
-        for (const [name, value] of Object.entries(attributes)) {
-            if (scrolls)
-                box.setAttribute(name, value);
-            else
-                box.removeAttribute(name);
-        }
-    }
+        box.tabIndex = scrolls ? 0 : -1;
+        box.role = scrolls ? "region" : null;
+        box.ariaLabel = scrolls ? (box.matches("pre") ? "Listing" : "Table") : null;
+    };
 
     setTheme(storedTheme());
     root.classList.add("script");
     addEventListener("storage", () => setTheme(storedTheme()));
     addEventListener("DOMContentLoaded", () => {
         setTheme(storedTheme());
-        document.getElementById("site-theme").addEventListener("click", nextTheme);
+        document.getElementById("site-theme").onclick = nextTheme;
         document.querySelectorAll(".listing > pre").forEach(addCopyButton);
-        const boxes = document.querySelectorAll(".box, .listing > pre");
         const observer = new ResizeObserver((entries) => entries.forEach((entry) => markScrollable(entry.target)));
-        boxes.forEach((box) => observer.observe(box));
-        const current = document.querySelector(".contents [aria-current]");
+        document.querySelectorAll(".box, .listing > pre").forEach((box) => observer.observe(box));
         const contents = document.querySelector(".contents");
+        const current = contents.querySelector("[aria-current]");
         if (current)
             contents.scrollTop = current.offsetTop - contents.clientHeight / 2;
     });

@@ -18,7 +18,7 @@ struct BodyRow
     std::string expected;
 };
 
-class Structure : public testing::TestWithParam<BodyRow>
+class BodyStructure : public testing::TestWithParam<BodyRow>
 {
 };
 
@@ -46,14 +46,14 @@ template <class Item> Item itemAt(std::uint64_t offset, std::uint64_t length)
 
 } // namespace
 
-TEST_P(Structure, IsMarked)
+TEST_P(BodyStructure, IsMarked)
 {
     EXPECT_EQ(structured(GetParam().body), GetParam().expected) << GetParam().sentence;
     EXPECT_EQ(BodyDifference(GetParam().body, structured(GetParam().body)).find(), "");
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    Bodies, Structure,
+    Bodies, BodyStructure,
     testing::Values(
         BodyRow{"an outer table gets a box, an inner one does not", "<table a><tr><td><table></table></table>x",
                 "<div class=\"box\"><table a><tr><td><table></table></table></div>x"},

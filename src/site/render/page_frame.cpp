@@ -81,8 +81,10 @@ void FrameWriter::head()
     if (!m_settings.style.address.empty())
         appendHtml(m_html, {"<link rel=\"stylesheet\" href=\"", toTop(m_settings.style.address), "\">\n"});
     // The first script sets the theme before anything is shown, so it is not deferred.
-    appendHtml(m_html, {"<script src=\"", toTop("site.js"), "\"></script>\n<script src=\"", toTop("search.js"),
-                        "\" defer></script>\n</head>\n"});
+    appendHtml(m_html, {"<script src=\"", toTop("site.js"), "\"></script>\n"});
+    for (const std::string_view file : {"search.js", "search_box.js"})
+        appendHtml(m_html, {"<script src=\"", toTop(file), "\" defer></script>\n"});
+    m_html += "</head>\n";
 }
 
 void FrameWriter::header()
