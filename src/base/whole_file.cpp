@@ -158,6 +158,18 @@ void writeWholeFile(const QString &fileName, const QByteArray &bytes)
     throw HException("cannot write " + fileName.toUtf8());
 }
 
+void writeNewFile(const QString &fileName, const QByteArray &bytes)
+{
+    const QByteArray name = QFile::encodeName(fileName);
+    const int file = ::open(name.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+    const std::string_view parts[] = {{bytes.constData(), static_cast<std::size_t>(bytes.size())}};
+    if (file >= 0 && writeAndClose(file, parts))
+        return;
+    if (file >= 0)
+        ::unlink(name.constData());
+    throw HException("cannot write " + fileName.toUtf8());
+}
+
 bool updateWholeFile(const QString &fileName, const QByteArray &bytes)
 {
     const RegularFile file(fileName);

@@ -50,6 +50,10 @@ private:
 /// the name, after removing the temporary file.
 void writeWholeFile(const QString &fileName, const QByteArray &bytes);
 
+/// Writes \a bytes to \a fileName, which must not exist. Throws HException, "cannot write " and the name, after removing
+/// the incomplete file.
+void writeNewFile(const QString &fileName, const QByteArray &bytes);
+
 /// As writeWholeFile(), unless the file has these bytes already. True if it was written.
 bool updateWholeFile(const QString &fileName, const QByteArray &bytes);
 

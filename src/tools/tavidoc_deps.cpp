@@ -2,6 +2,7 @@
 // compilers.
 
 #include "base/hexception.h"
+#include "base/make_rule.h"
 #include "base/whole_file.h"
 #include "docgen/doc_gen.h"
 
@@ -68,30 +69,6 @@ QString absolute(const QString &name)
     return QDir::cleanPath(QDir::current().absoluteFilePath(name));
 }
 
-/// \a name as it is written in a rule.
-QByteArray escapedName(const QString &name)
-{
-    QByteArray escaped;
-    for (const char c : name.toUtf8()) {
-        if (c == ' ' || c == '#')
-            escaped += '\\';
-        escaped += c == '$' ? "$$" : QByteArray(1, c);
-    }
-    return escaped;
-}
-
-/// The rule, and an empty one for each file, so that make continues when the file has been deleted.
-QByteArray ruleText(const QString &target, const QStringList &files)
-{
-    QByteArray rule = escapedName(target) + ':';
-    for (const QString &file : files)
-        rule += " \\\n  " + escapedName(file);
-    rule += '\n';
-    for (const QString &file : files)
-        rule += escapedName(file) + ":\n";
-    return rule;
-}
-
 /// Writes messages to the standard error, "FILE:LINE: error: TEXT", with the absolute path.
 class CompilerMessages
 {
@@ -117,15 +94,6 @@ private:
     std::string m_source;
     bool m_hasErrors = false;
 };
-
-/// \a name if it exists, else the nearest directory above it that does: build programs rebuild at once for a missing
-/// file, while the directory changes when the file appears.
-QString presentPath(QString name)
-{
-    while (!QFileInfo::exists(name) && name.size() > 1)
-        name.truncate(std::max(name.lastIndexOf(u'/'), qsizetype(1)));
-    return name;
-}
 
 /// Reports a \a source that cannot be read, which tavidoc deliberately treats as an empty one.
 void checkSource(const QString &source, CompilerMessages &messages)
@@ -159,7 +127,7 @@ int answer(const Request &request)
 {
     CompilerMessages messages(request.source);
     checkSource(request.source, messages);
-    const QByteArray rule = ruleText(request.target, filesOf(request.source, messages));
+    const QByteArray rule = makeRule(request.target, filesOf(request.source, messages));
     if (request.ruleFile.isEmpty())
         std::fputs(rule.constData(), stdout);
     else

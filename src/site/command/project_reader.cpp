@@ -78,7 +78,7 @@ std::span<const ProjectReader::Key> ProjectReader::assetKeys()
     return table;
 }
 
-ProjectReader::ProjectReader(std::string file) : m_file(std::move(file)), m_directory(directoryOf(m_file)) {}
+ProjectReader::ProjectReader(std::string file) : m_file(std::move(file)), m_directory(directoryWithSlash(m_file)) {}
 
 Project ProjectReader::read(std::string_view text)
 {

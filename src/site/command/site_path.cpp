@@ -20,7 +20,7 @@ bool isInside(std::string_view path)
     }
 }
 
-std::string_view directoryOf(std::string_view path)
+std::string_view directoryWithSlash(std::string_view path)
 {
     return path.substr(0, path.rfind('/') + 1);
 }

@@ -10,7 +10,7 @@ namespace tavidoc {
 [[nodiscard]] bool isInside(std::string_view path);
 
 /// The directory of the file \a path with "/" at its end; empty without one.
-[[nodiscard]] std::string_view directoryOf(std::string_view path);
+[[nodiscard]] std::string_view directoryWithSlash(std::string_view path);
 /// The name of the file \a path without directories.
 [[nodiscard]] std::string_view fileNameOf(std::string_view path);
 

@@ -1,0 +1,170 @@
+// The verbs that do one step: compile, link, render and dump.
+
+#include "base/hexception.h"
+#include "base/make_rule.h"
+#include "base/whole_file.h"
+#include "site/command/arguments.h"
+#include "site/command/findings.h"
+#include "site/command/project.h"
+#include "site/command/site_output.h"
+#include "site/command/steps.h"
+#include "site/command/verbs.h"
+#include "site/link/link_files.h"
+#include "site/record/record_file.h"
+
+#include <QDir>
+
+#include <cstdio>
+#include <optional>
+
+namespace tavidoc {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// The only operand of a verb.
+QString singleOperand(const Arguments &arguments, const char *what)
+{
+    if (arguments.operands().size() != 1)
+        throw UsageError{std::string("expected one ") + what};
+    return arguments.operands().constFirst();
+}
+
+void writeDepfile(const QString &depfile, const QString &target, const std::vector<RecordFile> &files)
+{
+    QStringList names;
+    for (const RecordFile &file : files)
+        names.append(presentPath(QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(file.name)))));
+    names.removeDuplicates();
+    updateWholeFile(depfile, makeRule(target, names));
+}
+
+/// The project of "link", if there is one, and the record files.
+struct LinkOperands
+{
+    Project project;
+    QStringList records;
+};
+
+LinkOperands linkOperands(const Arguments &arguments)
+{
+    LinkOperands operands;
+    std::optional<QString> projectFile;
+    for (const QString &operand : arguments.operands()) {
+        if (!isProjectFile(operand))
+            operands.records.append(operand);
+        else if (projectFile)
+            throw UsageError{"link: expected one project file"};
+        else
+            projectFile = operand;
+    }
+    if (operands.records.isEmpty())
+        throw UsageError{"link: expected records"};
+    if (projectFile)
+        operands.project = readProject(*projectFile);
+    return operands;
+}
+
+/// A partial link: all records in one file.
+int linkPartially(const Arguments &arguments)
+{
+    RecordSet all;
+    for (const QString &file : arguments.operands()) {
+        if (isProjectFile(file))
+            throw UsageError{"link: a partial link has no project file"};
+        for (RecordWithBodies &record : readRecords(file))
+            all.push_back(std::move(record));
+    }
+    if (all.empty())
+        throw UsageError{"link: expected records"};
+    updateWholeFile(arguments.required(OptionId::Output), encodedRecords(all));
+    return 0;
+}
+
+/// Writes all files that \a render makes, or none of them.
+template <typename Render> void writeSite(const QString &directory, Render render)
+{
+    const std::vector<WrittenFile> known;
+    SiteOutput output(directory, known);
+    std::vector<StagedFile> files;
+    render([&](const std::string &address, const QByteArray &bytes) {
+        files.push_back(output.stage(address, bytes, "file-"));
+    });
+    for (const StagedFile &file : files) {
+        if (!file.staged.empty())
+            output.publish(file);
+    }
+}
+
+void copy(const std::vector<CopiedFile> &files, const FileSink &sink)
+{
+    for (const CopiedFile &file : files) {
+        const std::optional<QByteArray> bytes = readRegularFile(QString::fromStdString(file.source));
+        if (!bytes)
+            throw HException(QByteArray::fromStdString(file.source) + ": cannot be read");
+        sink(file.address, *bytes);
+    }
+}
+
+} // namespace
+
+int compileVerb(const Arguments &arguments)
+{
+    const QString input = singleOperand(arguments, "input");
+    const QString output = arguments.required(OptionId::Output);
+    const CompiledInput compiled =
+        compileToFile(input.toStdString(), arguments.value(OptionId::Folder).toStdString(), output);
+    if (arguments.has(OptionId::Depfile))
+        writeDepfile(arguments.value(OptionId::Depfile), output, compiled.files);
+    return 0;
+}
+
+int linkVerb(const Arguments &arguments)
+{
+    if (arguments.has(OptionId::Partial))
+        return linkPartially(arguments);
+    const QString directory = arguments.required(OptionId::Output);
+    const LinkOperands operands = linkOperands(arguments);
+    std::vector<Record> records;
+    for (const QString &file : operands.records) {
+        for (Record &record : readRecordHeads(file))
+            records.push_back(std::move(record));
+    }
+    const LinkedSite site = linkToDirectory(records, operands.project.settings, directory);
+    const FindingCounts counts = printFindings(site.findings, operands.project.settings.levels);
+    if (!arguments.has(OptionId::Quiet))
+        printLine(std::to_string(records.size()) + " records: " + counts.text());
+    return counts.status(arguments);
+}
+
+int renderVerb(const Arguments &arguments)
+{
+    const QString links = arguments.required(OptionId::Link);
+    const QString directory = arguments.required(OptionId::Output);
+    const SharedLinks shared = readSharedLinks(links + u'/' + sharedLinkFileName());
+    writeSite(directory, [&](const FileSink &sink) {
+        if (arguments.operands().isEmpty()) {
+            renderSharedFiles(links, shared, sink);
+            copy(copiedFilesOf(shared.settings), sink);
+        }
+        for (const QString &file : arguments.operands()) {
+            renderRecordFile(file, links, shared, sink);
+            copy(picturesOf(file, links), sink);
+        }
+    });
+    return 0;
+}
+
+int dumpVerb(const Arguments &arguments)
+{
+    for (const RecordWithBodies &record : readRecords(singleOperand(arguments, "record"))) {
+        const std::string text = dumpedRecord(record);
+        std::fwrite(text.data(), 1, text.size(), stdout);
+    }
+    if (std::fflush(stdout) != 0)
+        throw HException("cannot write to the standard output");
+    return 0;
+}
+
+} // namespace tavidoc
