@@ -1,6 +1,7 @@
 #include "site/compile/input_listener.h"
 
 #include "base/white_space.h"
+#include "markup/member_groups.h"
 #include "site/compile/html_tags.h"
 #include "site/search/terms.h"
 
@@ -27,6 +28,14 @@ std::string excerptOf(std::string_view text)
     std::string excerpt(trimmed(text.substr(0, end)));
     std::ranges::replace(excerpt, '\n', ' ');
     return excerpt;
+}
+
+/// Removes \a line, which readers do not see, from \a text.
+void removeLine(std::string &text, std::string_view line)
+{
+    const std::size_t begin = text.rfind(line);
+    if (begin != std::string::npos && (begin == 0 || text[begin - 1] == '\n'))
+        text.erase(begin, std::min(line.size() + 1, text.size() - begin));
 }
 
 /// \a html on one line, without links and images, which mean something on its own page only.
@@ -148,6 +157,8 @@ void InputListener::page(const DocumentPage &told)
     page.bodyOffset = m_record.bodies.size();
     page.bodyLength = told.body.size();
     m_record.bodies += told.body;
+    if (told.kind == DocumentPageKind::Header)
+        removeLine(body.text, MemberGroups::s_unassigned);
     page.terms = termsOf(page, told, body);
     page.headings = std::move(body.headings);
     page.excerpt = excerptOf(body.text);

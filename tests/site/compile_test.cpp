@@ -1,0 +1,336 @@
+#include "base/hexception.h"
+#include "base/text_escape.h"
+#include "pages/page_encoding.h"
+#include "tests/site/compile_run.h"
+#include "tests/support/script_run.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+
+using namespace tavidoc;
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct TextRow
+{
+    const char *name;
+    QString input;
+    std::string_view source;
+    std::string_view expected;
+};
+
+std::string rowName(const testing::TestParamInfo<TextRow> &row)
+{
+    return row.param.name;
+}
+
+class CompiledFinding : public testing::TestWithParam<TextRow>
+{
+};
+
+class CompiledLink : public testing::TestWithParam<TextRow>
+{
+};
+
+class CompiledContents : public testing::TestWithParam<TextRow>
+{
+};
+
+std::string_view kindText(RecordLink::Kind kind)
+{
+    constexpr std::string_view names[] = {"resolved", "open", "external", "raw"};
+    return names[static_cast<std::size_t>(kind)];
+}
+
+/// The links of all pages, as "LINE KIND TARGET (PAGE) CAPTION? ELEMENT".
+std::string linksOf(const RecordWithBodies &record)
+{
+    std::string text;
+    for (const RecordPage &page : record.head.pages) {
+        for (const RecordLink &link : page.links) {
+            text += std::to_string(link.place.line) + " " + std::string(kindText(link.kind)) + " " + link.target;
+            text += link.page.empty() ? "" : " (" + link.page + ")";
+            text += link.hasCaption ? " captioned " : " ";
+            text += std::string(partOf(record, page, link)) + "\n";
+        }
+    }
+    return text;
+}
+
+/// The contents as "DEPTH LINE KIND TARGET 'TITLE'".
+std::string contentsOf(const RecordWithBodies &record)
+{
+    constexpr std::string_view kinds[] = {"page", "title", "include"};
+    std::string text;
+    for (const RecordEntry &entry : record.head.contents) {
+        text += std::string(2 * entry.depth, ' ') + std::to_string(entry.place.line) + " ";
+        text += std::string(kinds[static_cast<std::size_t>(entry.kind)]) + " " + entry.target;
+        text += entry.title.empty() ? "" : " '" + entry.title + "'";
+        text += entry.noRoot ? " no_root\n" : "\n";
+    }
+    return text;
+}
+
+} // namespace
+
+TEST_P(CompiledFinding, HasTheNameOfItsCheckAndItsPlace)
+{
+    EXPECT_EQ(findingsOf(recordOf(GetParam().input, GetParam().source)), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfMarkup, CompiledFinding,
+    testing::Values(
+        TextRow{"a_missing_include", u"docs/a.dg"_s, "\\split a\n\\include part/b.dg\nText.\n",
+                "docs/a.dg:2: missing-include: \\include: the file \"part/b.dg\" cannot be opened\n"},
+        TextRow{
+            "a_directive_that_is_none", u"a.dg"_s, "\\split a\n@Override\n@arm\n@avr\n@Other\n@end\n@end\n",
+            "a.dg:2: swallowed-line: the line \"@Override\" is dropped: lines that begin with \"@\" are directives\n"},
+        TextRow{
+            "a_directive_in_a_listing", u"a.dg"_s, "\\split a\n\\code{java}\n  @Override\nint f();\n\\endcode\n",
+            "a.dg:3: swallowed-line: the line \"@Override\" is dropped: lines that begin with \"@\" are directives; "
+            "use \\present for this listing\n"},
+        TextRow{
+            "a_longer_word_than_def_and_an_end_of_nothing", u"a.dg"_s, "\\split a\n@default x\n@def a b\n@end\n",
+            "a.dg:2: swallowed-line: the line \"@default x\" is dropped: lines that begin with \"@\" are directives\n"
+            "a.dg:4: swallowed-line: the line \"@end\" is dropped: lines that begin with \"@\" are directives\n"},
+        TextRow{
+            "a_comment_in_a_listing_only", u"a.dg"_s,
+            "% one\n\\split a\n% two\n\\pre\n% three\nx\n%\n\\endpre\n% four\n",
+            "a.dg:5: swallowed-line: the line \"% three\" is dropped: lines that begin with \"%\" are comments; use "
+            "\\present for this listing\n"
+            "a.dg:7: swallowed-line: the line \"%\" is dropped: lines that begin with \"%\" are comments; use "
+            "\\present for this listing\n"},
+        TextRow{"a_page_made_twice", u"a.dg"_s, "\\split a\nOne.\n\\split b\nTwo.\n\\split a\nThree.\n",
+                "a.dg:5: duplicate-page: page \"a\" replaces the one that begins on line 1\n"},
+        TextRow{"an_error", u"a.dg"_s, "\\split a\n\\wrong\n", "a.dg:2: markup: \\wrong: unknown command\n"},
+        TextRow{"a_warning", u"a.dg"_s, "\\split a\n\\table{*}\n| a\n",
+                "a.dg:2: markup-warning: this table or matrix is still open at the end of the document\n"},
+        TextRow{"names_that_are_unknown", u"a.dg"_s,
+                "\\split a\n\\key{K}\n\\menu{M}\n\\tip{T}\n\\property{P}\n\\icon{I}\n\\choose{C}\n",
+                "a.dg:2: unknown-name: Can't find K in key scheme\n"
+                "a.dg:3: unknown-name: Can't find M in message scheme\n"
+                "a.dg:4: unknown-name: \\tip: there is no tip for T\n"
+                "a.dg:5: unknown-name: \\property: there is no property P\n"
+                "a.dg:6: unknown-name: \\icon: there is no icon of this name\n"
+                "a.dg:7: unknown-name: Can't find C in message scheme\n"
+                "a.dg:7: unknown-name: missing both menu path and accelerator for C\n"},
+        TextRow{"contents_that_are_not_XML", u"a.dg"_s,
+                "\\split a\nA.\n\\rawcontent <content url=\"b.htm\"></include>\n\\split c\nC.\n",
+                "a.dg:3: contents-xml: Opening and ending tag mismatch.\n"},
+        TextRow{"contents_with_an_unknown_element", u"a.dg"_s, "\\split a\nA.\n\\rawcontent <x/><content/>\n",
+                "a.dg:3: contents-xml: unknown element \"x\": expected \"content\" or \"include\"\n"
+                "a.dg:3: contents-xml: an entry without a page and a title: expected \"url\" or \"title\"\n"},
+        TextRow{
+            "an_unknown_suffix", u"docs/manual.v2.dg"_s, "\\split a\nText.\n",
+            "docs/manual.v2.dg:0: unknown-suffix: the name has the suffix \"v2.dg\": expected \"dg\" or \"h\" after "
+            "the first dot\n"}),
+    rowName);
+
+INSTANTIATE_TEST_SUITE_P(
+    OfHeaders, CompiledFinding,
+    testing::Values(
+        TextRow{
+            "a_comment_that_documents_nothing", u"inc/a.h"_s,
+            "/*!\n * One.\n */\n\n\n\nint a;\n/*!\n * Two.\n */\nint b;\n/*!\n * Three.\n */\n",
+            "inc/a.h:1: stray-comment: this comment documents nothing: expected a declaration directly after it\n"
+            "inc/a.h:12: stray-comment: this comment documents nothing: expected a declaration directly after it\n"},
+        TextRow{"no_comment_of_another_kind", u"a.h"_s,
+                "/*!! Overview. */\n/* plain */\n/** other */\nint a; /*!< behind */\n/*! \\region x */\n", ""},
+        TextRow{"text_on_the_first_and_the_last_line", u"a.h"_s,
+                "/*! First.\n * Second.\n * Last. */\nint a;\n/*! Only. */\nint b;\n/*!\n */\nint c;\n",
+                "a.h:5: comment-first-line: the text on the first line of a comment is not used: begin it on the next "
+                "line\n"
+                "a.h:7: markup-warning: the comment of c has no text\n"
+                "a.h:1: comment-first-line: the text on the first line of a comment is not used: begin it on the next "
+                "line\n"
+                "a.h:3: comment-first-line: the text on the last line of a comment is not used: write \"*/\" on a line "
+                "of its own\n"},
+        TextRow{"a_second_declaration_of_the_name", u"a.h"_s,
+                "/*!\n * One.\n */\nint f(int a);\n/*!\n * Two.\n */\nint f(long a);\n",
+                "a.h:5: duplicate-page: the page of f replaces the one documented on line 1\n"},
+        TextRow{"an_error_in_a_comment", u"a.h"_s, "/*!\n * \\split x\n */\nint f(int a);\n",
+                "a.h:2: markup: \\split: not allowed in header comments\n"}),
+    rowName);
+
+TEST_P(CompiledLink, IsKnownWithItsElement)
+{
+    EXPECT_EQ(linksOf(recordOf(GetParam().input, GetParam().source)), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfRecords, CompiledLink,
+    testing::Values(
+        TextRow{"resolved_by_title_and_by_name", u"a.dg"_s,
+                "\\split a\n\\title One & all\n\\xref{b} \\xref{Two}\n\\ref{b.htm}{cap}\n\\split b\n\\title Two\n"
+                "\\xref{One & all}\n",
+                "3 resolved b (b) <a href=\"b.htm\">Two</a>\n"
+                "3 resolved Two (b) <a href=\"b.htm\">Two</a>\n"
+                "4 resolved b.htm (b) captioned <a href=\"b.htm\">cap</a>\n"
+                "7 resolved One & all (a) <a href=\"a.htm\">One &amp; all</a>\n"},
+        TextRow{"open", u"a.dg"_s,
+                "\\split a\n\\xref{x&y} \\titleref{ns::f}{g} \\xref{none}\n\\title Only\n\\split none\n\\title None\n",
+                "2 open x&y <a href=\"x&amp;y.htm\">x&amp;y</a>\n"
+                "2 open ns::f captioned <a href=\"./ns::f.htm\">g</a>\n"
+                "2 open none <a href=\"none.htm\">None</a>\n"},
+        TextRow{"to_a_title_whose_page_is_empty", u"a.dg"_s, "\\split a\n\\xref{None}\n\\split none\n\\title None\n",
+                "2 open None <a href=\"none.htm\">None</a>\n"},
+        TextRow{"external", u"a.dg"_s, "\\split a\n\\xref{https://e.x/?a=1&b}\n",
+                "2 external https://e.x/?a=1&b <a href=\"https://e.x/?a=1&amp;b\" "
+                "target=\"_blank\">https://e.x/?a=1&amp;b</a>\n"},
+        TextRow{"in_tables_lists_styles_and_synopses", u"a.dg"_s,
+                "\\split a\n\\table{*,*}\n|| \\xref{h} || b\n| \\xref{c}   | d\n||- \\xref{g}\n\\endtable\n"
+                "\\item{\\xref{l}} \\b{\\xref{m}}\n\n\\synopsis\nint \\xref{n};\n\n\\code\nx\n\n\n\\endcode\n\\xref{o}",
+                "3 open h <a href=\"h.htm\">h</a>\n"
+                "4 open c <a href=\"c.htm\">c</a>\n"
+                "5 open g <a href=\"g.htm\">g</a>\n"
+                "7 open l <a href=\"l.htm\">l</a>\n"
+                "7 open m <a href=\"m.htm\">m</a>\n"
+                "10 open n <a href=\"n.htm\">n</a>\n"
+                "17 open o <a href=\"o.htm\">o</a>\n"},
+        TextRow{"raw_with_the_line_where_it_is", u"a.dg"_s,
+                "\\split a\nText\n<a href=\"x.htm#y\">x</a> and <A HREF='q&amp;r'>q</a\n>.\n"
+                "\\html{\n<a title=\"a>b\" href=z>z}\\xref{i}\n<a name=\"n\">no</a>\n",
+                "3 raw x.htm#y captioned <a href=\"x.htm#y\">x</a>\n"
+                "3 raw q&r captioned <A HREF='q&amp;r'>q</a\n>\n"
+                "6 raw z captioned <a title=\"a>b\" href=z>z\n"
+                "6 open i <a href=\"i.htm\">i</a>\n"},
+        TextRow{"of_a_header_and_its_summary", u"a.h"_s,
+                "/*!!\n * \\xref{f}\n */\n/*!\n * \\brief See \\xref{S::m}{m}.\n */\nint f(int a);\nstruct S\n{\n"
+                "/*!\n * Text.\n */\nint m;\n};\n",
+                "5 resolved S::m (m) captioned <a href=\"m.htm\">m</a>\n"
+                "2 resolved f (f) <a href=\"f.htm\">f</a>\n"
+                "4 resolved f (f) captioned <a href=\"f.htm\" style=\"Heading\">f</a>\n"
+                "5 resolved S::m (m) captioned <a href=\"m.htm\">m</a>\n"
+                "10 resolved m (m) captioned <a href=\"m.htm\" style=\"Heading\">m</a>\n"}),
+    rowName);
+
+TEST_P(CompiledContents, AreReadFromTheLinesOfTheDocument)
+{
+    EXPECT_EQ(contentsOf(recordOf(GetParam().input, GetParam().source)), GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfRecords, CompiledContents,
+    testing::Values(
+        TextRow{
+            "nested_by_levels_and_groups", u"a.dg"_s,
+            "\\title Book & more\n\\split a\nA.\n\\contents down\n\\split b\nB.\n\\begin Group\n\\split c\nC.\n\\end\n"
+            "\\contents top\n\\here\n\\split d\nD.\n",
+            "1 title  'Book & more'\n2 page a\n  5 page b\n    7 title  'Group'\n      8 page c\n"},
+        TextRow{"included", u"a.dg"_s,
+                "\\split a\nA.\n\\include b.xml\n\\include gnu_c.xml\n\\include d\n"
+                "\\rawcontent <content url=\"e.htm\" title=\"E &lt;\"><include filename=\"f.xml\" "
+                "no_root=\"1\"/></content>\n",
+                "1 page a\n  3 include b.xml no_root\n  4 include gnu_c.xml\n  5 include d\n  6 include e 'E <'\n"
+                "    6 include f.xml no_root\n"},
+        TextRow{"kept_up_to_a_fault", u"a.dg"_s,
+                "\\split a\nA.\n\\contents <content title=\"x\">\n\\contents </p>\n\\split b\nB.\n",
+                "1 page a\n  3 title  'x'\n"},
+        TextRow{"of_a_header", u"a.h"_s, "/*!\n * Text.\n */\nint f(int a);\n\n/*!\n * Text.\n */\nint b;\n",
+                "1 page a_h\n  6 page b\n  1 page f\n"}),
+    rowName);
+
+TEST(Compile, KnowsTheHeadingsOfAPage)
+{
+    const RecordWithBodies record =
+        recordOf(u"a.dg"_s, "\\split a\n\\h1 Don't & do\n\\section Größe\n\\section Größe\n\\task 日本\n"
+                            "\\html{<h2 id=\"own\">Own <b>id</b></h2><h3></h3><p id=\"grosse\">}\n");
+    std::string text;
+    for (const RecordHeading &heading : record.head.pages.at(0).headings) {
+        text += bodyOf(record, record.head.pages[0]).substr(heading.offset, 3);
+        text += " " + heading.id + (heading.hasId ? " own '" : " '") + heading.text + "'\n";
+    }
+    EXPECT_EQ(text, "<h1 dont-do 'Don't & do'\n<h3 grosse-2 'Größe'\n<h3 grosse-3 'Größe'\n<h5 section '日本'\n"
+                    "<h2 own own 'Own id'\n");
+    EXPECT_EQ(record.head.pages[0].anchors, (std::vector<std::string>{"grosse", "own"}));
+}
+
+TEST(Compile, KnowsImagesIconsAndListings)
+{
+    const RecordWithBodies record = recordOf(
+        u"d/a.dg"_s, "\\split a\n\\img{p/x&y.png} \\screen{shot}{Caption} \\icon{CMake}\n<img alt=a src='r.png'>\n"
+                     "\\code{python}\nif x &lt; y:\n\n\\endcode\n\\code\nint a;\n\\endcode\n\\pre\nz\n\\endpre\n");
+    const RecordPage &page = record.head.pages.at(0);
+    std::string text;
+    for (const RecordImage &image : page.images)
+        text += placeText(record, image.place) + " " + image.source + (image.isIcon ? " icon " : " ") +
+                std::string(partOf(record, page, image)) + "\n";
+    for (const RecordListing &listing : page.listings)
+        text += listing.language + ": " + std::string(partOf(record, page, listing)) + "\n";
+    EXPECT_EQ(text, "d/a.dg:2 p/x&y.png p/x&amp;y.png\nd/a.dg:2 shot.png shot.png\n"
+                    "d/a.dg:2 images/CMake.png icon images/CMake.png\nd/a.dg:3 r.png r.png\n"
+                    "python: if x &amp;lt; y:\n");
+    ASSERT_EQ(record.head.icons.size(), 1);
+    EXPECT_TRUE(record.head.icons[0].bytes.starts_with("\x89PNG"));
+}
+
+TEST(Compile, DescribesPages)
+{
+    const RecordWithBodies record = recordOf(
+        u"a.h"_s, "/*!!\n * Over.\n */\nnamespace n {\nclass C\n{\n/*!\n * \\brief Does \\b{it} \\xref{x}.\n"
+                  " * \\ingroup G\n */\nvoid f(int a);\n};\n/*!\n * First one. Second.\n */\n#define M(x)\n}\n");
+    std::string text;
+    for (const RecordPage &page : record.head.pages)
+        text += page.stem + "|" + page.title + "|" + page.declaration + "|" + page.qualifiedName + "|" + page.brief +
+                "|" + page.group + "|" + placeText(record, page.place) + "|" + page.excerpt + "\n";
+    EXPECT_EQ(text, "f|f|function|n::C::f|Does <b>it</b> x.|G|a.h:7|Does it x.\n"
+                    "M|M|macro|M|First one.||a.h:13|First one. Second.\n"
+                    "a_h|<a.h>|||||a.h:1|Over. G f Does it x. M First one.\n");
+}
+
+TEST(Compile, RunsInTheDirectoryOfItsInput)
+{
+    const QTemporaryDir directory;
+    writeBelow(directory, u"d/a.dg"_s, "\\split a\n\\include ./p/../b.dg\n\\present c.txt\n\\copyin none.htm\n");
+    writeBelow(directory, u"d/b.dg"_s, "\\include ../e/f.dg\n<a\n href=\"q\">q</a>\n");
+    QDir(directory.path()).mkpath(u"d/p"_s);
+    writeBelow(directory, u"e/f.dg"_s, "\\oops\n");
+    writeBelow(directory, u"d/c.txt"_s, "listing");
+    const RecordWithBodies record = recordOf(directory, u"d/a.dg"_s);
+    std::string files;
+    for (const RecordFile &file : record.head.files)
+        files += file.name + (file.found ? " " : "? ");
+    EXPECT_EQ(files,
+              "d/a.dg d/menus.xml? d/messages.xml? d/keys.xml? d/properties.xml? e/f.dg d/c.txt d/none.htm? d/b.dg ");
+    EXPECT_EQ(findingsOf(record), "e/f.dg:1: markup: \\oops: unknown command\n"
+                                  "d/a.dg:4: markup: \\copyin: cannot open \"none.htm\"\n");
+    EXPECT_EQ(linksOf(record), "2 raw q captioned <a\n href=\"q\">q</a>\n");
+    EXPECT_THROW(static_cast<void>(recordOf(directory, u"d/none.dg"_s)), HException);
+}
+
+TEST(Compile, HoldsExactlyTheBodiesThatTheProgramWrites)
+{
+    const QTemporaryDir directory;
+    const QString inputs[] = {u"docs/manual/manual.dg"_s, u"examples/handbook/kettle.dg"_s,
+                              u"examples/handbook/timer.h"_s, u"src/sourcebrowser/container.h"_s};
+    for (const QString &input : inputs) {
+        const QFileInfo file(QStringLiteral(TAVIDOC_SOURCE_DIR "/") + input);
+        const QString output = directory.filePath(file.fileName());
+        runScript(directory, u"cd '%1' && $tavidoc -o '%2' '%3'"_s.arg(file.path(), output, file.fileName()));
+        const RecordWithBodies record = compiled(file.filePath(), {});
+        std::map<std::string, const RecordPage *> pages;
+        for (const RecordPage &page : record.head.pages)
+            pages[page.stem] = &page;
+        EXPECT_EQ(pages.size(), QDir(output).entryList({u"*.htm"_s}).size()) << input.toStdString();
+        for (const auto &[stem, page] : pages) {
+            QByteArray encoded;
+            appendLatin1(encoded, bodyOf(record, *page));
+            QFile written(output + u'/' + QString::fromStdString(stem) + u".htm"_s);
+            ASSERT_TRUE(written.open(QIODevice::ReadOnly)) << stem;
+            EXPECT_TRUE(bodyOf(written.readAll().toStdString()) == encoded.toStdString()) << stem;
+        }
+        for (const RecordPage &page : record.head.pages) {
+            for (const RecordLink &link : page.links) {
+                const std::string_view element = partOf(record, page, link);
+                EXPECT_TRUE(element.starts_with("<a ") && element.ends_with("</a>") && element.rfind("<a ") == 0)
+                    << page.stem << ": " << element;
+            }
+            for (const RecordImage &image : page.images)
+                EXPECT_EQ(partOf(record, page, image), escapedText(image.source));
+        }
+    }
+}
