@@ -1,0 +1,145 @@
+// Looks at pages of the manual in a browser: layout, contrast, names, landmarks, focus, keyboard, theme, and what is left
+// without scripts. usage: TAVIDOC_SITE=FOLDER node --test pages.test.mjs
+import assert from "node:assert/strict";
+import { after, before, test } from "node:test";
+import { Browser } from "../support/browser.mjs";
+import * as checks from "./page_checks.mjs";
+
+const site = "file://" + process.env.TAVIDOC_SITE + "/";
+const pages = ["index.htm", "start.htm", "tables.htm", "text.htm", "listings.htm", "commands.htm", "icons.htm",
+    "menus.htm", "headers-example.htm", "ring-buffer/ring_buffer_h.htm", "ring-buffer/ring_buffer_write.htm",
+    "contents.htm", "names.htm", "search.htm"];
+const widths = [400, 768, 1280];
+let browser;
+
+before(async () => browser = await Browser.start());
+after(() => browser.stop());
+
+const run = (check, ...values) => browser.evaluate(`(${check})(${values.map((value) => JSON.stringify(value)).join()})`);
+
+for (const width of widths) {
+    test(`no page scrolls sideways at ${width} pixels, with or without scripts`, async () => {
+        for (const script of [true, false]) {
+            await browser.setUp(width, { script });
+            for (const page of pages) {
+                await browser.open(site + page);
+                const { cssContentSize, cssLayoutViewport } = await browser.call("Page.getLayoutMetrics");
+                assert.ok(cssContentSize.width <= cssLayoutViewport.clientWidth + 1, `${page}: ${cssContentSize.width}`);
+            }
+        }
+    });
+}
+
+for (const theme of ["light", "dark"]) {
+    test(`text has a contrast of 4.5 to 1 in the ${theme} theme`, async () => {
+        await browser.setUp(1280, { theme });
+        for (const page of pages) {
+            await browser.open(site + page);
+            assert.deepEqual(await run(checks.weakTexts, 4.5), [], page);
+        }
+    });
+}
+
+test("everything has a name, and landmarks are as designed", async () => {
+    await browser.setUp(1280);
+    for (const page of pages) {
+        await browser.open(site + page);
+        assert.deepEqual(await run(checks.unnamed), [], page);
+        const { banner, main, search, footer, navigation } = await run(checks.landmarks);
+        assert.deepEqual([banner, main, search, footer], [1, 1, 1, 1], page);
+        assert.deepEqual([...new Set(navigation)], navigation, `${page}: two landmarks of one name`);
+        assert.ok(navigation.includes("Breadcrumbs") && navigation.includes("Contents"), page);
+        const { h1, current, language } = await run(checks.facts);
+        assert.deepEqual([h1, current, language], [1, page === "search.htm" ? 0 : 1, "en"], page);
+    }
+});
+
+test("the focus goes from the top to the bottom and is visible", async () => {
+    await browser.setUp(1280);
+    await browser.open(site + "ring-buffer/ring_buffer_h.htm");
+    const seen = [];
+    for (let count = 0; count < 60; ++count) {
+        await browser.press("Tab");
+        const focus = await run(checks.focused);
+        if (!focus)
+            break;
+        assert.ok(focus.isVisible, `${focus.name} is not visible`);
+        assert.ok(focus.hasMark, `${focus.name} has no mark`);
+        seen.push(focus.region);
+    }
+    const order = [...new Set(seen)];
+    assert.deepEqual(order.slice(0, 6), ["skip", "breadcrumbs", "search", "theme", "contents", "main"]);
+});
+
+test("the skip link leads to the text", async () => {
+    await browser.setUp(1280);
+    await browser.open(site + "start.htm");
+    await browser.press("Tab");
+    await browser.press("Enter");
+    await browser.press("Tab");
+    assert.equal((await run(checks.focused)).region, "main");
+});
+
+test("on a phone the contents open without a script", async () => {
+    await browser.setUp(400, { script: false });
+    await browser.open(site + "start.htm");
+    const height = async () => (await browser.call("Page.getLayoutMetrics")).cssContentSize.height;
+    const closed = await height();
+    for (let count = 0; count < 8; ++count) {
+        await browser.press("Tab");
+        const { nodes } = await browser.call("Accessibility.getFullAXTree");
+        const focus = nodes.find((node) => node.properties?.some(({ name, value }) => name === "focused" && value.value) &&
+            node.role.value !== "RootWebArea");
+        if (focus?.name.value === "Contents")
+            break;
+    }
+    await browser.press("Enter");
+    assert.ok(await height() > closed + 200);
+});
+
+test("the theme is switched, kept, and set before the page is shown", async () => {
+    await browser.setUp(1280, { theme: "light" });
+    await browser.open(site + "start.htm");
+    const state = () => browser.evaluate(`[document.documentElement.dataset.theme,
+        document.getElementById("site-theme").getAttribute("aria-label"), getComputedStyle(document.documentElement).backgroundColor]`);
+    const [, , white] = await state();
+    const click = () => browser.evaluate(`document.getElementById("site-theme").click()`);
+    await click();
+    await click();
+    const [theme, label, black] = await state();
+    assert.deepEqual([theme, label], ["dark", "Theme: dark"]);
+    assert.notEqual(black, white);
+    await browser.open(site + "tables.htm");
+    assert.equal((await state())[0], "dark");
+    assert.ok(await browser.evaluate(`!document.querySelector("script[src$='site.js']").defer`));
+    await click();
+    assert.equal((await state())[2], white, "as the system");
+});
+
+test("a listing is copied, and the keyboard scrolls what is too wide", async () => {
+    await browser.setUp(400);
+    await browser.open(site + "headers-example.htm");
+    await browser.call("Browser.grantPermissions", { permissions: ["clipboardReadWrite"] });
+    await browser.evaluate(`document.querySelector(".copy").focus()`);
+    await browser.press("Enter");
+    await browser.evaluate("new Promise((resolve) => setTimeout(resolve, 100))");
+    assert.equal(await browser.evaluate(`document.querySelector(".copy").textContent`), "Copied");
+    const wide = await run(checks.scrollableBoxes);
+    assert.ok(wide.length > 0);
+    for (const box of wide)
+        assert.deepEqual([box.tabIndex, box.role, box.name !== ""], [0, "region", true]);
+});
+
+test("nothing moves for readers who want less motion", async () => {
+    await browser.setUp(1280);
+    await browser.call("Emulation.setEmulatedMedia", { features: [{ name: "prefers-reduced-motion", value: "reduce" }] });
+    await browser.open(site + "start.htm");
+    assert.deepEqual(await run(checks.moving), []);
+});
+
+test("print shows the text alone", async () => {
+    await browser.setUp(800, { media: "print", theme: "dark" });
+    await browser.open(site + "tables.htm");
+    assert.deepEqual(await run(checks.shownBesideText), []);
+    assert.equal(await browser.evaluate(`getComputedStyle(document.querySelector("main")).colorScheme`), "light");
+});
