@@ -7,7 +7,8 @@
   // Adds an element with a text; what the pattern matches is marked.
   const append = (parent, name, text = "", pattern) => {
     const element = document.createElement(name);
-    text.split(pattern).forEach((piece, i) => i % 2 ? append(element, "mark", piece) : element.append(piece));
+    if (text)
+      text.split(pattern).forEach((piece, i) => i % 2 ? append(element, "mark", piece) : element.append(piece));
     parent.append(element);
     return element;
   };
