@@ -74,6 +74,7 @@
 
   const form = byId("site-search-form"), input = byId("site-search"), list = byId("site-search-results");
   const status = append(form, "p");
+  list.before(status);
   let active = -1, before;
   status.setAttribute("role", "status");
   status.hidden = true;

@@ -5,6 +5,7 @@ import {mkdtempSync, readdirSync, readFileSync, rmSync} from "node:fs";
 import {tmpdir} from "node:os";
 import {join} from "node:path";
 import {after, test} from "node:test";
+import {gzipSync} from "node:zlib";
 import {engine, found} from "./search_engine.mjs";
 
 const directories = [];
@@ -21,6 +22,12 @@ function indexed(pages) {
 }
 
 const names = async (search, query, limit) => (await found(search, query, limit)).map(row => row.name);
+
+test("the engine is small and ASCII", () => {
+  const script = readFileSync(new URL("../../share/site/search.js", import.meta.url));
+  assert.ok(script.every(byte => byte < 128));
+  assert.ok(gzipSync(script, {level: 9}).length <= 4096);
+});
 
 test("queries become the terms of the index", async () => {
   const rows = JSON.parse(readFileSync(new URL("search_terms.json", import.meta.url), "utf8"));

@@ -43,7 +43,7 @@ CopiedFiles::CopiedFiles(const PageSet &pages, const SiteSettings &settings, con
         if (const auto asset = m_assetsBySource.find(cleanedPath({}, file->source)); asset != m_assetsBySource.end())
             m_isUsed[asset->second] = true;
     }
-    for (const char *file : {"site.css", "site.js", "search.js"})
+    for (const char *file : {"site.css", "site.js", "search.js", "search_box.js"})
         m_copyCounts.emplace(file, 1);
 }
 
