@@ -13,8 +13,10 @@ import shlex
 from clang.cindex import CursorKind, Index, TranslationUnit, TypeKind
 
 BOUNDS = {"<": "<=", "<=": "<", ">": ">=", ">=": ">"}
-# Calls that affect only time or memory.
-SAVING_CALLS = {"reserve", "squeeze", "madvise"}
+# Calls that affect only time or memory: capacity and advice about huge pages.
+SAVING_CALLS = {"reserve", "squeeze", "madvise", "preferHugePages", "reserveFor"}
+# Functions that consist of such calls and their conditions.
+SAVING_FUNCTIONS = {"preferHugePages", "reserveFor"}
 STATEMENTS = {CursorKind.COMPOUND_STMT, CursorKind.IF_STMT, CursorKind.FOR_STMT, CursorKind.WHILE_STMT, CursorKind.DO_STMT,
               CursorKind.CXX_FOR_RANGE_STMT, CursorKind.CASE_STMT, CursorKind.DEFAULT_STMT}
 CONDITIONAL = {CursorKind.IF_STMT: ("(;", ")"), CursorKind.WHILE_STMT: ("(", ")"), CursorKind.DO_STMT: ("(", ")"),
@@ -68,6 +70,8 @@ class Finder:
         while pending:
             cursor, parent, function = pending.pop()
             if self.is_compiled(cursor, source):
+                continue
+            if cursor.kind in FUNCTIONS and cursor.spelling in SAVING_FUNCTIONS:
                 continue
             if cursor.kind in FUNCTIONS:
                 function = cursor
