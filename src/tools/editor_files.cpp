@@ -63,7 +63,6 @@ QStringList wordsOf(const Kind &kind)
         if (command.kind == kind.kind && isNameCharacter(command.name.front()))
             words.append(fromUtf8(command.name));
     }
-    words.sort();
     return words;
 }
 
@@ -72,9 +71,7 @@ QStringList directives()
     QStringList words;
     for (const std::string_view word : Conditions::openers())
         words.append(fromUtf8(word));
-    words << u"@else"_s << u"@end"_s;
-    words.sort();
-    return words;
+    return words << u"@else"_s << u"@end"_s;
 }
 
 QString vimKind(const Kind &kind)

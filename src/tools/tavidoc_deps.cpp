@@ -13,12 +13,8 @@
 #include <QTemporaryDir>
 
 #include <algorithm>
-#include <clocale>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-
-#include <langinfo.h>
 
 using namespace tavidoc;
 
@@ -33,14 +29,6 @@ struct Request
     QString ruleFile; ///< empty: the standard output
     bool failsOnError = false;
 };
-
-/// Qt prints a warning to the standard error when the locale's character set is not UTF-8.
-void makeLocaleUtf8()
-{
-    std::setlocale(LC_ALL, "");
-    if (std::strcmp(::nl_langinfo(CODESET), "UTF-8") != 0)
-        ::setenv("LC_ALL", "C.UTF-8", 1);
-}
 
 /// Exits after "--help" and "--version" and when the arguments are wrong.
 Request requestOf(const QCoreApplication &application)
@@ -139,7 +127,7 @@ int answer(const Request &request)
 
 int main(int argc, char *argv[])
 {
-    makeLocaleUtf8();
+    ::setenv("LC_ALL", "C.UTF-8", 1); // Qt prints a warning when the locale's character set is not UTF-8
     const QCoreApplication application(argc, argv);
     QCoreApplication::setApplicationVersion(QStringLiteral(TAVIDOC_VERSION));
     const Request request = requestOf(application);

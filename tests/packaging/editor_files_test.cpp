@@ -5,8 +5,10 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -16,24 +18,34 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QByteArray bytesOf(const char *name)
+QByteArray bytesOf(const QString &name)
 {
-    QFile file{QString(QLatin1StringView(name))};
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << name;
+    QFile file(name);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << qPrintable(name);
     return file.readAll();
 }
 
-QJsonObject jsonOf(const char *name)
+/// Returns the name of a file that is made by the program, which runs for the first of them.
+QString madeFile(const QString &name)
+{
+    static const QTemporaryDir directory;
+    static const int status =
+        QProcess::execute(QStringLiteral(TAVIDOC_EDITOR_FILES_PROGRAM), QStringList{directory.path()});
+    EXPECT_EQ(status, 0);
+    return directory.filePath(name);
+}
+
+QJsonObject jsonOf(const QString &name)
 {
     return QJsonDocument::fromJson(bytesOf(name)).object();
 }
 
-/// Returns the scope that the grammar assigns to all of \a text; empty if no scope covers it. Of the patterns that match
-/// at the same place, an editor uses the first.
-QString scopeOf(const QString &text)
+/// Returns the pattern of the grammar that matches all of \a text; empty without one. Of the patterns that match at the
+/// same place, an editor uses the first.
+QJsonObject patternOf(const QString &text)
 {
     static const QJsonArray patterns =
-        jsonOf(TAVIDOC_EDITOR_FILES "/vscode/tavidoc.tmLanguage.json").value(u"patterns"_s).toArray();
+        jsonOf(madeFile(u"vscode/tavidoc.tmLanguage.json"_s)).value(u"patterns"_s).toArray();
     for (const QJsonValue &value : patterns) {
         const QJsonObject pattern = value.toObject();
         const QRegularExpression expression(
@@ -41,9 +53,19 @@ QString scopeOf(const QString &text)
         EXPECT_TRUE(expression.isValid()) << qPrintable(expression.pattern());
         const QRegularExpressionMatch match = expression.match(text);
         if (match.hasMatch() && match.capturedStart() == 0)
-            return match.capturedLength() == text.size() ? pattern.value(u"name"_s).toString() : QString();
+            return match.capturedLength() == text.size() ? pattern : QJsonObject();
     }
     return {};
+}
+
+QString scopeOf(const QString &text)
+{
+    return patternOf(text).value(u"name"_s).toString();
+}
+
+QString vimSyntax()
+{
+    return QString::fromUtf8(bytesOf(madeFile(u"vim/syntax/tavidoc.vim"_s)));
 }
 
 /// Returns the command names in Vim's syntax file.
@@ -52,7 +74,7 @@ QSet<QString> vimCommands()
     static const QRegularExpression kind(uR"(^syntax match tavidoc\w+ #\\\\\\%\((.*)\\\)\[0-9A-Za-z\])"_s,
                                          QRegularExpression::MultilineOption);
     QSet<QString> words;
-    const QString syntax = QString::fromUtf8(bytesOf(TAVIDOC_EDITOR_FILES "/vim/syntax/tavidoc.vim"));
+    const QString syntax = vimSyntax();
     for (auto match = kind.globalMatch(syntax); match.hasNext();) {
         for (const QString &word : match.next().captured(1).split(u"\\|"_s))
             words.insert(word);
@@ -79,8 +101,9 @@ TEST(EditorFiles, KnowEveryCommandAndNoOther)
 
 TEST(ManPage, NamesEveryCommand)
 {
-    const QString page =
-        QString::fromUtf8(bytesOf(TAVIDOC_SOURCE_DIR "/docs/man/tavidoc.7")).remove(u"\\&"_s).replace(u"\\-"_s, u"-"_s);
+    const QString page = QString::fromUtf8(bytesOf(QStringLiteral(TAVIDOC_SOURCE_DIR "/docs/man/tavidoc.7")))
+                             .remove(u"\\&"_s)
+                             .replace(u"\\-"_s, u"-"_s);
     for (const Command &command : CommandTable::rows()) {
         const QByteArray name = QByteArray(command.name.data(), qsizetype(command.name.size())).replace('\\', "\\e");
         const QString entry = uR"((^|\s)Ic \\e%1([\s{]))"_s.arg(QRegularExpression::escape(QString::fromUtf8(name)));
@@ -94,13 +117,37 @@ TEST(EditorFiles, KnowCommentsDirectivesAndListings)
     EXPECT_EQ(scopeOf(u"@riscv_morvath"_s), u"keyword.control.directive.tavidoc"_s);
     EXPECT_EQ(scopeOf(u"@else"_s), u"keyword.control.directive.tavidoc"_s);
     EXPECT_EQ(scopeOf(u"@arm only"_s), QString()); // does not open a block
-    EXPECT_EQ(scopeOf(u"\\code{js}"_s), u"meta.embedded.block.tavidoc"_s);
+}
+
+TEST(EditorFiles, ColourListingsAsTheirLanguage)
+{
+    for (const auto &[opening, scope] : {std::pair(u"\\code"_s, "source.cpp"),
+                                         {u"\\pre{c}"_s, "source.cpp"},
+                                         {u"\\code{js}"_s, "source.js"},
+                                         {u"\\code{javascript}"_s, "source.js"},
+                                         {u"\\pre"_s, ""},
+                                         {u"\\code{basic}"_s, ""}}) {
+        const QJsonObject listing = patternOf(opening);
+        EXPECT_EQ(listing.value(u"name"_s), u"meta.embedded.block.tavidoc"_s) << qPrintable(opening);
+        EXPECT_EQ(listing[u"patterns"_s][0][u"include"_s].toString().toStdString(), scope) << qPrintable(opening);
+    }
+    QStringList regions;
+    static const QRegularExpression region(u"^syntax region .* start=#(.*)# end=.* keepend(.*)$"_s,
+                                           QRegularExpression::MultilineOption);
+    for (auto match = region.globalMatch(vimSyntax()); match.hasNext();)
+        regions.append(match.next().capturedTexts().mid(1).join(QString()));
+    EXPECT_EQ(regions.join(u'\n').toStdString(), R"(\\\%(code\|pre\)\%({[^}]*}\)\=[0-9A-Za-z]\@!
+\\\%(code\|pre\){\%(c\)} contains=@tavidoc_cpp
+\\code[0-9A-Za-z{]\@! contains=@tavidoc_cpp
+\\\%(code\|pre\){\%(xml\)} contains=@tavidoc_xml
+\\\%(code\|pre\){\%(javascript\|js\)} contains=@tavidoc_javascript)");
 }
 
 TEST(EditorFiles, ReadTheMessagesOfTheProgramAndOfBuilds)
 {
-    const QJsonArray matchers =
-        jsonOf(TAVIDOC_EDITOR_FILES "/vscode/package.json")[u"contributes"_s][u"problemMatchers"_s].toArray();
+    const QJsonArray matchers = jsonOf(QStringLiteral(
+        TAVIDOC_SOURCE_DIR "/share/editors/vscode/package.json"))[u"contributes"_s][u"problemMatchers"_s]
+                                    .toArray();
     const QStringList messages[] = {
         {u"error: docgen: a b.dg:12: \\sub{x:1: }: unknown command"_s, u"a b.dg"_s, u"12"_s, u"error"_s},
         {u"/home/a b.dg:12: warning: \\menu: Can't find it"_s, u"/home/a b.dg"_s, u"12"_s, u"warning"_s},

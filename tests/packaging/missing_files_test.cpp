@@ -46,6 +46,24 @@ TEST_P(MissingFiles, AreErrorsOfTavidocDepsOnly)
     EXPECT_EQ(program.error, "");
 }
 
+TEST(Companion, WritesRulesForMake)
+{
+    const QTemporaryDir directory;
+    writeText(directory, u"a.dg"_s, "\\split a\n\\present a b#$.c\n\\present a b#$.c\n\\include no/no.dg\n");
+    ScriptResult result =
+        runScript(directory,
+                  u"> 'a b#$.c'; deps='%1'; $deps -t 'a $#b' a.dg 2> log; LC_ALL=C $deps -o rule /no/no.h <&- 2>> log; "
+                  "cat rule; $deps -o no/rule a.dg 2>&1 | tail -n 1; $deps a.dg a.dg 2>> log | head -n 1; $deps -v; "
+                  "$deps a.dg a.dg > log; echo $?; $deps -o /dev/null --fail-on-error a.h 2>> log; echo $?"_s.arg(
+                      QStringLiteral(TAVIDOC_DEPS)));
+    // What does not exist is represented by the directory in which it would appear.
+    EXPECT_EQ(result.output.replace(QDir(directory.path()).canonicalPath().toUtf8(), "DIR"),
+              "a\\ $$\\#b: \\\n  DIR/a.dg \\\n  DIR \\\n  DIR/a\\ b\\#$$.c\nDIR/a.dg:\nDIR:\nDIR/a\\ b\\#$$.c:\n"
+              "/no/no.h.stamp: \\\n  /\n/:\nerror: cannot write no/rule\nUsage: " TAVIDOC_DEPS
+              " [options] source\ntavidoc-deps " TAVIDOC_VERSION "\n1\n1\n");
+    EXPECT_EQ(result.error, "");
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Companion, MissingFiles,
     testing::Values(
@@ -92,10 +110,10 @@ INSTANTIATE_TEST_SUITE_P(
         MissingRow{"one of a key and a menu path is enough for a phrase", "\\split a\n\\choose{open}\n",
                    "echo '<keyscheme><item name=\"open\"><key>F3</key></item></keyscheme>' > in/keys.xml",
                    "DIR/in/book.dg:2: warning: Can't find open in message scheme\n"},
-        MissingRow{"a phrase without either", "\\split a\n\\choose{shut}\n",
+        MissingRow{"a phrase without either; a name may span lines", "\\split a\n\\choose{no\nway}\n",
                    "echo '<keyscheme><item name=\"open\"><key>F3</key></item></keyscheme>' > in/keys.xml",
-                   "DIR/in/book.dg:2: warning: Can't find shut in message scheme\n"
-                   "DIR/in/book.dg: error: missing both menu path and accelerator for shut\n"
+                   "DIR/in/book.dg:2: warning: Can't find no way in message scheme\n"
+                   "DIR/in/book.dg: error: missing both menu path and accelerator for no way\n"
                    "DIR/in/book.dg:2: error: \\choose: there is no \"messages.xml\" in the directory of the input\n"
                    "DIR/in/book.dg:2: error: \\choose: there is no \"menus.xml\" in the directory of the input\n"},
         MissingRow{"definitions in a file of another name are not missing", "\\split a\n\\key{open}\\key{shut}\n",
