@@ -22,11 +22,11 @@ void normalizeLineEnds(QByteArray &text)
     const qsizetype first = text.indexOf('\r'); // one byte is found faster than two
     if (first < 0)
         return;
-    char *const begin = text.data();
+    char *const begin = text.data(); // followed by a 0
     const char *const end = begin + text.size();
     char *to = begin + first;
     for (const char *from = to; from != end; ++from) {
-        if (*from == '\r' && from + 1 != end && from[1] == '\n')
+        if (*from == '\r' && from[1] == '\n')
             continue;
         *to++ = *from;
     }

@@ -253,7 +253,7 @@ void SourceReader::beginJoinedLine(int file, int line)
 {
     if (m_document.isJoined)
         m_document.joined += '\n';
-    else if (!m_open.empty())
+    else
         m_document.joined.reserve(static_cast<std::size_t>(m_open.front().reader.text().size()));
     m_document.isJoined = true;
     m_document.map.beginStretch(m_document.joined.size(), file, line);
