@@ -153,17 +153,20 @@ TEST(ReferencePages, NamesWithColonsAreFoundAndLinkedFromTheFolder)
  */
 class A::B {
 /*!
- ** Of \xref{A::B}{it}.
+ ** )"
+                                       "\xC3\xA4"
+                                       R"( of \xref{A::B}{it}.
  */
 int f;
 };
 )");
     EXPECT_EQ(run.pages, "out/A::B.htm (lib.h): <p><a href=\"./A::B.htm\">A.B</a> <a href=\"./A::B.htm\">A::B</a> <a "
                          "href=\"f.htm\">A::B.f</a> <a href=\"f.htm\">f</a></p>\n"
-                         "out/f.htm (lib.h): <p>Of <a href=\"./A::B.htm\">it</a>.</p>\n"
+                         "out/f.htm (lib.h): <p>\xE4 of <a href=\"./A::B.htm\">it</a>.</p>\n"
                          "out/lib_h.htm (lib.h): <h3>API Summary</h3>" +
                              s_tableStart + caption("*** UNASSIGNED GROUP ***") +
-                             entry("./A::B", "A::B", "A.B A::B A::B.f f") + entry("f", "f", "Of it.") + "</table>\n");
+                             entry("./A::B", "A::B", "A.B A::B A::B.f f") + entry("f", "f", "\xE4 of it.") +
+                             "</table>\n");
 }
 
 TEST(ReferencePages, SummariesOfOddNamesAndTexts)

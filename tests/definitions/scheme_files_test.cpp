@@ -67,8 +67,10 @@ TEST_F(SchemeFiles, AreReadOnceFromTheDirectoryOfEachInput)
     write(u"a/messages.xml"_s, messages(u"x"_s, u"one"_s).toUtf8());
     write(u"b/menus.xml"_s, "<definemenu caption='Second'><item name='x'/></definemenu>");
     write(u"b/messages.xml"_s, messages(u"x"_s, u"two"_s).toUtf8());
+    write(u"a/properties.xml"_s, "<properties><property name='p'/></properties>");
     EXPECT_TRUE(load(u"a/guide.dg"_s).empty());
     EXPECT_EQ(m_actions.menuPath("x").path, "First > one");
+    EXPECT_NE(m_properties.find("p"), nullptr);
     EXPECT_TRUE(load(u"b/guide.dg"_s).empty());
     EXPECT_EQ(m_actions.menuPath("x").path, "First > two") << "the first item, the last text";
     EXPECT_TRUE(load(u"b/../a/other.dg"_s).empty());
@@ -116,9 +118,12 @@ TEST_F(SchemeFiles, AFileThatIsTooLargeIsNotRead)
 {
     write(u"keys.xml"_s, "<a/>");
     ASSERT_TRUE(QFile::resize(m_directory.filePath(u"keys.xml"_s), 64 * 1024 * 1024 + 1));
+    write(u"menus.xml"_s, "<a/>");
+    ASSERT_TRUE(QFile::resize(m_directory.filePath(u"menus.xml"_s), 64 * 1024 * 1024));
     const std::vector<XmlError> errors = load(u"guide.dg"_s);
-    ASSERT_EQ(errors.size(), 1U);
-    EXPECT_EQ(errors[0].reason, u"The file is larger than 64 MiB.");
+    ASSERT_EQ(errors.size(), 2U);
+    EXPECT_NE(errors[0].reason, errors[1].reason);
+    EXPECT_EQ(errors[1].reason, u"The file is larger than 64 MiB.");
 }
 
 TEST(XmlTreeReader, Encodings)
@@ -170,6 +175,7 @@ TEST(XmlTreeReader, RefusesWhatIsMalformedOrHurts)
                  u"2: a b is an invalid encoding name."_s},
              Row{"a character that no line may hold", "<a>\n\x01</a>", u"2: Unexpected ''."_s},
              Row{"an end in the middle", "<a>\n<b>\n", u"3: Premature end of document."_s},
+             Row{"an end in a tag", "<a>\n<", u"2: Premature end of document."_s},
              Row{"an external entity", "<!DOCTYPE a [<!ENTITY e SYSTEM 'x'>]>\n<a>&e;</a>",
                  u"1: External entity 'e' is refused."_s},
              Row{"an entity from elsewhere", "<!DOCTYPE a SYSTEM 'x'>\n<a>&e;</a>", u"2: Entity 'e' not declared."_s},
@@ -180,6 +186,8 @@ TEST(XmlTreeReader, RefusesWhatIsMalformedOrHurts)
                  u"1: Parameter entities and attribute lists are refused."_s},
              Row{"too many attributes", "<!--\"--><a " + repeated("b='>' ", 257) + "/>",
                  u"1: An element has more than 256 attributes."_s},
+             Row{"just few enough attributes", "<a " + repeated("b='' ", 256) + "/>", u"1: Attribute 'b' redefined."_s},
+             Row{"just few enough elements", "<a>" + repeated("<b/>", 999'999) + "</a>", {}},
              Row{"too many elements", "<a>" + repeated("<b/>", 1'000'000) + "</a>",
                  u"1: More than 1000000 elements and attributes."_s},
              Row{"too deep", repeated("<a>\n", 4097), u"4097: Elements are nested deeper than 4096 levels."_s},

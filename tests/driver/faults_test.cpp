@@ -98,6 +98,11 @@ INSTANTIATE_TEST_SUITE_P(
               "one.htm six.htm two.htm "},
         Fault{"an interrupted write", Needs::Tracer, INJECT("writev", "out/two.htm", "error=EINTR:when=1..3") RUN, 0,
               "", "one.htm six.htm two.htm "},
+        // The tracer skips the call, so that the bytes that it reports as written are missing.
+        Fault{"a write of a part of a page", Needs::Tracer,
+              INJECT("writev", "out/two.htm", "retval=2000:when=1") RUN
+              "; echo $(($(wc -c < out/one.htm) - $(wc -c < out/two.htm))) >&2",
+              0, "2000\n", "one.htm six.htm two.htm "},
         Fault{"a file that may not grow", Needs::Nothing, "ulimit -f 2; " RUN, 1, "error: cannot write out/one.htm\n",
               ""},
         Fault{"an icon that may not grow", Needs::Nothing,
@@ -116,7 +121,11 @@ INSTANTIATE_TEST_SUITE_P(
         Fault{"an icon that cannot be renamed", Needs::Tracer,
               "printf '\\134split{one}\\n\\134icon{BrowserBack}' > doc.dg; "
               "$strace -e trace=/rename -e inject=/rename:error=EACCES " RUN "; s=$?; ls -A out/images >&2; exit $s",
-              1, "error: cannot write out/images/BrowserBack.png\n", ""}),
+              1, "error: cannot write out/images/BrowserBack.png\n", ""},
+        Fault{"an icon whose temporary name is taken", Needs::Nothing,
+              "printf '\\134split{one}\\n\\134icon{BrowserBack}' > doc.dg; sh -c 'mkdir -p out/images; "
+              "> out/images/BrowserBack.png.$$.0.tmp; exec " RUN "'; s=$?; ls out/images/*.png >&2; exit $s",
+              0, "out/images/BrowserBack.png\n", "one.htm "}),
     [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u' ', u'_').toStdString(); });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -142,17 +151,23 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Reading, Faults,
-    testing::Values(Fault{"an input without read permission", Needs::Tracer,
-                          "$strace -P doc.dg -e trace=openat -e inject=openat:error=EACCES " RUN
-                          " 2>&1 | grep -v '^strace:'; exit 0",
-                          0, "", ""},
-                    Fault{"a read error", Needs::Tracer, INJECT("read", "doc.dg", "error=EIO") RUN, 0, "", ""},
-                    Fault{"an interrupted read", Needs::Tracer, INJECT("read", "doc.dg", "error=EINTR:when=1") RUN, 0,
-                          "", "one.htm six.htm two.htm "},
-                    Fault{
-                        "directories and pipes in place of files", Needs::Nothing,
-                        "mkdir a.dg b.h menus.xml; mkfifo c.dg d.h keys.xml; $tavidoc -o out a.dg b.h c.dg d.h doc.dg",
-                        0, "", "b_h.htm d_h.htm one.htm six.htm two.htm "}),
+    testing::Values(
+        Fault{"more files than may be open at once", Needs::Nothing,
+              "ulimit -n 20; $tavidoc -o out $(yes doc.dg | head -n 30)", 0, "", "one.htm six.htm two.htm "},
+        Fault{"a file whose size is reported as 0", Needs::Nothing,
+              "printf '\\134split{one}\\n\\134present /proc/self/status\\n' > doc.dg; " RUN
+              "; grep -c '^VmPeak\\|^nonvol' out/one.htm >&2",
+              0, "2\n", "one.htm "},
+        Fault{"an input without read permission", Needs::Tracer,
+              "$strace -P doc.dg -e trace=openat -e inject=openat:error=EACCES " RUN
+              " 2>&1 | grep -v '^strace:'; exit 0",
+              0, "", ""},
+        Fault{"a read error", Needs::Tracer, INJECT("read", "doc.dg", "error=EIO") RUN, 0, "", ""},
+        Fault{"an interrupted read", Needs::Tracer, INJECT("read", "doc.dg", "error=EINTR:when=1") RUN, 0, "",
+              "one.htm six.htm two.htm "},
+        Fault{"directories and pipes in place of files", Needs::Nothing,
+              "mkdir a.dg b.h menus.xml; mkfifo c.dg d.h keys.xml; $tavidoc -o out a.dg b.h c.dg d.h doc.dg", 0, "",
+              "b_h.htm d_h.htm one.htm six.htm two.htm "}),
     [](const auto &row) { return QString::fromLatin1(row.param.name).replace(u' ', u'_').toStdString(); });
 
 INSTANTIATE_TEST_SUITE_P(

@@ -140,18 +140,6 @@ TEST_F(Program, APageThatCannotBeWrittenWholeIsRemoved)
     EXPECT_FALSE(QFile::exists(path(u"out/one.htm"_s)));
 }
 
-TEST_F(Program, PagesAreClosedAsTheyAreWritten)
-{
-    QByteArray source;
-    for (int page = 0; page < 100; ++page)
-        source += "\\split{" + QByteArray::number(page) + "}\nx\n";
-    write(u"a.dg"_s, source);
-    limit(m_process, RLIMIT_NOFILE, 64);
-    const Result result = run({u"a.dg"_s});
-    EXPECT_EQ(result.error, "");
-    EXPECT_TRUE(QFile::exists(path(u"99.htm"_s)));
-}
-
 TEST_F(Program, EndlessIncludesAndFullMemoryAreErrors)
 {
     write(u"a.dg"_s, "\\include a.dg");

@@ -28,6 +28,7 @@ TEST(HtmlPages, FrameAroundAPage)
     const std::string banner = page.substr(12, bannerEnd - 12);
     for (std::size_t at = 0; at < banner.size(); at = banner.find('\n', at) + 1)
         EXPECT_EQ(banner.substr(at, 2), "//");
+    EXPECT_NE(banner.find("\n// Copyright (c) "), std::string::npos);
     EXPECT_EQ(page.substr(bannerEnd),
               "-->\n<head>\n<link rel=\"stylesheet\" href=\"default.css\" />\n<title style=\"s\">A &amp;lt; &middot;"
               "</title>\n<meta http-equiv=\"Content-Type\" content=\"text/html; charset=iso-8859-1\" />\n</head>\n"
@@ -63,7 +64,7 @@ TEST(HtmlPages, IndexOfPagesUnderCaptions)
 
 TEST(HtmlPages, AddressesThatLookLikeASchemeStartInTheFolder)
 {
-    for (const char *file : {"A::B.htm", "a:b", "std2.x+y-z:q", "mailto:me"})
+    for (const char *file : {"A::B.htm", "a:b", "azAZ09.x+y-z:q", "mailto:me"})
         EXPECT_EQ(addressStart(file), "./") << file;
     for (const char *file : {"", ":", "::a", "a", "a/b:c", "a b:c", "_a::b", "2:1", "operator<A::B>", "~A::B"})
         EXPECT_EQ(addressStart(file), "") << file;

@@ -57,6 +57,7 @@ TEST(SourceReader, ConditionsCommentsAndDefinitions)
         {"every else turns", "@avr\nA\n@else\nB\n@else\nC\n@else\nD\n@end", "B\nD"},
         {"true inside false stays dropped", "@avr\n@arm\nX\n@else\nY\n@end\n@end\nZ", "Z"},
         {"true inside an else", "@avr\n@else\n@arm\nY\n@end\n@end", "Y"},
+        {"the same block in both branches", "@avr\n@arm\nX\n@end\n@else\n@arm\nY\n@end\nZ\n@end", "Y\nZ"},
         {"surplus ends are harmless", "@end\n@avr\nA\n@end\n@end\nB", "B"},
         {"a missing end", "@avr\nA", ""},
         {"words after a directive make it ineffective", "@avr really\nA\n@AVR\nB\n@nothing\nC", "A\nB\nC"},
@@ -90,6 +91,7 @@ TEST(SourceReader, MacrosAreExpandedWhenTheCallerWantsIt)
     EXPECT_EQ(failing.introducer(), '#');
     EXPECT_EQ(kept("@(DateYear)", {.macros = &macros}).size(), 4U);
     EXPECT_EQ(kept("@(Time)", {.macros = &macros}).size(), 8U);
+    EXPECT_EQ(kept("@(UnixTime)", {.macros = &macros}).size(), 10U);
 }
 
 TEST(SourceReader, EncodingsAreToldApartByTheWholeFile)
@@ -146,6 +148,10 @@ TEST_F(Sources, IncludesStandInTheirPlaceWithAnEmptyLineBehind)
     EXPECT_EQ(result.messages,
               "error: docgen: one.dg:5: \\nope: unknown command\nerror: docgen: two.dg:1: \\nope: unknown command\n"
               "error: docgen: doc.dg:9: \\nope: unknown command\nerror: docgen: two.dg:1: \\nope: unknown command\n");
+    SimpleMacroContext macros;
+    const MarkupRun copied = run(u"doc.dg"_s, &macros);
+    EXPECT_EQ(copied.pages, result.pages);
+    EXPECT_EQ(copied.messages, result.messages);
 }
 
 TEST_F(Sources, EachFileIsNumberedAnewByItself)
@@ -176,6 +182,16 @@ TEST_F(Sources, EndlessIncludesAreProved)
     EXPECT_EQ(failure(), "doc.dg includes itself without end");
     write("doc.dg", "@arm\n\\include doc.dg"); // ever more blocks are open
     EXPECT_EQ(failure(), "doc.dg includes itself without end");
+    write("doc.dg", std::string(600'000, 'x') + "\n@arm\n\\include doc.dg"); // 64 MiB long before it is that deep
+    EXPECT_EQ(failure(), "doc.dg includes itself without end");
+    // Each reading of the second file closes a block; the last one drops the include.
+    std::string blocks;
+    for (int block = 0; block < 120; ++block)
+        blocks += "@arm\n";
+    write("doc.dg", "\\include open.dg\n" + blocks + "\\include two.dg");
+    write("open.dg", "@avr\n@arm");
+    write("two.dg", "@end\n@else\n@else\n\\include two.dg");
+    EXPECT_EQ(failure(), "none");
     write("doc.dg", "@end\n@else\n\\include doc.dg\n@end");
     EXPECT_EQ(failure(), "none"); // the first line of the inner reading drops the include
 }
