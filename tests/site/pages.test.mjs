@@ -1,6 +1,7 @@
 // Looks at pages of the manual in a browser: layout, contrast, names, landmarks, focus, keyboard, theme, and what is left
 // without scripts. usage: TAVIDOC_SITE=FOLDER node --test pages.test.mjs
 import assert from "node:assert/strict";
+import { existsSync } from "node:fs";
 import { after, before, test } from "node:test";
 import { Browser } from "../support/browser.mjs";
 import * as checks from "./page_checks.mjs";
@@ -12,7 +13,11 @@ const pages = ["index.htm", "start.htm", "tables.htm", "text.htm", "listings.htm
 const widths = [400, 768, 1280];
 let browser;
 
-before(async () => browser = await Browser.start());
+before(async () => {
+    for (const page of pages) // of a page that is missing, a browser shows one of its own
+        assert.ok(existsSync(`${process.env.TAVIDOC_SITE}/${page}`), page);
+    browser = await Browser.start();
+});
 after(() => browser.stop());
 
 const run = (check, ...values) => browser.evaluate(`(${check})(${values.map((value) => JSON.stringify(value)).join()})`);
