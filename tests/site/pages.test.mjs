@@ -1,12 +1,17 @@
 // Looks at pages of the manual in a browser: layout, contrast, names, landmarks, focus, keyboard, theme, and what is left
-// without scripts. usage: TAVIDOC_SITE=FOLDER node --test pages.test.mjs
+// without scripts. usage: TAVIDOC_SITE_PROGRAM=PROGRAM node --test pages.test.mjs
 import assert from "node:assert/strict";
-import { existsSync } from "node:fs";
+import { spawnSync } from "node:child_process";
+import { existsSync, mkdtempSync, rmSync } from "node:fs";
+import { tmpdir } from "node:os";
+import { join } from "node:path";
 import { after, before, test } from "node:test";
 import { Browser } from "../support/browser.mjs";
 import * as checks from "./page_checks.mjs";
 
-const site = "file://" + process.env.TAVIDOC_SITE + "/";
+const folder = mkdtempSync(join(tmpdir(), "tavidoc-site-"));
+const site = `file://${folder}/site/`;
+const project = new URL("../../docs/manual/site.toml", import.meta.url).pathname;
 const pages = ["index.htm", "start.htm", "tables.htm", "text.htm", "listings.htm", "commands.htm", "icons.htm",
     "menus.htm", "headers-example.htm", "ring-buffer/ring_buffer_h.htm", "ring-buffer/ring_buffer_write.htm",
     "contents.htm", "names.htm", "search.htm"];
@@ -14,11 +19,15 @@ const widths = [400, 768, 1280];
 let browser;
 
 before(async () => {
+    spawnSync(process.env.TAVIDOC_SITE_PROGRAM, ["build", project, "-o", join(folder, "site"), "--quiet"]);
     for (const page of pages) // of a page that is missing, a browser shows one of its own
-        assert.ok(existsSync(`${process.env.TAVIDOC_SITE}/${page}`), page);
+        assert.ok(existsSync(join(folder, "site", page)), page);
     browser = await Browser.start();
 });
-after(() => browser.stop());
+after(async () => {
+    await browser.stop();
+    rmSync(folder, { recursive: true });
+});
 
 const run = (check, ...values) => browser.evaluate(`(${check})(${values.map((value) => JSON.stringify(value)).join()})`);
 
