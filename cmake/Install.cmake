@@ -1,4 +1,5 @@
-# What "cmake --install" installs, in two components: "docs" to make pages, "core" to write programs with the library.
+# What "cmake --install" installs, in three components: "docs" to make pages, "site" to make sites, "core" to write
+# programs with the library.
 include(GNUInstallDirs)
 include(CMakePackageConfigHelpers)
 
@@ -18,6 +19,12 @@ install(FILES docs/man/tavidoc.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPON
 if(TAVIDOC_BUILD_MANUAL)
     install(DIRECTORY ${PROJECT_BINARY_DIR}/manual DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
 endif()
+
+# The program for sites, and its function for CMake
+install(TARGETS tavidoc_site EXPORT tavidocSite RUNTIME COMPONENT site)
+install(EXPORT tavidocSite NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT site)
+install(FILES cmake/TavidocAddSite.cmake DESTINATION ${package_dir} COMPONENT site)
+install(FILES docs/man/tavidoc-site.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT site)
 
 # The CMake package: the function, and the library if Qt is installed.
 configure_package_config_file(cmake/tavidocConfig.cmake.in ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake

@@ -4,7 +4,7 @@ function(compress file)
     execute_process(COMMAND gzip -9n ${file} COMMAND_ERROR_IS_FATAL ANY)
 endfunction()
 
-foreach(component_and_package docs:tavidoc core:libtavidoc-dev)
+foreach(component_and_package docs:tavidoc site:tavidoc-site core:libtavidoc-dev)
     string(REPLACE ":" ";" pair ${component_and_package})
     list(GET pair 0 component)
     list(GET pair 1 package)
@@ -23,7 +23,8 @@ set(overrides ${CPACK_TEMPORARY_DIRECTORY}/docs${CPACK_PACKAGING_INSTALL_PREFIX}
 file(MAKE_DIRECTORY ${overrides})
 file(COPY_FILE ${CPACK_TAVIDOC_PACKAGING_DIRECTORY}/lintian-overrides ${overrides}/tavidoc)
 
-file(GLOB programs ${CPACK_TEMPORARY_DIRECTORY}/docs${CPACK_PACKAGING_INSTALL_PREFIX}/bin/*)
+file(GLOB programs ${CPACK_TEMPORARY_DIRECTORY}/docs${CPACK_PACKAGING_INSTALL_PREFIX}/bin/*
+    ${CPACK_TEMPORARY_DIRECTORY}/site${CPACK_PACKAGING_INSTALL_PREFIX}/bin/*)
 execute_process(COMMAND strip --remove-section=.comment --remove-section=.note ${programs} COMMAND_ERROR_IS_FATAL ANY)
 file(GLOB_RECURSE libraries ${CPACK_TEMPORARY_DIRECTORY}/core/*.a)
 execute_process(COMMAND strip --strip-debug --remove-section=.comment --remove-section=.note --enable-deterministic-archives

@@ -83,6 +83,7 @@ std::span<const Option> siteOptions()
         {Cache, 0, "cache", "DIR", "where records are kept (default: the output with \".cache\" appended)"},
         {Folder, 0, "folder", "F", "the folder of the pages in the site (default: the top)"},
         {Depfile, 0, "depfile", "FILE", "write the files that were read as a rule for make"},
+        {Target, 0, "target", "NAME", "the target of that rule (default: the output)"},
         {Partial, 'r', "partial", "", "write one record file that links and renders like all its inputs"},
         {Link, 0, "link", "DIR", "what \"link\" wrote"},
         {Help, 'h', "help", "", "print this help"},

@@ -23,6 +23,7 @@ enum class OptionId
     Cache,
     Folder,
     Depfile,
+    Target,
     Partial,
     Link,
     Help,

@@ -204,8 +204,10 @@ BuildReport build(const BuildRequest &request)
 {
     const DirectoryLock cacheLock(request.cache);
     std::optional<DirectoryLock> outputLock;
-    if (!request.output.isEmpty())
+    if (!request.output.isEmpty()) {
         outputLock.emplace(request.output);
+        SiteOutput::removeLeftovers(request.output);
+    }
     return Build(request).run();
 }
 

@@ -31,6 +31,13 @@ Project projectOfInputs(const QStringList &inputs)
     return project;
 }
 
+Project withInputs(Project project, const QString &file)
+{
+    if (project.inputs.empty())
+        throw ProjectError{{file.toStdString() + ": error: no inputs: expected [[input]] with files"}};
+    return project;
+}
+
 } // namespace
 
 bool isProjectFile(const QString &name)
@@ -53,13 +60,13 @@ Project projectOf(const QStringList &operands)
     if (operands.isEmpty()) {
         if (!QFile::exists(usual))
             throw UsageError{"expected a project file or inputs, or a file \"site.toml\" in the working directory"};
-        return readProject(usual);
+        return withInputs(readProject(usual), usual);
     }
     if (std::ranges::none_of(operands, isProjectFile))
         return projectOfInputs(operands);
     if (operands.size() != 1)
         throw UsageError{"expected either one project file or inputs"};
-    return readProject(operands.constFirst());
+    return withInputs(readProject(operands.constFirst()), operands.constFirst());
 }
 
 } // namespace tavidoc

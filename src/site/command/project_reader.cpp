@@ -83,10 +83,7 @@ ProjectReader::ProjectReader(std::string file) : m_file(std::move(file)), m_dire
 Project ProjectReader::read(std::string_view text)
 {
     try {
-        const toml::table site = toml::parse(text, m_file);
-        readTable(site, siteKeys());
-        if (m_project.inputs.empty() && m_messages.empty())
-            report(site.source(), "no inputs: expected [[input]] with files");
+        readTable(toml::parse(text, m_file), siteKeys());
     } catch (const toml::parse_error &error) {
         report(error.source(), std::string(error.description()));
     }

@@ -20,9 +20,9 @@ namespace {
 using enum OptionId;
 
 constexpr OptionId s_buildOptions[] = {Output, Jobs, Strict, ExitZero, Progress, Quiet, Cache};
-constexpr OptionId s_compileOptions[] = {Output, Folder, Depfile};
-constexpr OptionId s_linkOptions[] = {Output, Partial, Strict, ExitZero, Quiet};
-constexpr OptionId s_renderOptions[] = {Output, Link};
+constexpr OptionId s_compileOptions[] = {Output, Folder, Depfile, Target};
+constexpr OptionId s_linkOptions[] = {Output, Partial, Strict, ExitZero, Quiet, Depfile, Target};
+constexpr OptionId s_renderOptions[] = {Output, Link, Depfile, Target};
 constexpr OptionId s_checkOptions[] = {Jobs, Strict, ExitZero, Progress, Quiet, Cache};
 
 constexpr Verb s_verbs[] = {

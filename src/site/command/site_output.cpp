@@ -37,16 +37,6 @@ WrittenFile lookedUp(const std::string &path)
     return file;
 }
 
-/// Removes what builds that were killed left in \a directory.
-void removeOldStaging(const std::string &directory)
-{
-    std::error_code error;
-    for (const auto &entry : std::filesystem::directory_iterator(directory, error)) {
-        if (entry.path().filename().string().starts_with(s_stagingPrefix))
-            std::filesystem::remove_all(entry.path(), error);
-    }
-}
-
 } // namespace
 
 SiteOutput::SiteOutput(const QString &directory, const std::vector<WrittenFile> &known)
@@ -54,11 +44,8 @@ SiteOutput::SiteOutput(const QString &directory, const std::vector<WrittenFile> 
 {
     QDir().mkpath(QString::fromStdString(m_directory));
     m_staging = m_directory + std::string(s_stagingPrefix) + std::to_string(m_process) + '/';
-    if (::mkdir(m_staging.c_str(), 0777) != 0) {
-        removeOldStaging(m_directory);
-        if (::mkdir(m_staging.c_str(), 0777) != 0)
-            failToWrite(directory.toStdString());
-    }
+    if (::mkdir(m_staging.c_str(), 0777) != 0)
+        failToWrite(directory.toStdString());
     for (const WrittenFile &file : known) {
         const WrittenFile now = lookedUp(pathOf(file.address));
         if (now.modified != 0 && now.modified == file.modified && now.size == file.size)
@@ -71,6 +58,15 @@ SiteOutput::~SiteOutput()
     std::error_code error;
     if (::getpid() == m_process)
         std::filesystem::remove_all(m_staging, error);
+}
+
+void SiteOutput::removeLeftovers(const QString &directory)
+{
+    std::error_code error;
+    for (const auto &entry : std::filesystem::directory_iterator(directory.toStdString(), error)) {
+        if (entry.path().filename().string().starts_with(s_stagingPrefix))
+            std::filesystem::remove_all(entry.path(), error);
+    }
 }
 
 const WrittenFile *SiteOutput::intact(const std::string &address) const
@@ -92,6 +88,7 @@ StagedFile SiteOutput::stage(const std::string &address, const QByteArray &bytes
     StagedFile result;
     result.file = lookedUp(path);
     if (result.file.size != size || readRegularFile(QString::fromStdString(path)) != bytes) {
+        prepareDirectory(path);
         result.staged = prefix + std::to_string(m_count++);
         const std::string staged = m_staging + result.staged;
         writeNewFile(QString::fromStdString(staged), bytes);
@@ -102,14 +99,20 @@ StagedFile SiteOutput::stage(const std::string &address, const QByteArray &bytes
     return result;
 }
 
+void SiteOutput::prepareDirectory(const std::string &path)
+{
+    const std::string directory(directoryWithSlash(path));
+    struct stat status = {};
+    if (::stat(path.c_str(), &status) == 0 && S_ISDIR(status.st_mode))
+        failToWrite(path);
+    if (m_directories.insert(directory).second && !QDir().mkpath(QString::fromStdString(directory)))
+        failToWrite(path);
+}
+
 void SiteOutput::publish(const StagedFile &file) const
 {
     const std::string path = pathOf(file.file.address);
-    const std::string staged = m_staging + file.staged;
-    if (std::rename(staged.c_str(), path.c_str()) == 0)
-        return;
-    QDir().mkpath(QString::fromStdString(std::string(directoryWithSlash(path))));
-    if (std::rename(staged.c_str(), path.c_str()) != 0)
+    if (std::rename((m_staging + file.staged).c_str(), path.c_str()) != 0)
         failToWrite(path);
 }
 

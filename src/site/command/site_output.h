@@ -7,6 +7,7 @@
 #include <QString>
 
 #include <map>
+#include <set>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,6 +43,9 @@ public:
     /// Removes the staging directory, unless this is another process than the one that made it.
     ~SiteOutput();
 
+    /// Removes the staging directories that processes which were killed left in \a directory.
+    static void removeLeftovers(const QString &directory);
+
     /// What an earlier build wrote to \a address; null when it is not there any more, or was changed.
     [[nodiscard]] const WrittenFile *intact(const std::string &address) const;
 
@@ -57,13 +61,16 @@ public:
     bool remove(const std::string &address) const;
 
 private:
+    /// Creates the directory for the file \a path, at which there may not be a directory.
+    void prepareDirectory(const std::string &path);
     [[nodiscard]] std::string pathOf(std::string_view address) const;
 
     std::string m_directory; ///< absolute, with "/" at its end
     std::string m_staging;   ///< with "/" at its end
     int m_process;
     std::map<std::string, const WrittenFile *, std::less<>> m_intact;
-    std::size_t m_count = 0; ///< of files that this process staged
+    std::set<std::string> m_directories; ///< that exist
+    std::size_t m_count = 0;             ///< of files that this process staged
 };
 
 } // namespace tavidoc

@@ -31,13 +31,18 @@ QString singleOperand(const Arguments &arguments, const char *what)
     return arguments.operands().constFirst();
 }
 
-void writeDepfile(const QString &depfile, const QString &target, const std::vector<RecordFile> &files)
+/// Writes the dependency file that \a arguments ask for; \a files are what was looked for, members \a name.
+template <typename Files, typename Name> void writeDepfile(const Arguments &arguments, const Files &files, Name name)
 {
+    if (!arguments.has(OptionId::Depfile))
+        return;
     QStringList names;
-    for (const RecordFile &file : files)
-        names.append(presentPath(QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(file.name)))));
+    for (const auto &file : files)
+        names.append(
+            presentPath(QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(file.*name)))));
     names.removeDuplicates();
-    updateWholeFile(depfile, makeRule(target, names));
+    const QString target = arguments.value(arguments.has(OptionId::Target) ? OptionId::Target : OptionId::Output);
+    updateWholeFile(arguments.value(OptionId::Depfile), makeRule(target, names));
 }
 
 /// The project of "link", if there is one, and the record files.
@@ -115,8 +120,7 @@ int compileVerb(const Arguments &arguments)
     const QString output = arguments.required(OptionId::Output);
     const CompiledInput compiled =
         compileToFile(input.toStdString(), arguments.value(OptionId::Folder).toStdString(), output);
-    if (arguments.has(OptionId::Depfile))
-        writeDepfile(arguments.value(OptionId::Depfile), output, compiled.files);
+    writeDepfile(arguments, compiled.files, &RecordFile::name);
     return 0;
 }
 
@@ -132,6 +136,7 @@ int linkVerb(const Arguments &arguments)
             records.push_back(std::move(record));
     }
     const LinkedSite site = linkToDirectory(records, operands.project.settings, directory);
+    writeDepfile(arguments, site.lookedFor, &Dependency::name);
     const FindingCounts counts = printFindings(site.findings, operands.project.settings.levels);
     if (!arguments.has(OptionId::Quiet))
         printLine(std::to_string(records.size()) + " records: " + counts.text());
@@ -143,16 +148,20 @@ int renderVerb(const Arguments &arguments)
     const QString links = arguments.required(OptionId::Link);
     const QString directory = arguments.required(OptionId::Output);
     const SharedLinks shared = readSharedLinks(links + u'/' + sharedLinkFileName());
+    std::vector<CopiedFile> copied;
     writeSite(directory, [&](const FileSink &sink) {
         if (arguments.operands().isEmpty()) {
             renderSharedFiles(links, shared, sink);
-            copy(copiedFilesOf(shared.settings), sink);
+            copied = copiedFilesOf(shared.settings);
         }
         for (const QString &file : arguments.operands()) {
             renderRecordFile(file, links, shared, sink);
-            copy(picturesOf(file, links), sink);
+            const std::vector<CopiedFile> pictures = picturesOf(file, links);
+            copied.insert(copied.end(), pictures.begin(), pictures.end());
         }
+        copy(copied, sink);
     });
+    writeDepfile(arguments, copied, &CopiedFile::source);
     return 0;
 }
 

@@ -4,6 +4,7 @@
 #include "base/whole_file.h"
 #include "site/command/site_path.h"
 #include "site/compile/compile.h"
+#include "site/link/link_fields.h"
 #include "site/link/link_files.h"
 #include "site/record/record_file.h"
 #include "site/record/sealed_file.h"
@@ -46,6 +47,10 @@ public:
     LinkedSite finish(LinkSummary summary)
     {
         m_search.finish();
+        FieldWriter settings;
+        settings("settings", summary.shared.settings);
+        // All that the pages of a record need of what is shared: build programs look at the time of this file.
+        write(u"settings"_s, QByteArray::number(checksum(settings.takeBytes()), 16) + '\n');
         m_site.sharedHash = write(sharedLinkFileName(), encodedLinks(summary.shared));
         m_site.shared = std::move(summary.shared);
         m_site.findings = std::move(summary.findings);

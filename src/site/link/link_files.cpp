@@ -5,6 +5,8 @@
 #include "site/record/format_version.h"
 #include "site/record/sealed_file.h"
 
+#include <QCryptographicHash>
+
 namespace tavidoc {
 
 using namespace Qt::StringLiterals;
@@ -46,9 +48,10 @@ QString linkFileName(const std::string &folder, const std::string &input)
 {
     constexpr std::size_t most = 200; // bytes of the input's name: what a file system allows is a little more
     const std::string_view name = std::string_view(input).substr(input.rfind('/') + 1).substr(0, most);
-    const std::string key = folder + '\0' + input;
-    return QString::fromUtf8(name.data(), qsizetype(name.size())) + u'-' +
-           QString::number(checksum(QByteArrayView(key)), 16).rightJustified(16, u'0') + u".lnk"_s;
+    // The CMake function makes the same name. No folder has a "|".
+    const QByteArray key = QByteArray::fromStdString(folder + '|' + input);
+    const QByteArray hash = QCryptographicHash::hash(key, QCryptographicHash::Sha1).toHex().first(16);
+    return QString::fromUtf8(name.data(), qsizetype(name.size())) + u'-' + QLatin1StringView(hash) + u".lnk"_s;
 }
 
 QString sharedLinkFileName()
