@@ -161,8 +161,9 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     MacrosAsTypes, Declarations,
     testing::Values(
-        Row{u"EXTERN(JDIMENSION) f(j_ptr p,\n int a); EXTERN(VOID) g(void);\nDECLARE(AB)\nx(b); int h;",
-            "f = EXTERN(JDIMENSION) f(j_ptr p, int a) ; g = EXTERN(VOID) g(void) ; h = int h"},
+        Row{u"EXTERN(JDIMENSION) f(j_ptr p,\n int a); EXTERN(VOID) g(void);\nDECLARE(AB)\nx(b); int h; lower(A) i(int "
+            u"j); k(1) l(int m); k(n, o) p(int q);",
+            "f = EXTERN(JDIMENSION) f(j_ptr p, int a) ; g = EXTERN(VOID) g(void) ; i = lower(A) i(int j) ; h = int h"},
         Row{u"typedef STACK_OF(X) XS; extern STACK_OF(X) *l; const STACK_OF(X) *f(STACK_OF(Y) *sk, const LHASH_OF(a) "
             u"*);",
             "f = const STACK_OF(X) *f(STACK_OF(Y) *sk, const LHASH_OF(a) *) ; XS = typedef STACK_OF(X) XS ; "
