@@ -16,6 +16,7 @@
 
 #include <cstdio>
 #include <optional>
+#include <type_traits>
 
 namespace tavidoc {
 
@@ -31,18 +32,30 @@ QString singleOperand(const Arguments &arguments, const char *what)
     return arguments.operands().constFirst();
 }
 
-/// Writes the dependency file that \a arguments ask for; \a files are what was looked for, members \a name.
-template <typename Files, typename Name> void writeDepfile(const Arguments &arguments, const Files &files, Name name)
+template <typename File> QStringList names(const std::vector<File> &files)
+{
+    QStringList list;
+    for (const File &file : files) {
+        if constexpr (std::is_same_v<File, CopiedFile>)
+            list.append(QString::fromStdString(file.source));
+        else
+            list.append(QString::fromStdString(file.name));
+    }
+    return list;
+}
+
+/// Writes the dependency file that \a arguments ask for. It has at least one of \a files: CMake drops empty ones, and
+/// then the command runs in every build.
+void writeDepfile(const Arguments &arguments, const QStringList &files)
 {
     if (!arguments.has(OptionId::Depfile))
         return;
-    QStringList names;
-    for (const auto &file : files)
-        names.append(
-            presentPath(QDir::cleanPath(QDir::current().absoluteFilePath(QString::fromStdString(file.*name)))));
-    names.removeDuplicates();
+    QStringList paths;
+    for (const QString &file : files)
+        paths.append(presentPath(QDir::cleanPath(QDir::current().absoluteFilePath(file))));
+    paths.removeDuplicates();
     const QString target = arguments.value(arguments.has(OptionId::Target) ? OptionId::Target : OptionId::Output);
-    updateWholeFile(arguments.value(OptionId::Depfile), makeRule(target, names));
+    updateWholeFile(arguments.value(OptionId::Depfile), makeRule(target, paths));
 }
 
 /// The project of "link", if there is one, and the record files.
@@ -120,7 +133,7 @@ int compileVerb(const Arguments &arguments)
     const QString output = arguments.required(OptionId::Output);
     const CompiledInput compiled =
         compileToFile(input.toStdString(), arguments.value(OptionId::Folder).toStdString(), output);
-    writeDepfile(arguments, compiled.files, &RecordFile::name);
+    writeDepfile(arguments, names(compiled.files));
     return 0;
 }
 
@@ -136,7 +149,7 @@ int linkVerb(const Arguments &arguments)
             records.push_back(std::move(record));
     }
     const LinkedSite site = linkToDirectory(records, operands.project.settings, directory);
-    writeDepfile(arguments, site.lookedFor, &Dependency::name);
+    writeDepfile(arguments, operands.records + names(site.lookedFor));
     const FindingCounts counts = printFindings(site.findings, operands.project.settings.levels);
     if (!arguments.has(OptionId::Quiet))
         printLine(std::to_string(records.size()) + " records: " + counts.text());
@@ -147,7 +160,8 @@ int renderVerb(const Arguments &arguments)
 {
     const QString links = arguments.required(OptionId::Link);
     const QString directory = arguments.required(OptionId::Output);
-    const SharedLinks shared = readSharedLinks(links + u'/' + sharedLinkFileName());
+    const QString sharedFile = links + u'/' + sharedLinkFileName();
+    const SharedLinks shared = readSharedLinks(sharedFile);
     std::vector<CopiedFile> copied;
     writeSite(directory, [&](const FileSink &sink) {
         if (arguments.operands().isEmpty()) {
@@ -161,7 +175,8 @@ int renderVerb(const Arguments &arguments)
         }
         copy(copied, sink);
     });
-    writeDepfile(arguments, copied, &CopiedFile::source);
+    const QStringList read = arguments.operands().isEmpty() ? QStringList(sharedFile) : arguments.operands();
+    writeDepfile(arguments, read + names(copied));
     return 0;
 }
 
