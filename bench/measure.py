@@ -21,6 +21,7 @@ class Failure(Exception):
 class Cost(NamedTuple):
     milliseconds: float  # elapsed time from the start of the process to its end
     peak_bytes: int      # of resident memory; at least that of this script, the parent process
+    processor: float     # milliseconds of processor time, which other work on the machine affects less
 
 
 def check_status(status):
@@ -37,7 +38,7 @@ def run(command):
     _, status, usage = os.wait4(process, 0)
     end = time.perf_counter_ns()
     check_status(os.waitstatus_to_exitcode(status))
-    return Cost((end - begin) / 1e6, usage.ru_maxrss * 1024)
+    return Cost((end - begin) / 1e6, usage.ru_maxrss * 1024, 1e3 * (usage.ru_utime + usage.ru_stime))
 
 
 def peak_bytes(command):
