@@ -38,10 +38,12 @@ const std::vector<Rule> &rules()
          {"site/search", "site/record", "docgen", "apiref", "markup", "pages", "reading", "codeedit", "sourcebrowser",
           "base"}},
         {"site/link", {"site/search", "site/record", "base"}},
+        {"site/exchange", {"site/link", "site/record", "base"}},
         {"site/lexers", {"base"}},
         {"site/render", {"site/lexers", "site/link", "site/record", "pages", "base"}},
         {"site/command",
-         {"site/render", "site/link", "site/compile", "site/search", "site/record", "docgen", "pages", "base"}},
+         {"site/render", "site/exchange", "site/link", "site/compile", "site/search", "site/record", "docgen", "pages",
+          "base"}},
         {"tools", {"docgen", "markup", "pages", "reading", "definitions", "codeedit", "base"}},
     };
     return table;

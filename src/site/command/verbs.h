@@ -11,5 +11,6 @@ int compileVerb(const Arguments &arguments);
 int linkVerb(const Arguments &arguments);
 int renderVerb(const Arguments &arguments);
 int dumpVerb(const Arguments &arguments);
+int exportVerb(const Arguments &arguments);
 
 } // namespace tavidoc

@@ -94,6 +94,7 @@ void describe(auto &fields, OneOf<NameEntry> auto &entry)
     fields("kind", entry.kind);
     fields("owner", entry.owner);
     fields("address", entry.address);
+    fields("qualifiedName", entry.qualifiedName);
 }
 
 void describe(auto &fields, OneOf<SharedLinks> auto &shared)

@@ -1,6 +1,7 @@
 #include "site/link/page_finder.h"
 
 #include "site/link/addresses.h"
+#include "site/link/page_names.h"
 
 #include <algorithm>
 
@@ -10,12 +11,6 @@ namespace {
 
 constexpr std::size_t s_mostCandidates = 5; // that a finding lists
 constexpr int s_mostSearches = 500;
-
-std::string_view withoutSuffix(std::string_view name)
-{
-    name.remove_suffix(name.ends_with(".htm") ? 4 : 0);
-    return name;
-}
 
 std::string_view withoutArguments(std::string_view target)
 {
@@ -67,7 +62,7 @@ FoundPage PageFinder::find(std::string_view target, const NameUse &use)
 
 FoundPage PageFinder::findNamed(std::string_view name, const NameUse &use)
 {
-    name = withoutSuffix(name);
+    name = withoutPageSuffix(name);
     if (name.empty())
         return {};
     const NameSeeker seeker = seekerOf(use);

@@ -142,6 +142,12 @@ std::string pageAddress(std::string_view folder, std::string_view stem)
     return result + ".htm";
 }
 
+std::string_view withoutPageSuffix(std::string_view name)
+{
+    name.remove_suffix(name.ends_with(".htm") ? 4 : 0);
+    return name;
+}
+
 std::string withoutCapitals(std::string_view address)
 {
     std::string result;

@@ -14,6 +14,9 @@ namespace tavidoc {
 /// The address of the page \a stem in \a folder, relative to the top of the site: encoded, with ".htm".
 [[nodiscard]] std::string pageAddress(std::string_view folder, std::string_view stem);
 
+/// \a name without the ".htm" at its end.
+[[nodiscard]] std::string_view withoutPageSuffix(std::string_view name);
+
 /// \a address with all capital letters encoded: differs from every other address even where case does not count.
 [[nodiscard]] std::string withoutCapitals(std::string_view address);
 

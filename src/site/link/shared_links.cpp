@@ -95,7 +95,8 @@ std::vector<NameEntry> indexOfNames(const PageSet &pages, const ContentsTree &tr
     std::vector<NameEntry> names;
     names.reserve(order.size());
     for (const auto &[prefix, name, page] : order) {
-        names.push_back({std::string(name), kindOf(pages.page(page)), ownerOf(pages, tree, page), pages.address(page)});
+        names.push_back({std::string(name), kindOf(pages.page(page)), ownerOf(pages, tree, page), pages.address(page),
+                         pages.page(page).qualifiedName});
     }
     return names;
 }
@@ -112,12 +113,6 @@ std::vector<std::string> sortedAddresses(const PageSet &pages)
     return {sorted.begin(), sorted.end()};
 }
 
-std::string_view withoutSuffix(std::string_view name)
-{
-    name.remove_suffix(name.ends_with(".htm") ? 4 : 0);
-    return name;
-}
-
 class Redirects
 {
 public:
@@ -131,13 +126,13 @@ public:
     {
         std::map<std::string, std::string> result;
         for (const auto &[from, to] : m_settings.redirects) {
-            const std::string address = pageAddress({}, withoutSuffix(from));
+            const std::string address = pageAddress({}, withoutPageSuffix(from));
             if (m_pages.atAddress(address) != s_noPage || isSitePage(address)) {
                 report("duplicate-page", "redirect from " + inQuotes(from) + ": there is a page of this name");
                 continue;
             }
             if (std::string target = targetOf(to); !target.empty())
-                result.emplace(withoutSuffix(address), std::move(target));
+                result.emplace(withoutPageSuffix(address), std::move(target));
             else
                 report("dead-link",
                        "redirect from " + inQuotes(from) + " to " + inQuotes(to) + ", which does not exist");
@@ -148,8 +143,8 @@ public:
 private:
     [[nodiscard]] std::string targetOf(const std::string &name) const
     {
-        const PageId page = m_pages.named({}, withoutSuffix(name));
-        return page == s_noPage ? std::string() : std::string(withoutSuffix(m_pages.address(page)));
+        const PageId page = m_pages.named({}, withoutPageSuffix(name));
+        return page == s_noPage ? std::string() : std::string(withoutPageSuffix(m_pages.address(page)));
     }
 
     void report(std::string_view check, std::string text)
