@@ -56,7 +56,7 @@
     const markScrollable = (box) => {
         const scrolls = box.scrollWidth > box.clientWidth;
         box.tabIndex = scrolls ? 0 : -1;
-        box.role = scrolls ? "region" : null;
+        box.role = scrolls ? "group" : null;
         box.ariaLabel = scrolls ? (box.matches("pre") ? "Listing" : "Table") : null;
     };
 

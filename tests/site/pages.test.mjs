@@ -141,7 +141,7 @@ test("a listing is copied, and the keyboard scrolls what is too wide", async () 
     const wide = await run(checks.scrollableBoxes);
     assert.ok(wide.length > 0);
     for (const box of wide)
-        assert.deepEqual([box.tabIndex, box.role, box.name !== ""], [0, "region", true]);
+        assert.deepEqual([box.tabIndex, box.role, box.name !== ""], [0, "group", true]);
 });
 
 test("nothing moves for readers who want less motion", async () => {
