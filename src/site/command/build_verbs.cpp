@@ -33,9 +33,9 @@ Progress::Mode progressMode(const Arguments &arguments)
 /// "12 inputs (1 compiled), 240 files (3 written, 0 removed): 1 error, 0 warnings"
 std::string summary(const BuildReport &report, const FindingCounts &counts, bool hasPages)
 {
-    std::string text = std::to_string(report.inputs) + " inputs (" + std::to_string(report.compiled) + " compiled)";
+    std::string text = counted(report.inputs, "input") + " (" + std::to_string(report.compiled) + " compiled)";
     if (hasPages)
-        text += ", " + std::to_string(report.files) + " files (" + std::to_string(report.written) + " written, " +
+        text += ", " + counted(report.files, "file") + " (" + std::to_string(report.written) + " written, " +
                 std::to_string(report.removed) + " removed)";
     return text + ": " + counts.text();
 }

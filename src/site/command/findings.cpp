@@ -18,12 +18,12 @@ CheckLevel levelOf(const std::string &name, const std::map<std::string, CheckLev
     return check ? check->level : CheckLevel::Error;
 }
 
+} // namespace
+
 std::string counted(std::size_t count, const char *what)
 {
     return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
 }
-
-} // namespace
 
 std::string FindingCounts::text() const
 {

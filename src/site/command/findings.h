@@ -27,6 +27,9 @@ struct FindingCounts
 /// is off. \a levels are those that the project file sets.
 FindingCounts printFindings(const std::vector<Finding> &findings, const std::map<std::string, CheckLevel> &levels);
 
+/// "1 error", "2 errors".
+[[nodiscard]] std::string counted(std::size_t count, const char *what);
+
 /// Prints a line to the standard error. Line ends in \a text, which names in sources may have, become blanks.
 void printLine(std::string text);
 

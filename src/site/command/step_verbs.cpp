@@ -152,7 +152,7 @@ int linkVerb(const Arguments &arguments)
     writeDepfile(arguments, operands.records + names(site.lookedFor));
     const FindingCounts counts = printFindings(site.findings, operands.project.settings.levels);
     if (!arguments.has(OptionId::Quiet))
-        printLine(std::to_string(records.size()) + " records: " + counts.text());
+        printLine(counted(records.size(), "record") + ": " + counts.text());
     return counts.status(arguments);
 }
 
