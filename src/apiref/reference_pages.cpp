@@ -113,7 +113,7 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
 {
     DocGenSourceBrowserCParser parser(m_model, m_lines);
     parser.parse(m_header.given());
-    if (!mayUseFiles({m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())}))
+    if (!lastFileCommand({m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())}))
         m_surroundings.output.release();
     if (m_facts) {
         m_facts->listener().file(m_header.given(), m_lines.wasRead());

@@ -155,12 +155,14 @@ void DocGen::documentMarkup(MacroContext *macros, const Path &input)
         reader.listSwallowedLines();
     }
     SourceDocument document = reader.read(input);
-    if (!mayUseFiles(document.text()))
-        m_output->release();
     Report report(document.text(), document.map, m_sink, m_missing.get());
     HtmlBlocks blocks(SharedTables::paraStyle);
     DocumentFacts *const told = facts ? &*facts : nullptr;
     Pages pages(blocks, *m_output, m_splitFlag != 0, told);
+    if (const std::optional<std::size_t> last = lastFileCommand(document.text()))
+        pages.releaseAfter(*last);
+    else
+        m_output->release();
     const TitleLists titles = titlesOf(document.text());
     if (const auto title = titles.titles.find(std::string_view()); title != titles.titles.end())
         pages.setDocumentTitle(title->second);

@@ -26,13 +26,14 @@ bool isFileCommand(std::string_view text, std::size_t at)
 
 } // namespace
 
-bool mayUseFiles(std::string_view text)
+std::optional<std::size_t> lastFileCommand(std::string_view text)
 {
+    std::optional<std::size_t> last;
     for (std::size_t at = text.find('\\'); at != std::string_view::npos; at = text.find('\\', at + 1)) {
         if (isFileCommand(text, at + 1))
-            return true;
+            last = at;
     }
-    return false;
+    return last;
 }
 
 } // namespace tavidoc

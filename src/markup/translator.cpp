@@ -143,6 +143,7 @@ void Translator::backslash()
         escape(m_commandName);
     else
         errorMarker("unknown command");
+    m_pages.commandHasRun(m_commandOffset);
     if (m_pages.state() == Pages::State::None && !m_blocks.text().empty())
         noteTextOnNoPage(m_commandOffset);
 }

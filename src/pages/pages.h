@@ -49,6 +49,14 @@ public:
     /// The header that the pages document; empty for none.
     void setHeader(QString header);
 
+    /// Lets the output go when the command at \a offset has run, after which nothing can make the run fail.
+    void releaseAfter(std::size_t offset) { m_lastFileCommand = offset; }
+    void commandHasRun(std::size_t offset)
+    {
+        if (offset == m_lastFileCommand)
+            m_output.release();
+    }
+
     /// Outputs the page text as the page \a stem in a frame with the title \a title, and empties it.
     void output(std::string_view stem, std::string_view title);
 
@@ -61,6 +69,7 @@ private:
     HtmlBlocks &m_blocks;
     OutputQueue &m_output;
     PageText m_pageText;
+    std::size_t m_lastFileCommand = std::string_view::npos;
     QString m_header;
     bool m_framed;
     DocumentFacts *m_facts; // null when nobody asks for them

@@ -114,6 +114,14 @@ INSTANTIATE_TEST_SUITE_P(
               "'\\134split{one}\\nx\\n\\134split{two}\\n\\134icon{BrowserBack}' "
               "> doc.dg; " RUN,
               1, "error: cannot write out/images/BrowserBack.png\n", "images (cut off) "},
+        Fault{"a page that fails after the last icon", Needs::Nothing,
+              "mkdir -p out/two.htm; printf "
+              "'\\134split{one}\\n\\134icon{BrowserBack}\\n\\134split{two}\\nx\\n\\134split{six}"
+              "\\nx\\n\\134nope' > doc.dg; $tavidoc -v -o out doc.dg >&2; s=$?; ls out/images >&2; exit $s",
+              1,
+              "Processing doc.dg\nerror: docgen: doc.dg:7: \\nope: unknown command\nOutputting out/one.htm\nOutputting "
+              "out/two.htm\nerror: cannot open out/two.htm\nBrowserBack.png\n",
+              "one.htm "},
         Fault{"a page that shows an earlier version of another", Needs::Nothing,
               "mkdir out; echo old > out/one.htm; printf '\\134split{one}\\nx\\n\\134split{two}\\n\\134copyin "
               "out/one.htm\\n' > doc.dg; " RUN "; s=$?; grep -h old out/two.htm >&2; exit $s",

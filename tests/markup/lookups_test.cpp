@@ -73,10 +73,24 @@ std::string translated(std::string_view markup)
 
 TEST(FileCommands, AreFoundBeforeTranslation)
 {
-    for (const char *text : {"\\icon{A}", "a \\b{\\present x}", "\\copyin x", "\\\\this", "\\ic\\thison"})
-        EXPECT_TRUE(mayUseFiles(text)) << text;
-    for (const char *text : {"", "\\", "icon", "\\item \\this \\xref{\\this}", "\\pre \\i{con} \\this"})
-        EXPECT_FALSE(mayUseFiles(text)) << text;
+    struct Row
+    {
+        const char *text;
+        std::optional<std::size_t> last;
+    };
+    for (const Row &row : {
+             Row{"\\icon{A} \\icon{B} \\b{c}", 9},
+             Row{"a \\b{\\present x}", 5},
+             Row{"\\copyin x", 0},
+             Row{"\\\\this", 1},
+             Row{"\\ic\\thison", 3},
+             Row{"", {}},
+             Row{"\\", {}},
+             Row{"icon", {}},
+             Row{"\\item \\this \\xref{\\this}", {}},
+             Row{"\\pre \\i{con} \\this", {}},
+         })
+        EXPECT_EQ(lastFileCommand(row.text), row.last) << row.text;
 }
 
 TEST(Lookups, AreEscapedAndPutTogether)
