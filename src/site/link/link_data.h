@@ -106,7 +106,7 @@ struct NameEntry
     std::string kind; ///< "function", "page", ...
     LinkTarget owner; ///< what is above it in the contents: a class, header or document
     std::string address;
-    std::string qualifiedName; ///< with "::"; of a declaration
+    std::string qualifiedName = {}; ///< with "::"; of a declaration
 };
 
 /// What `render` without a record needs: the pages and files that belong to no record.
