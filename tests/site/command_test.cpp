@@ -64,6 +64,8 @@ INSTANTIATE_TEST_SUITE_P(
                    "tavidoc-site: build: unknown option \"--ouput\"; did you mean \"--output\"?\n"},
         CommandRow{"an option of another verb", "$site dump --strict x.tdr", 2,
                    "tavidoc-site: dump: unknown option \"--strict\"\n"},
+        CommandRow{"an unknown format", "$site export invntory -o x a.dg", 2,
+                   "tavidoc-site: export: expected \"inventory\" or \"tags\"\n"},
         CommandRow{"an option before the verb", "$site --versoin", 2,
                    "tavidoc-site: unknown option \"--versoin\"; did you mean \"--version\"?\n"},
         CommandRow{"no output", "$site build", 2, "tavidoc-site: build: expected --output PATH\n"},
@@ -91,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(SiteCommand, HelpAndVersionAreEverywhere)
 {
     SiteDirectory directory;
-    for (const std::string verb : {"build", "compile", "link", "render", "check", "dump"}) {
+    for (const std::string verb : {"build", "compile", "link", "render", "check", "export", "dump"}) {
         EXPECT_NE(directory.outputOf("$site --help").find("\n  " + verb + "  "), std::string::npos);
         EXPECT_EQ(directory.outputOf("$site " + verb + " --help").find("usage: tavidoc-site " + verb + " "), 0U);
         EXPECT_EQ(directory.outputOf("$site " + verb + " x y --version"), "tavidoc-site " TAVIDOC_VERSION "\n");

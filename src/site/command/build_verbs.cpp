@@ -107,7 +107,7 @@ int exportVerb(const Arguments &arguments)
     const auto *const format =
         std::ranges::find(s_exportFormats, operands.isEmpty() ? QString() : operands.takeFirst(), &ExportFormat::name);
     if (format == std::end(s_exportFormats))
-        throw UsageError{"export: expected inventory or tags"};
+        throw UsageError{"export: expected \"inventory\" or \"tags\""};
     return buildWithoutPages(arguments, operands, [&](const QString &cache) {
         updateWholeFile(output, format->bytes(readSharedLinks(cache + u"/link/"_s + sharedLinkFileName())));
     });
