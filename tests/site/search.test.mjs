@@ -111,10 +111,10 @@ test("what is there once is found by any right or nearly right query", async () 
 });
 
 test("addresses come back whole", async () => {
-  const addresses = ["a.htm", "api/ring/Buffer.push.htm", "api/ring/odd.htm", "x/y/tools.Buffer.htm", "q.html"];
-  const search = indexed(addresses.slice(0, 4).map((address, i) => ({name: ["zeta", "Buffer::push", "ring::odd2", "tools::Buffer"][i], address})));
+  const addresses = ["a.htm", "api/ring/Buffer.push.htm", "api/ring/odd.htm", "x/y/tools.Buffer.htm"];
+  const search = indexed(addresses.map((address, i) => ({name: ["zeta", "Buffer::push", "ring::odd2", "tools::Buffer"][i], address})));
   const rows = await Promise.all(["zeta", "push", "odd2", "buffer"].map(async query => (await found(search, query))[0].address));
-  assert.deepEqual(rows, addresses.slice(0, 4));
+  assert.deepEqual(rows, addresses);
 });
 
 test("when nothing is found the nearest name is shown as such", async () => {

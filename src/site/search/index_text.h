@@ -30,7 +30,7 @@ public:
 
     /// \a data, digits only, follows the text after a tab unless it is empty.
     void add(std::string_view text, std::string_view data);
-    /// Writes the last file and returns the first text of each file, or as much of it as tells it from the text
+    /// Writes the last file and returns the first text of each file, shortened to what distinguishes it from the text
     /// before, as one string with tabs.
     [[nodiscard]] std::string finish();
 

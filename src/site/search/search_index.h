@@ -34,7 +34,7 @@ using SearchFileSink = std::function<void(const std::string &name, std::string_v
 ///   root.js  what the others hold, see finish()
 ///   n0.js    names of pages, in blocks
 ///   t0.js    terms with their pages, sorted: "shared prefix, rest, TAB, pages, TAB, ..."
-///   w0.js    words of names and titles, sorted, without pages; for misspelt ones
+///   w0.js    words of names and titles, sorted, without pages; for misspelt queries
 ///   b0.js    the same words backward
 ///   x0.js    excerpts, in blocks of pages as they were added
 class SearchIndex
