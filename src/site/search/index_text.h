@@ -18,8 +18,8 @@ void appendScriptString(std::string &script, std::string_view text);
 /// Appends \a number in digits of base 64, five bits each, the lowest first; all but the last digit have 32 added.
 void appendNumber(std::string &script, std::uint64_t number);
 
-/// Divides sorted texts, each with some data, into files of at most s_shardSize bytes. A text is written as the length of
-/// the prefix that it shares with the one before, one digit, and the rest.
+/// Divides sorted texts, each with some data, into files of at most s_shardSize bytes. A text is written as one digit,
+/// the length of the prefix that it shares with the one before, and the rest.
 class ShardWriter
 {
 public:
