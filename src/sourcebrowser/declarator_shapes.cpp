@@ -1,7 +1,6 @@
 #include "sourcebrowser/declarators.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace tavidoc {
 
@@ -384,20 +383,6 @@ SourceBrowserType SourceBrowserDeclaratorReader::returnType(Index begin, Index e
             return type.type;
     }
     return {typeText(range(begin, end)), -1};
-}
-
-QString SourceBrowserDeclaratorReader::shared(QStringView text)
-{
-    if (text.isEmpty())
-        return {};
-    const qsizetype size = text.size();
-    const auto unit = [text](qsizetype at) { return static_cast<size_t>(text[at].unicode()); };
-    const size_t mix =
-        unit(0) * 31 + unit(size / 4) * 173 + unit(size / 2) * 7 + unit(size - 1 - size / 4) * 89 + unit(size - 1);
-    QString &kept = m_texts[(mix + static_cast<size_t>(size) * 61) % s_texts];
-    if (kept.size() != size || std::memcmp(kept.constData(), text.utf16(), static_cast<size_t>(size) * 2) != 0)
-        kept = text.toString();
-    return kept;
 }
 
 } // namespace tavidoc

@@ -1,6 +1,7 @@
 #include "sourcebrowser/declarators.h"
 
 #include <algorithm>
+#include <cstring>
 
 namespace tavidoc {
 
@@ -97,6 +98,20 @@ QString SourceBrowserDeclaratorReader::typeText(std::span<const Token> tokens)
     SourceBrowserTextBuffer text;
     appendTypeText(text, tokens);
     return text.view().toString();
+}
+
+QString SourceBrowserDeclaratorReader::shared(QStringView text)
+{
+    if (text.isEmpty())
+        return {};
+    const qsizetype size = text.size();
+    const auto unit = [text](qsizetype at) { return static_cast<size_t>(text[at].unicode()); };
+    const size_t mix =
+        unit(0) * 31 + unit(size / 4) * 173 + unit(size / 2) * 7 + unit(size - 1 - size / 4) * 89 + unit(size - 1);
+    QString &kept = m_texts[(mix + static_cast<size_t>(size) * 61) % s_texts];
+    if (kept.size() != size || std::memcmp(kept.constData(), text.utf16(), static_cast<size_t>(size) * 2) != 0)
+        kept = text.toString();
+    return kept;
 }
 
 bool SourceBrowserDeclaratorReader::isAngle(std::span<const Token> tokens, size_t at)
