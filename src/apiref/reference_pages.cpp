@@ -3,6 +3,7 @@
 #include "apiref/comment_findings.h"
 #include "apiref/comment_markup.h"
 #include "apiref/doc_gen_c_parser.h"
+#include "apiref/reference_text.h"
 #include "base/text_escape.h"
 #include "base/white_space.h"
 #include "markup/file_commands.h"
@@ -35,49 +36,16 @@ std::string stemOf(std::string_view name)
     return stem;
 }
 
-/// \a name with "." for every "::".
-std::string qualifiedByDots(std::string_view name)
+/// The qualified name, with dots, of the innermost scope that the comment of \a object sees.
+std::string insideOf(const SourceBrowserObject &object)
 {
-    std::string result;
-    for (std::size_t at = 0; at < name.size(); ++at) {
-        const bool colons = name.substr(at, 2) == "::";
-        result += colons ? '.' : name[at];
-        at += colons ? 1 : 0;
-    }
-    return result;
-}
-
-/// The qualified name of \a object with "::".
-std::string qualifiedByColons(const SourceBrowserObject &object)
-{
-    if (object.scope().isEmpty())
-        return object.name().toStdString();
-    return QString(object.scope()).replace(u'.', "::"_L1).toStdString() + "::" + object.name().toStdString();
+    const auto *const container = dynamic_cast<const SourceBrowserContainer *>(&object);
+    return qualifiedByDots((container != nullptr ? object.qualifiedName() : object.scope()).toStdString());
 }
 
 std::u16string_view utf16View(const QString &text)
 {
     return {reinterpret_cast<const char16_t *>(text.utf16()), static_cast<std::size_t>(text.size())};
-}
-
-/// The first sentence of \a html without tags, on one line: up to a full stop before white
-/// space, or all of it.
-std::string firstSentence(std::string_view html)
-{
-    std::string text;
-    while (!html.empty()) {
-        const char first = html.front();
-        const char next = html.size() > 1 ? html[1] : '\0';
-        const bool isTag = first == '<' && (next == '/' || isNameCharacter(next));
-        const std::size_t end = isTag ? html.find('>') : std::string_view::npos;
-        if (end == std::string_view::npos) {
-            if (isSpace(first) && text.ends_with('.'))
-                break;
-            text += first;
-        }
-        html.remove_prefix(end == std::string_view::npos ? 1 : end + 1);
-    }
-    return simplified(text);
 }
 
 } // namespace
@@ -97,8 +65,10 @@ void ReferencePages::make(const QStringList &exclusions)
 {
     const std::vector<SourceBrowserOverviewComment> overview = parse();
     select(exclusions);
-    for (const Documented &declaration : m_documented)
-        makePage(declaration);
+    if (m_surroundings.names == ReferenceNames::Qualified)
+        makeSharedPages();
+    else
+        std::ranges::for_each(m_documented, [this](const Documented &declaration) { makePage(declaration); });
     m_current = nullptr;
     m_pages.flush();
     if (!m_surroundings.split)
@@ -133,7 +103,8 @@ void ReferencePages::select(const QStringList &exclusions)
             warnOfEmptyComment(*object, name);
             continue;
         }
-        std::string stem = stemOf(name);
+        const bool isQualified = m_surroundings.names == ReferenceNames::Qualified && !object->scope().isEmpty();
+        std::string stem = stemOf(isQualified ? qualifiedByDots(object->qualifiedName().toStdString()) : name);
         m_stems.try_emplace(qualifiedByDots(name), stem);
         if (!object->scope().isEmpty())
             m_stems.try_emplace(qualifiedByDots(object->qualifiedName().toStdString()), stem);
@@ -143,27 +114,40 @@ void ReferencePages::select(const QStringList &exclusions)
 
 void ReferencePages::makePage(const Documented &declaration)
 {
-    m_current = &declaration;
     noteReplacedPage(declaration);
-    m_surroundings.contents.addLeaf(declaration.stem);
-    m_pages.open(declaration.stem);
-    m_pages.setTitle(declaration.name);
-    const std::string comment = declaration.object->documentation().toStdString();
-    if (m_facts) {
-        m_facts->placeContents(m_surroundings.contents.lines().size(), place(declaration.line));
-        m_facts->beginDeclaration(place(declaration.line), declarationKind(*declaration.object),
-                                  qualifiedByColons(*declaration.object));
-        tellUnusedText(comment, place(declaration.line), m_facts->listener());
-    }
-    const std::string markup = commentMarkup(comment, declaration.name);
-    SourceMap map;
-    map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
-    const std::string brief = translate(markup, map);
+    openPage(declaration);
+    const std::string brief = writeText(declaration);
     std::string description = brief.empty() ? firstSentence(m_blocks.firstParagraph()) : brief;
     if (m_facts && brief.empty())
         m_facts->setBrief(description);
     m_finished.insert_or_assign(declaration.stem, Finished{declaration.line, declaration.name, std::move(description),
                                                            m_facts ? m_facts->brief() : BriefFacts()});
+}
+
+/// Opens the page of \a declaration, with its leaf in the contents.
+void ReferencePages::openPage(const Documented &declaration)
+{
+    m_surroundings.contents.addLeaf(declaration.stem);
+    m_pages.open(declaration.stem);
+    m_pages.setTitle(declaration.name);
+    if (!m_facts)
+        return;
+    m_facts->placeContents(m_surroundings.contents.lines().size(), place(declaration.line));
+    m_facts->beginDeclaration(place(declaration.line), declarationKind(*declaration.object),
+                              qualifiedByColons(*declaration.object));
+}
+
+/// Translates the comment of \a declaration into the page text. The result is its `\brief` as HTML.
+std::string ReferencePages::writeText(const Documented &declaration)
+{
+    m_current = &declaration;
+    const std::string comment = declaration.object->documentation().toStdString();
+    if (m_facts)
+        tellUnusedText(comment, place(declaration.line), m_facts->listener());
+    const std::string markup = commentMarkup(comment, declaration.name);
+    SourceMap map;
+    map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
+    return translate(markup, map);
 }
 
 /// Translates \a markup into the page text. The result is its `\brief` as HTML.
@@ -287,7 +271,11 @@ void ReferencePages::warnOfEmptyComment(const SourceBrowserObject &object, const
 
 std::optional<std::string> ReferencePages::pageOf(std::string_view name) const
 {
-    const auto found = m_stems.find(qualifiedByDots(name));
+    const std::string wanted = qualifiedByDots(name);
+    const bool looksFromInside = m_surroundings.names == ReferenceNames::Qualified && m_current != nullptr;
+    if (const std::string *const stem = looksFromInside ? stemFrom(insideOf(*m_current->object), wanted) : nullptr)
+        return *stem;
+    const auto found = m_stems.find(wanted);
     return found == m_stems.end() ? std::nullopt : std::optional(found->second);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apiref/reference_names.h"
 #include "base/path.h"
 #include "base/text_map.h"
 #include "definitions/action_names.h"
@@ -32,6 +33,8 @@ namespace tavidoc {
 /// Makes the API reference of one header: a page for every documented declaration, a page for
 /// the header itself, and a contents file. A declaration is documented when its comment begins
 /// with "!" and its name is not excluded.
+///
+/// With qualified names, overloads and other declarations of one qualified name share a page, on which each has a heading.
 class ReferencePages : private Declarations
 {
 public:
@@ -45,7 +48,8 @@ public:
         const MessageSink &sink;
         MissingFiles *missing;      ///< null when missing files are not reported
         DocumentListener *listener; ///< null when nobody is told
-        QString outputDirectory;    ///< of the icons
+        ReferenceNames names;
+        QString outputDirectory; ///< of the icons
         std::string outputFormat;
         bool split; ///< also write a page and a contents file for the header, and frame all pages
         int baseHeadingLevel;
@@ -84,6 +88,11 @@ private:
     std::vector<SourceBrowserOverviewComment> parse();
     void select(const QStringList &exclusions);
     void makePage(const Documented &declaration);
+    void makeSharedPages();
+    void makeSharedPage(const std::vector<const Documented *> &declarations);
+    void openPage(const Documented &declaration);
+    std::string writeText(const Documented &declaration);
+    [[nodiscard]] const std::string *stemFrom(std::string scope, const std::string &name) const;
     std::string translate(std::string_view markup, SourceMap &map);
     void makeHeaderPage(const std::vector<SourceBrowserOverviewComment> &overview);
     void makeContentsFile();

@@ -204,6 +204,7 @@ void DocGen::documentHeader(const Path &input, const QStringList &exclusions)
                                  .sink = m_sink,
                                  .missing = m_missing.get(),
                                  .listener = m_listener,
+                                 .names = m_referenceNames,
                                  .outputDirectory = m_outputDirectory,
                                  .outputFormat = m_outputFormat.toStdString(),
                                  .split = m_splitFlag != 0,

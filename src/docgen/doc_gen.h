@@ -33,6 +33,7 @@ namespace tavidoc {
 class ActionNames;
 class Contents;
 class DocumentListener;
+enum class ReferenceNames;
 class MacroContext;
 class OutputQueue;
 class OutputSink;
@@ -145,6 +146,9 @@ public:
      */
     static void searchDirectoriesOnce(bool once);
 
+    /// Sets how the pages of declarations are named; Bare by default.
+    void setReferenceNames(ReferenceNames names) { m_referenceNames = names; }
+
 private:
     void makeFiles(MacroContext *macros, const Path &input, const QStringList &exclusions);
     void loadDefinitions(const Path &input);
@@ -160,6 +164,7 @@ private:
     MessageSink m_sink = printMessage;
     std::unique_ptr<MissingFiles> m_missing; // null: missing files are not reported
     DocumentListener *m_listener = nullptr;  // null: nobody is told
+    ReferenceNames m_referenceNames{};       // Bare
 };
 
 } // namespace tavidoc

@@ -1,5 +1,6 @@
 #include "site/compile/compile.h"
 
+#include "apiref/reference_names.h"
 #include "base/hexception.h"
 #include "base/path.h"
 #include "base/whole_file.h"
@@ -57,6 +58,7 @@ void document(const Path &input, InputListener &listener)
     generator.setMessageSink(sink);
     generator.setMissingFileSink(sink);
     generator.setListener(&listener);
+    generator.setReferenceNames(ReferenceNames::Qualified);
     generator.run(nullptr, 1, input, u"."_s, output, QString(), {});
 }
 

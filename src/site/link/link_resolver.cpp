@@ -110,6 +110,8 @@ LinkResolver::Resolution LinkResolver::resolvedAnchor(PageId from, PageId to, st
     std::string address = from == to ? std::string() : addressOf(from, to);
     if (heading)
         return ResolvedLink{0, std::move(address) + '#' + heading->id, heading->text};
+    if (std::ranges::binary_search(m_pages.page(to).anchors, anchor)) // written as HTML
+        return ResolvedLink{0, std::move(address) + '#' + std::string(anchor), std::string(link.target)};
     m_findings.add("dead-anchor", m_pages.recordOf(from), link.place,
                    "page " + inQuotes(m_pages.page(to).stem) + " has no heading with the id " + inQuotes(anchor));
     return ResolvedLink{0, from == to ? addressOf(from, to) : std::move(address), std::string(link.target)};
