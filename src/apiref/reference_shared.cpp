@@ -77,7 +77,9 @@ void ReferencePages::makeSharedPage(const std::vector<const Documented *> &decla
 const std::string *ReferencePages::stemFrom(std::string scope, const std::string &name) const
 {
     while (!scope.empty()) {
-        const auto found = m_stems.find(scope + '.' + name);
+        std::string qualified = scope;
+        qualified.append(".").append(name);
+        const auto found = m_stems.find(qualified);
         if (found != m_stems.end() && lastComponent(scope) != name)
             return &found->second;
         const std::size_t dot = scope.rfind('.');

@@ -21,12 +21,12 @@ std::string_view languageOf(std::string_view file)
     return language != nullptr ? *language->names.begin() : "plain";
 }
 
-QString fileName(std::string_view file)
+} // namespace
+
+QString listedFileName(std::string_view file)
 {
     return QString::fromUtf8(file.data(), static_cast<qsizetype>(file.size()));
 }
-
-} // namespace
 
 std::optional<PresentedFile> presentedFile(std::string_view file, std::string_view language)
 {
@@ -42,7 +42,7 @@ std::optional<PresentedFile> presentedFile(std::string_view file, std::string_vi
 
 std::optional<QByteArray> copiedFile(std::string_view file)
 {
-    std::optional<QByteArray> bytes = readRegularFile(fileName(file));
+    std::optional<QByteArray> bytes = readRegularFile(listedFileName(file));
     if (!bytes)
         return std::nullopt;
     return decodedSource(std::move(*bytes));

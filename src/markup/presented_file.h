@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 
 #include <optional>
 #include <string>
@@ -24,6 +25,9 @@ struct PresentedFile
 /// Reads \a file to be copied into a page: UTF-8, its line ends as they are. Nothing when it
 /// cannot be read.
 [[nodiscard]] std::optional<QByteArray> copiedFile(std::string_view file);
+
+/// The name of \a file, which is UTF-8.
+[[nodiscard]] QString listedFileName(std::string_view file);
 
 /// What a page says in place of a \a file that cannot be read.
 [[nodiscard]] std::string notFoundText(std::string_view file);

@@ -39,11 +39,6 @@ std::string_view suffixOf(std::string_view file)
     return dot == std::string_view::npos ? std::string_view() : name.substr(dot + 1);
 }
 
-QString fileName(std::string_view file)
-{
-    return QString::fromUtf8(file.data(), static_cast<qsizetype>(file.size()));
-}
-
 std::string cannotOpen(std::string_view file)
 {
     return "cannot open \"" + std::string(file) + "\"";
@@ -106,7 +101,7 @@ void Translator::present(const Command &)
         return errorMarker("the argument is missing");
     const std::optional<PresentedFile> presented = presentedFile(file, language);
     if (m_facts != nullptr)
-        m_facts->listener().file(fileName(file), presented.has_value());
+        m_facts->listener().file(listedFileName(file), presented.has_value());
     if (presented)
         return writeListing({presented->text.constData(), static_cast<std::size_t>(presented->text.size())},
                             presented->language, language.empty() ? suffixOf(file) : language);
@@ -123,12 +118,12 @@ void Translator::copyFile(const Command &)
     m_blocks.setMode(BlockMode::None);
     const std::optional<QByteArray> text = copiedFile(file);
     if (m_facts != nullptr)
-        m_facts->listener().file(fileName(file), text.has_value());
+        m_facts->listener().file(listedFileName(file), text.has_value());
     if (text) {
         const std::string_view html(text->constData(), static_cast<std::size_t>(text->size()));
         write(html);
         if (m_facts != nullptr && DocumentFacts::hasTag(html))
-            m_facts->addHtml(m_blocks.text(), html.size(), {fileName(file), 1});
+            m_facts->addHtml(m_blocks.text(), html.size(), {listedFileName(file), 1});
         return;
     }
     error(cannotOpen(file));

@@ -135,7 +135,7 @@ private:
                 error.messages.push_back(*failure);
         }
         if (!error.messages.empty())
-            throw error;
+            throw BuildError(std::move(error));
     }
 
     /// A hash of everything that is linked.

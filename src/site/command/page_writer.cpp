@@ -129,8 +129,8 @@ void PageWriter::throwFailures(const std::vector<Stale> &stale, const std::vecto
         }
     }
     if (!damaged.inputs.empty())
-        throw damaged;
-    throw error;
+        throw DamagedRecords(std::move(damaged));
+    throw BuildError(std::move(error));
 }
 
 std::vector<StagedFile> PageWriter::rendered(std::size_t part, const LinkedSite &site, const std::string &prefix)
@@ -146,7 +146,7 @@ std::vector<StagedFile> PageWriter::rendered(std::size_t part, const LinkedSite 
     return files;
 }
 
-void PageWriter::keep(const Stale &stale, std::vector<StagedFile> files)
+void PageWriter::keep(const Stale &stale, std::vector<StagedFile> &&files)
 {
     CachedPart &part = m_parts[stale.part];
     part = {stale.key, {}};

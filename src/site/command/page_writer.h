@@ -59,7 +59,7 @@ private:
     void throwFailures(const std::vector<Stale> &stale, const std::vector<std::string> &failures) const;
     /// Renders \a part in a worker. Names of staged files begin with \a prefix.
     std::vector<StagedFile> rendered(std::size_t part, const LinkedSite &site, const std::string &prefix);
-    void keep(const Stale &stale, std::vector<StagedFile> files);
+    void keep(const Stale &stale, std::vector<StagedFile> &&files);
     void copyFiles();
     /// Notes in the state that \a files are about to be written, so that the next build knows them as its own even if
     /// this one is killed.

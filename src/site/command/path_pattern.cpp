@@ -18,7 +18,7 @@ bool matchesName(std::string_view name, std::string_view pattern)
         return false;
     std::size_t at = 0;
     std::size_t next = 0;
-    std::size_t star = pattern.npos; // the last "*", and what it matches so far
+    std::size_t star = std::string_view::npos; // the last "*", and what it matches so far
     std::size_t starEnd = 0;
     while (at < name.size()) {
         if (next < pattern.size() && pattern[next] == '*') {
@@ -27,14 +27,14 @@ bool matchesName(std::string_view name, std::string_view pattern)
         } else if (next < pattern.size() && (pattern[next] == '?' || pattern[next] == name[at])) {
             ++next;
             ++at;
-        } else if (star != pattern.npos) {
+        } else if (star != std::string_view::npos) {
             next = star + 1;
             at = ++starEnd;
         } else {
             return false;
         }
     }
-    return pattern.find_first_not_of('*', next) == pattern.npos;
+    return pattern.find_first_not_of('*', next) == std::string_view::npos;
 }
 
 std::vector<std::string_view> parts(std::string_view pattern)
@@ -79,8 +79,7 @@ public:
                 visit(place);
         }
         std::ranges::sort(m_files);
-        const auto rest = std::ranges::unique(m_files);
-        m_files.erase(rest.begin(), rest.end());
+        m_files.erase(std::unique(m_files.begin(), m_files.end()), m_files.end());
         return std::move(m_files);
     }
 
@@ -151,7 +150,7 @@ private:
 
 bool isPattern(std::string_view pattern)
 {
-    return pattern.find_first_of("*?") != pattern.npos;
+    return pattern.find_first_of("*?") != std::string_view::npos;
 }
 
 std::vector<std::string> matchingFiles(const std::string &directory, std::string_view pattern)

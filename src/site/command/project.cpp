@@ -27,7 +27,7 @@ Project projectOfInputs(const QStringList &inputs)
             project.inputs.push_back({file, {}, {}});
     }
     if (!error.messages.empty())
-        throw error;
+        throw ProjectError(std::move(error));
     return project;
 }
 

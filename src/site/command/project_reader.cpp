@@ -18,7 +18,7 @@ constexpr std::string_view s_name = "{name}"; // in a folder: the name of the in
 constexpr std::pair<std::string_view, CheckLevel> s_levels[] = {
     {"error", CheckLevel::Error}, {"warning", CheckLevel::Warning}, {"off", CheckLevel::Off}};
 
-std::string quoted(std::string_view text)
+std::string inQuotes(std::string_view text)
 {
     return std::string("\"").append(text).append("\"");
 }
@@ -28,7 +28,7 @@ std::string folderOf(std::string folder, std::string_view file)
 {
     std::string_view name = fileNameOf(file);
     name = name.substr(0, name.find('.'));
-    for (std::size_t at = folder.find(s_name); at != folder.npos; at = folder.find(s_name, at + name.size()))
+    for (std::size_t at = folder.find(s_name); at != std::string_view::npos; at = folder.find(s_name, at + name.size()))
         folder.replace(at, s_name.size(), name);
     return folder;
 }
@@ -92,7 +92,7 @@ Project ProjectReader::read(std::string_view text)
     ProjectError error{{}, m_status};
     for (auto &[place, message] : m_messages)
         error.messages.push_back(std::move(message));
-    throw error;
+    throw ProjectError(std::move(error));
 }
 
 void ProjectReader::readTable(const toml::node &value, std::span<const Key> keys)
@@ -109,7 +109,7 @@ void ProjectReader::readTable(const toml::node &value, std::span<const Key> keys
         std::vector<std::string_view> names;
         for (const Key &known : keys)
             names.push_back(known.name);
-        report(key.source(), "unknown key " + quoted(key.str()) + suggestion(key.str(), names));
+        report(key.source(), "unknown key " + inQuotes(key.str()) + suggestion(key.str(), names));
     }
 }
 
@@ -136,8 +136,8 @@ void ProjectReader::readUrl(const toml::node &value)
         return;
     const std::string_view rest = std::string_view(url).substr(std::min(url.size(), url.find("://") + 3));
     if ((!url.starts_with("https://") && !url.starts_with("http://")) || rest.empty() ||
-        url.find_first_of(" \"<>?#") != url.npos)
-        return report(value.source(), "invalid url " + quoted(url) + ": expected https://HOST/PATH/");
+        url.find_first_of(" \"<>?#") != std::string_view::npos)
+        return report(value.source(), "invalid url " + inQuotes(url) + ": expected https://HOST/PATH/");
     if (!url.ends_with('/'))
         url += '/';
     m_project.settings.url = url;
@@ -153,7 +153,7 @@ void ProjectReader::readLanguage(const toml::node &value)
         return;
     if (!std::ranges::all_of(language, isLetter))
         return report(value.source(),
-                      "invalid language " + quoted(language) + ": expected a tag like \"en\" or \"pt-BR\"");
+                      "invalid language " + inQuotes(language) + ": expected a tag like \"en\" or \"pt-BR\"");
     m_project.settings.language = language;
 }
 
@@ -193,7 +193,7 @@ void ProjectReader::readInputFolder(const toml::node &value)
     if (isInside(folderOf(folder, "name")))
         m_inputFolder = folder;
     else
-        report(value.source(), "invalid folder " + quoted(folder) + ": expected names separated by \"/\"");
+        report(value.source(), "invalid folder " + inQuotes(folder) + ": expected names separated by \"/\"");
 }
 
 void ProjectReader::addInput(const std::string &file, const toml::node &value)
@@ -212,7 +212,7 @@ void ProjectReader::readCopies(const toml::node &value)
 {
     for (const auto &[pattern, node] : texts(value)) {
         if (pattern.starts_with('/') || ("/" + pattern + "/").find("/../") != std::string::npos) {
-            report(node->source(), "invalid path " + quoted(pattern) + ": expected a path below the project file");
+            report(node->source(), "invalid path " + inQuotes(pattern) + ": expected a path below the project file");
             continue;
         }
         for (const std::string &file : files(pattern, *node)) {
@@ -220,7 +220,7 @@ void ProjectReader::readCopies(const toml::node &value)
             if (isInside(address))
                 m_project.settings.assets.push_back({file, address});
             else
-                report(node->source(), "the name of " + quoted(file) + " is not possible on all systems");
+                report(node->source(), "the name of " + inQuotes(file) + " is not possible on all systems");
         }
     }
 }
@@ -248,7 +248,7 @@ void ProjectReader::readCheck(const toml::key &key, const toml::node &value)
         std::vector<std::string_view> names = {autolink};
         for (const Check &check : checks())
             names.push_back(check.name);
-        return report(key.source(), "unknown check " + quoted(key.str()) + suggestion(key.str(), names));
+        return report(key.source(), "unknown check " + inQuotes(key.str()) + suggestion(key.str(), names));
     }
     const std::string level = value.value_or(std::string());
     const auto found = std::ranges::find(s_levels, level, &std::pair<std::string_view, CheckLevel>::first);
@@ -268,9 +268,9 @@ void ProjectReader::readRedirects(const toml::node &value)
         if (to.empty())
             continue;
         if (!isInside(from))
-            report(key.source(), "invalid page " + quoted(from) + ": expected names separated by \"/\"");
+            report(key.source(), "invalid page " + inQuotes(from) + ": expected names separated by \"/\"");
         else if (!isInside(to))
-            report(entry.source(), "invalid page " + quoted(to) + ": expected names separated by \"/\"");
+            report(entry.source(), "invalid page " + inQuotes(to) + ": expected names separated by \"/\"");
         else
             m_project.settings.redirects[from] = to;
     }
@@ -308,7 +308,7 @@ std::vector<std::string> ProjectReader::files(const std::string &pattern, const 
         for (const std::string &file : matchingFiles(m_directory, pattern))
             found.push_back(resolved(file));
         if (found.empty())
-            report(value.source(), "no file matches " + quoted(pattern));
+            report(value.source(), "no file matches " + inQuotes(pattern));
         return found;
     }
     const std::string file = resolved(pattern);
@@ -332,7 +332,7 @@ void ProjectReader::report(const toml::source_region &source, const std::string 
 
 void ProjectReader::reportUnreadable(const toml::source_region &source, const std::string &file)
 {
-    add(source, "cannot read " + quoted(file));
+    add(source, "cannot read " + inQuotes(file));
 }
 
 void ProjectReader::add(const toml::source_region &source, const std::string &message)

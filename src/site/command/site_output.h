@@ -58,7 +58,7 @@ public:
     void publish(const StagedFile &file) const;
 
     /// Removes the file at \a address, if it is as it was written, and the directories that become empty.
-    bool remove(const std::string &address) const;
+    [[nodiscard]] bool remove(const std::string &address) const;
 
 private:
     /// Creates the directory for the file \a path, at which there may not be a directory.

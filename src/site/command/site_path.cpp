@@ -7,7 +7,7 @@ namespace tavidoc {
 bool isInside(std::string_view path)
 {
     constexpr std::string_view forbidden("\0\\:*?\"<>|\n\r\t", 12);
-    if (path.find_first_of(forbidden) != path.npos)
+    if (path.find_first_of(forbidden) != std::string_view::npos)
         return false;
     for (;;) {
         const std::size_t end = std::min(path.find('/'), path.size());

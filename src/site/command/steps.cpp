@@ -27,8 +27,8 @@ namespace {
 class LinkWriter
 {
 public:
-    LinkWriter(const std::vector<Record> &records, const QString &directory)
-        : m_records(records), m_directory(directory),
+    LinkWriter(const std::vector<Record> &records, QString directory)
+        : m_records(records), m_directory(std::move(directory)),
           m_search([this](const std::string &name, std::string_view bytes) { writeSearch(name, bytes); })
     {
         if (!QDir().mkpath(path(s_search)))

@@ -204,8 +204,7 @@ void BodyReader::closeHeading()
 void BodyReader::assignIds()
 {
     std::ranges::sort(m_result.anchors);
-    const auto repeated = std::ranges::unique(m_result.anchors);
-    m_result.anchors.erase(repeated.begin(), repeated.end());
+    m_result.anchors.erase(std::unique(m_result.anchors.begin(), m_result.anchors.end()), m_result.anchors.end());
     HeadingIds ids;
     for (const std::string &anchor : m_result.anchors)
         ids.reserve(anchor);

@@ -241,7 +241,7 @@ void InputListener::message(const Message &message)
                place({QString::fromStdString(message.file), message.line}), message.text);
 }
 
-void InputListener::addFinding(std::string_view check, const RecordPlace &place, std::string text)
+void InputListener::addFinding(std::string_view check, const RecordPlace &place, std::string_view text)
 {
     m_record.head.findings.push_back({std::string(check), place, simplified(text)});
 }
@@ -282,7 +282,7 @@ void InputListener::readContents()
 {
     m_record.head.contents = contentsEntries(
         m_contents, [this](const std::string &stem) { return m_lines.contains(stem); },
-        [this](const RecordPlace &place, std::string text) { addFinding("contents-xml", place, std::move(text)); });
+        [this](const RecordPlace &place, std::string_view text) { addFinding("contents-xml", place, text); });
 }
 
 } // namespace tavidoc

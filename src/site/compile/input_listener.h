@@ -21,13 +21,13 @@ public:
     /// \a input is the input as it was given.
     explicit InputListener(const QString &input);
 
-    void page(const DocumentPage &page) override;
-    void contentsLine(std::string_view line, const DocumentPlace &place) override;
+    void page(const DocumentPage &told) override;
+    void contentsLine(std::string_view line, const DocumentPlace &at) override;
     void icon(std::string_view name, const QByteArray &bytes) override;
     void file(const QString &name, bool wasFound) override;
     void finding(const DocumentFinding &finding) override;
     void message(const Message &message);
-    void addFinding(std::string_view check, const RecordPlace &place, std::string text);
+    void addFinding(std::string_view check, const RecordPlace &place, std::string_view text);
 
     /// The record, when the whole document has been told.
     [[nodiscard]] RecordWithBodies takeRecord();

@@ -58,7 +58,7 @@ void appendEntry(std::string &lines, const NameEntry &entry)
     if (type == std::end(s_objectTypes))
         return;
     appendObject(lines, name, type->cpp, entry, {});
-    if (name.find("::") == name.npos)
+    if (name.find("::") == std::string_view::npos)
         appendObject(lines, name, type->c, entry, {});
 }
 

@@ -39,7 +39,7 @@ std::string_view memberKind(std::string_view kind)
 std::string_view scopeOf(std::string_view qualifiedName)
 {
     const std::size_t separator = qualifiedName.rfind("::");
-    return separator == qualifiedName.npos ? std::string_view() : qualifiedName.substr(0, separator);
+    return separator == std::string_view::npos ? std::string_view() : qualifiedName.substr(0, separator);
 }
 
 class TagWriter

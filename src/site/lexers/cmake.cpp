@@ -59,7 +59,7 @@ void takeWord(ListingScanner &scanner, bool isCommand)
 {
     constexpr std::string_view ends = " \t\n()\"#$;\\";
     const std::size_t begin = scanner.offset();
-    const std::size_t end = scanner.whileIs([&](char c) { return ends.find(c) == ends.npos; }, begin);
+    const std::size_t end = scanner.whileIs([&](char c) { return ends.find(c) == std::string_view::npos; }, begin);
     const std::string_view text = scanner.text(begin, end);
     const auto isCapital = [](char c) { return (c >= 'A' && c <= 'Z') || c == '_'; };
     if (isCommand)

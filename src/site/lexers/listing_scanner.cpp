@@ -12,7 +12,7 @@ std::size_t ListingScanner::lineEnd(std::size_t from) const
 std::size_t ListingScanner::after(std::string_view closing, std::size_t from) const
 {
     const std::size_t at = m_text.find(closing, from);
-    return at == m_text.npos ? m_text.size() : at + closing.size();
+    return at == std::string_view::npos ? m_text.size() : at + closing.size();
 }
 
 std::size_t ListingScanner::afterBlanks(std::size_t from) const

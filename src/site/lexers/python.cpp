@@ -19,7 +19,7 @@ std::size_t stringPrefix(const ListingScanner &scanner)
 {
     constexpr std::string_view letters = "rRbBuUfF";
     std::size_t length = 0;
-    while (length < 3 && scanner.peek(length) != 0 && letters.find(scanner.peek(length)) != letters.npos)
+    while (length < 3 && scanner.peek(length) != 0 && letters.find(scanner.peek(length)) != std::string_view::npos)
         ++length;
     const char quote = scanner.peek(length);
     return length < 3 && (quote == '"' || quote == '\'') ? length : std::string_view::npos;
@@ -72,7 +72,7 @@ void step(ListingScanner &scanner)
     else if (isWordCharacter(c))
         takeWord(scanner);
     else
-        scanner.take(1, s_operators.find(c) != s_operators.npos && c != 0 ? Operator : Plain);
+        scanner.take(1, s_operators.find(c) != std::string_view::npos && c != 0 ? Operator : Plain);
 }
 
 } // namespace

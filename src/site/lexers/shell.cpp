@@ -171,7 +171,7 @@ void ShellLexer::word()
 {
     constexpr std::string_view ends = " \t\n\"'`$|&;<>()\\";
     const std::size_t begin = m_scanner.offset();
-    const std::size_t end = m_scanner.whileIs([&](char c) { return ends.find(c) == ends.npos; }, begin);
+    const std::size_t end = m_scanner.whileIs([&](char c) { return ends.find(c) == std::string_view::npos; }, begin);
     const std::string_view text = m_scanner.text(begin, end);
     const std::size_t nameEnd = m_scanner.whileIs(isNamePart, begin);
     if (m_scanner.charAt(nameEnd) == '=' && m_isCommand && nameEnd > begin) {

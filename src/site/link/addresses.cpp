@@ -76,7 +76,7 @@ std::string relativeAddress(std::string_view from, std::string_view to)
 std::string_view directoryOf(std::string_view path)
 {
     const std::size_t slash = path.rfind('/');
-    return slash == path.npos ? std::string_view() : path.substr(0, slash);
+    return slash == std::string_view::npos ? std::string_view() : path.substr(0, slash);
 }
 
 std::optional<std::string> joinedPath(std::string_view directory, std::string_view relative)
@@ -104,7 +104,8 @@ std::string cleanedPath(std::string_view directory, std::string_view relative)
 std::string schemeOf(std::string_view target)
 {
     const std::size_t colon = target.find(':');
-    if (colon == target.npos || colon < 2 || !isLetter(target[0]) || target.substr(colon + 1).starts_with(':'))
+    if (colon == std::string_view::npos || colon < 2 || !isLetter(target[0]) ||
+        target.substr(colon + 1).starts_with(':'))
         return {};
     std::string scheme(target.substr(0, colon));
     for (char &c : scheme) {

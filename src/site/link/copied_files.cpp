@@ -69,7 +69,7 @@ std::vector<ResolvedImage> CopiedFiles::resolvedImages(PageId page, std::vector<
 std::string CopiedFiles::addressOf(const RecordImage &image, std::uint32_t record, std::vector<CopiedFile> &copied)
 {
     const Record &owner = m_pages.records()[record];
-    const std::string wanted = wantedAddress(owner.folder, image.source);
+    std::string wanted = wantedAddress(owner.folder, image.source);
     if (image.isIcon)
         return wanted; // rendering writes it there
     const std::string file = cleanedPath(directoryOf(owner.input), image.source);

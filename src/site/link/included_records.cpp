@@ -11,7 +11,7 @@ constexpr std::string_view s_suffix = ".xml";
 /// \a file without its directory and without what follows its first dot, as contents files are named.
 std::string_view baseName(std::string_view file)
 {
-    file.remove_prefix(directoryOf(file).size() + (file.find('/') == file.npos ? 0 : 1));
+    file.remove_prefix(directoryOf(file).size() + (file.find('/') == std::string_view::npos ? 0 : 1));
     return file.substr(0, file.find('.'));
 }
 

@@ -90,7 +90,7 @@ LinkResolver::Resolution LinkResolver::resolvedInSet(PageId from, const RecordLi
     if (found.page != s_noPage)
         return ResolvedLink{0, addressOf(from, found.page), captionOf(found, target)};
     const std::size_t hash = target.rfind('#');
-    if (!found.isAmbiguous && hash != target.npos) {
+    if (!found.isAmbiguous && hash != std::string_view::npos) {
         found = m_finder.find(target.substr(0, hash), use);
         if (found.page != s_noPage)
             return resolvedAnchor(from, found.page, target.substr(hash + 1), link);

@@ -27,7 +27,7 @@ NameIndex::NameIndex(const PageSet &pages) : m_pages(pages), m_names(pages.count
 std::vector<NameIndex::Entry> NameIndex::collectedEntries()
 {
     std::vector<Entry> entries;
-    entries.reserve(3 * m_pages.count());
+    entries.reserve(std::size_t(3) * m_pages.count());
     for (PageId page = 0; page < m_pages.count(); ++page) {
         if (m_pages.isWritten(page))
             addPage(entries, page);
@@ -51,12 +51,12 @@ void NameIndex::addPage(std::vector<Entry> &entries, PageId page)
     std::size_t end = name.size();
     for (int count = 0; count < s_mostBareNames && end > 0; ++count) {
         const std::size_t separator = name.rfind("::", end - 1);
-        if (separator == name.npos)
+        if (separator == std::string_view::npos)
             break;
         add(NameKind::Bare, name.substr(separator + 2));
         end = separator;
     }
-    if (name.find("::") == name.npos)
+    if (name.find("::") == std::string_view::npos)
         add(NameKind::Bare, name);
 }
 
@@ -87,8 +87,8 @@ std::span<const NamedPage> NameIndex::find(NameKind kind, std::string_view name,
     const std::span<const NamedPage> all(m_namedPages.data() + m_firstOfName[id],
                                          m_firstOfName[id + 1] - m_firstOfName[id]);
     const auto equal = [](std::span<const NamedPage> range, auto member, auto value) {
-        const auto found = std::ranges::equal_range(range, value, {}, member);
-        return std::span<const NamedPage>(found.begin(), found.end());
+        const auto begin = std::ranges::lower_bound(range, value, {}, member);
+        return std::span<const NamedPage>(begin, std::ranges::upper_bound(begin, range.end(), value, {}, member));
     };
     const auto ofKind = equal(all, &NamedPage::kind, kind);
     const auto inFolder = equal(ofKind, &NamedPage::folder, seeker.folder);

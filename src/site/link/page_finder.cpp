@@ -51,7 +51,7 @@ FoundPage PageFinder::find(std::string_view target, const NameUse &use)
     if (const auto candidates = m_names.find(NameKind::Title, target, seeker); !candidates.empty())
         return chosen(candidates, target, use);
     std::string_view name = withoutArguments(target);
-    const std::string changed = name.find('.') == name.npos ? std::string() : withColons(name);
+    const std::string changed = name.find('.') == std::string_view::npos ? std::string() : withColons(name);
     name = changed.empty() ? name : changed;
     for (const NameKind kind : {NameKind::Qualified, NameKind::Bare}) {
         if (const auto candidates = m_names.find(kind, name, seeker); !candidates.empty())
@@ -69,7 +69,7 @@ FoundPage PageFinder::findNamed(std::string_view name, const NameUse &use)
     const auto candidates = m_names.find(NameKind::Stem, name, seeker);
     if (!candidates.empty() && candidates.front().folder == seeker.folder)
         return chosen(candidates, name, use);
-    if (name.find('/') != name.npos) {
+    if (name.find('/') != std::string_view::npos) {
         if (const PageId page = atPath(name, use); page != s_noPage)
             return {page, NameKind::Stem};
     }
@@ -98,7 +98,9 @@ FoundPage PageFinder::chosen(std::span<const NamedPage> candidates, std::string_
     for (std::size_t i = 0; i < std::min(candidates.size(), s_mostCandidates); ++i) {
         const std::string &folder = m_pages.records()[candidates[i].record].folder;
         const std::string &stem = m_pages.page(candidates[i].page).stem;
-        text += (i == 0 ? "" : ", ") + inQuotes(folder.empty() ? stem : folder + '/' + stem);
+        std::string path = folder;
+        path.append(folder.empty() ? "" : "/").append(stem);
+        text.append(i == 0 ? "" : ", ").append(inQuotes(path));
     }
     if (candidates.size() > s_mostCandidates)
         text += " and " + std::to_string(candidates.size() - s_mostCandidates) + " more";

@@ -62,7 +62,7 @@ std::string shortened(std::string_view name, std::string_view original)
     const QByteArrayView bytes(original.data(), static_cast<qsizetype>(original.size()));
     const QByteArray hash = QCryptographicHash::hash(bytes.toByteArray(), QCryptographicHash::Sha256).first(16).toHex();
     std::string_view kept = name.substr(0, s_keptOfLongName);
-    if (const std::size_t escape = kept.rfind('~'); escape != kept.npos && escape + 3 > kept.size())
+    if (const std::size_t escape = kept.rfind('~'); escape != std::string_view::npos && escape + 3 > kept.size())
         kept = kept.substr(0, escape);
     return std::string(kept) + "~~" + hash.toStdString();
 }
@@ -84,8 +84,8 @@ void appendComponent(std::string &path, std::string_view component, DotAtEnd dot
     const bool endsLikePage = dotAtEnd == DotAtEnd::Encoded && component.ends_with(".htm");
     const std::size_t lastDot = dotAtEnd == DotAtEnd::Encoded && component.back() == '.' ? component.size() - 1
                                 : endsLikePage                                           ? component.size() - 4
-                                                                                         : component.npos;
-    if (!isReserved && lastDot == component.npos && component.size() <= s_longestComponent &&
+                                                                                         : std::string_view::npos;
+    if (!isReserved && lastDot == std::string_view::npos && component.size() <= s_longestComponent &&
         std::ranges::all_of(component, isKept)) {
         path += component;
         return;
@@ -105,7 +105,7 @@ void appendPath(std::string &result, std::string_view path, DotAtEnd dotAtEnd)
 {
     while (true) {
         const std::size_t slash = path.find('/');
-        if (slash == path.npos)
+        if (slash == std::string_view::npos)
             break;
         appendComponent(result, path.substr(0, slash), DotAtEnd::Encoded);
         result += '/';
@@ -114,9 +114,9 @@ void appendPath(std::string &result, std::string_view path, DotAtEnd dotAtEnd)
     appendComponent(result, path, dotAtEnd);
 }
 
-std::string notTooLong(std::string result, std::string_view original)
+std::string notTooLong(std::string &&result, std::string_view original)
 {
-    return result.size() > s_longestPath ? shortened({}, original) : result;
+    return result.size() > s_longestPath ? shortened({}, original) : std::move(result);
 }
 
 } // namespace

@@ -43,7 +43,7 @@ std::string_view indexName(const PageSet &pages, PageId page)
         return pages.title(page);
     const std::string_view name = named.qualifiedName;
     const std::size_t separator = name.rfind("::");
-    return separator == name.npos || separator + 2 == name.size() ? name : name.substr(separator + 2);
+    return separator == std::string_view::npos || separator + 2 == name.size() ? name : name.substr(separator + 2);
 }
 
 std::string kindOf(const RecordPage &page)

@@ -43,7 +43,7 @@ void FieldPrinter::printText(std::string_view name, std::string_view text)
     if (text.empty())
         return;
     beginLine(name);
-    if (text.find('\n') == text.npos) {
+    if (text.find('\n') == std::string_view::npos) {
         m_text += ' ';
         appendPrintable(m_text, text);
         m_text += '\n';

@@ -15,9 +15,7 @@ public:
     {
         if constexpr (std::is_same_v<T, std::string>)
             printText(name, value);
-        else if constexpr (std::is_enum_v<T>)
-            printNumber(name, static_cast<std::int64_t>(value));
-        else if constexpr (std::is_integral_v<T>)
+        else if constexpr (std::is_enum_v<T> || std::is_integral_v<T>)
             printNumber(name, static_cast<std::int64_t>(value));
         else if constexpr (isList<T>)
             printList(name, value);

@@ -84,20 +84,20 @@ std::uint64_t checksum(QByteArrayView bytes)
     constexpr std::uint64_t factor = 0x9E3779B97F4A7C15U;
     constexpr std::size_t lanes = 4;
     std::uint64_t sums[lanes] = {1, 2, 3, 4};
-    const auto add = [](std::uint64_t sum, std::uint64_t word) { return std::rotl((sum ^ word) * factor, 29); };
+    const auto mixed = [](std::uint64_t state, std::uint64_t next) { return std::rotl((state ^ next) * factor, 29); };
     const char *at = bytes.data();
-    std::size_t left = static_cast<std::size_t>(bytes.size());
+    auto left = static_cast<std::size_t>(bytes.size());
     for (; left >= sizeof sums; left -= sizeof sums) {
         for (std::uint64_t &sum : sums) {
-            sum = add(sum, qFromLittleEndian<quint64>(at));
+            sum = mixed(sum, qFromLittleEndian<quint64>(at));
             at += sizeof sum;
         }
     }
-    std::uint64_t total = static_cast<std::uint64_t>(bytes.size());
+    auto total = static_cast<std::uint64_t>(bytes.size());
     for (const std::uint64_t sum : sums)
-        total = add(total, sum);
+        total = mixed(total, sum);
     for (; left != 0; --left)
-        total = add(total, static_cast<unsigned char>(*at++));
+        total = mixed(total, static_cast<unsigned char>(*at++));
     return total;
 }
 

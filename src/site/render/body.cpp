@@ -73,13 +73,13 @@ void RecordedEdits::heading(const RecordHeading &heading, bool hasSelfLink)
     if (!isInside(heading.offset, 4) || !m_body.substr(heading.offset).starts_with("<h"))
         return;
     const std::size_t textBegin = tagEnd(m_body, heading.offset);
-    if (textBegin == m_body.npos || attributeValue(m_body, heading.offset, "id").found)
+    if (textBegin == std::string_view::npos || attributeValue(m_body, heading.offset, "id").found)
         return;
     insert(heading.offset + 3, " id=\"" + escapedText(heading.id) + "\"");
     const char closing[] = {'<', '/', 'h', m_body[heading.offset + 2], '>', 0};
     const std::size_t textEnd = m_body.find(closing, textBegin);
-    if (!hasSelfLink || textEnd == m_body.npos ||
-        m_body.substr(textBegin, textEnd - textBegin).find("<a") != m_body.npos)
+    if (!hasSelfLink || textEnd == std::string_view::npos ||
+        m_body.substr(textBegin, textEnd - textBegin).find("<a") != std::string_view::npos)
         return;
     insert(textBegin, "<a class=\"self\" href=\"#" + escapedText(heading.id) + "\">");
     insert(textEnd, "</a>");
@@ -94,7 +94,7 @@ void RecordedEdits::link(const RecordLink &link, const ResolvedLink &resolved)
         return;
     const AttributeValue target = attributeValue(element, link.offset, "href");
     const std::size_t captionBegin = tagEnd(element, link.offset);
-    if (!target.found || captionBegin == element.npos)
+    if (!target.found || captionBegin == std::string_view::npos)
         return;
     if (resolved.address.empty()) {
         if (link.kind == RecordLink::Kind::Open)

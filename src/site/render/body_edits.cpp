@@ -33,7 +33,7 @@ AttributeValue valueAt(std::string_view html, std::size_t at)
 {
     if (at < html.size() && (html[at] == '"' || html[at] == '\'')) {
         const std::size_t end = html.find(html[at], at + 1);
-        return {at + 1, end == html.npos ? 0 : end - at - 1, end != html.npos};
+        return {at + 1, end == std::string_view::npos ? 0 : end - at - 1, end != std::string_view::npos};
     }
     const std::size_t end = std::min(html.find_first_of(" \t\r\n>", at), html.size());
     return {at, end - at, true};
@@ -61,12 +61,12 @@ std::size_t tagEnd(std::string_view html, std::size_t offset)
 {
     for (std::size_t at = offset;;) {
         at = html.find_first_of(">\"'", at);
-        if (at == html.npos)
+        if (at == std::string_view::npos)
             return at;
         if (html[at] == '>')
             return at + 1;
         at = html.find(html[at], at + 1);
-        if (at == html.npos)
+        if (at == std::string_view::npos)
             return at;
         ++at;
     }
@@ -75,7 +75,7 @@ std::size_t tagEnd(std::string_view html, std::size_t offset)
 AttributeValue attributeValue(std::string_view html, std::size_t offset, std::string_view attribute)
 {
     const std::size_t end = tagEnd(html, offset);
-    if (end == html.npos)
+    if (end == std::string_view::npos)
         return {};
     std::size_t at = skipName(html, offset + 1);
     while (at < end) {

@@ -72,7 +72,8 @@ void renderInitial(const SharedLinks &shared, const std::string &initial, Names 
         const Names shown =
             names.subspan(part * s_namesOfPage, std::min(s_namesOfPage, names.size() - part * s_namesOfPage));
         const std::string suffix = part == 0 ? std::string() : "-" + std::to_string(part + 1);
-        const std::string address = "names-" + initial + suffix + ".htm";
+        std::string address = "names-";
+        address.append(initial).append(suffix).append(".htm");
         const std::string range = shortened(shown.front()->name, 60) + " \u2026 " + shortened(shown.back()->name, 60);
         appendHtml(overview, {"<li><a href=\"", address, "\">", escapedText(range), "</a></li>\n"});
         std::string body = "<h1>Index: " + escapedText(caption) + "</h1>\n";

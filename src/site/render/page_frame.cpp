@@ -51,7 +51,7 @@ std::string FrameWriter::page(std::string_view body)
     header();
     navigation();
     m_html += "<main id=\"main\">\n";
-    if (body.find("<h1") == body.npos)
+    if (body.find("<h1") == std::string_view::npos)
         appendHtml(m_html, {"<h1 class=\"title\">", escapedText(m_frame.title), "</h1>\n"});
     appendHtml(m_html, {body, "\n</main>\n"});
     if (m_frame.headings != nullptr)

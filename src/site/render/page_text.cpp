@@ -29,7 +29,8 @@ std::string shortened(std::string_view text, std::size_t limit)
 QByteArray asciiFile(std::string_view html)
 {
     QByteArray bytes;
-    bytes.reserve(static_cast<qsizetype>(html.size() + html.size() / 16));
+    const auto size = static_cast<qsizetype>(html.size());
+    bytes.reserve(size + size / 16);
     appendAscii(bytes, html);
     return bytes;
 }

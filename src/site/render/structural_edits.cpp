@@ -28,7 +28,7 @@ private:
     void openTable(std::size_t begin);
     void closeTable(std::size_t end);
     std::size_t listing(std::size_t begin);
-    std::size_t skipTo(std::string_view closing, std::size_t from) const;
+    [[nodiscard]] std::size_t skipTo(std::string_view closing, std::size_t from) const;
     void openNumberedList(std::size_t begin, std::size_t end);
     void listTag(std::string_view name, std::size_t begin, std::size_t end);
     void picture(std::size_t begin);
@@ -51,7 +51,7 @@ BodyEdits StructureScan::edits() &&
     for (;;) {
         const std::size_t begin = m_body.find('<', done);
         text(done, std::min(begin, m_body.size()));
-        if (begin == m_body.npos)
+        if (begin == std::string_view::npos)
             break;
         if (m_body.substr(begin).starts_with("<!--")) {
             done = skipTo("-->", begin);
@@ -63,7 +63,7 @@ BodyEdits StructureScan::edits() &&
         }
         const std::size_t nameEnd = std::min(m_body.find_first_of(" \t\r\n>", begin + 1), m_body.size());
         const std::size_t end = tagEnd(m_body, nameEnd);
-        if (end == m_body.npos)
+        if (end == std::string_view::npos)
             break;
         done = tag(m_body.substr(begin + 1, nameEnd - begin - 1), begin, end);
     }
@@ -114,9 +114,9 @@ void StructureScan::text(std::size_t begin, std::size_t end)
         m_isContinuable = false;
     if (m_isQuoted)
         return;
-    for (std::size_t at = 0; (at = text.find(s_errorMarker, at)) != text.npos;) {
+    for (std::size_t at = 0; (at = text.find(s_errorMarker, at)) != std::string_view::npos;) {
         std::size_t after = text.find("***", at + s_errorMarker.size());
-        if (after == text.npos)
+        if (after == std::string_view::npos)
             return;
         after += 3;
         if (text.substr(after).starts_with(" \\"))
@@ -144,8 +144,8 @@ void StructureScan::closeTable(std::size_t end)
 std::size_t StructureScan::listing(std::size_t begin)
 {
     constexpr std::string_view closing = "</pre>";
-    const std::size_t end = m_hasOpenListing ? m_body.npos : m_body.find(closing, begin);
-    m_hasOpenListing = end == m_body.npos;
+    const std::size_t end = m_hasOpenListing ? std::string_view::npos : m_body.find(closing, begin);
+    m_hasOpenListing = end == std::string_view::npos;
     if (m_hasOpenListing)
         return begin + 1;
     if (m_tableDepth == 0) {
@@ -158,7 +158,7 @@ std::size_t StructureScan::listing(std::size_t begin)
 std::size_t StructureScan::skipTo(std::string_view closing, std::size_t from) const
 {
     const std::size_t at = m_body.find(closing, from);
-    return at == m_body.npos ? m_body.size() : at + closing.size();
+    return at == std::string_view::npos ? m_body.size() : at + closing.size();
 }
 
 void StructureScan::listTag(std::string_view name, std::size_t begin, std::size_t end)

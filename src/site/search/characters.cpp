@@ -2,6 +2,7 @@
 
 #include <QChar>
 
+#include <algorithm>
 #include <array>
 
 namespace tavidoc {
@@ -37,10 +38,7 @@ bool isIdeograph(char32_t c)
     static constexpr Range ranges[] = {
         {0x3040, 0x30ff}, {0x3400, 0x4dbf}, {0x4e00, 0x9fff}, {0xac00, 0xd7a3}, {0xf900, 0xfaff}, {0x20000, 0x3ffff},
     };
-    for (const Range &range : ranges)
-        if (c >= range.first && c <= range.last)
-            return true;
-    return false;
+    return std::ranges::any_of(ranges, [&](const Range &range) { return c >= range.first && c <= range.last; });
 }
 
 CharacterClass unicodeClass(char32_t c)

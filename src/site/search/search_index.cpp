@@ -71,7 +71,7 @@ std::string usualFile(std::string_view name)
 std::string orderKey(std::string_view name)
 {
     const std::size_t scope = name.rfind("::");
-    std::string key(name.substr(scope == name.npos ? 0 : scope + 2));
+    std::string key(name.substr(scope == std::string_view::npos ? 0 : scope + 2));
     for (char &c : key)
         c = c >= 'A' && c <= 'Z' ? static_cast<char>(c + 32) : c;
     return key;
@@ -126,7 +126,7 @@ bool isWordWeight(std::uint32_t weight)
 
 bool isWord(std::string_view term)
 {
-    return term.size() >= s_shortestWord && term.find(' ') == term.npos;
+    return term.size() >= s_shortestWord && term.find(' ') == std::string_view::npos;
 }
 
 /// The characters of \a text in reverse.
@@ -173,7 +173,7 @@ std::uint32_t SearchIndex::addText(std::span<const RecordTerm> terms, std::strin
 void SearchIndex::place(std::uint32_t number, const SearchPage &page)
 {
     const std::size_t slash = page.address.rfind('/');
-    const std::size_t split = slash == page.address.npos ? 0 : slash + 1;
+    const std::size_t split = slash == std::string_view::npos ? 0 : slash + 1;
     std::string_view file = page.address.substr(split);
     if (file.ends_with(s_suffix))
         file.remove_suffix(s_suffix.size());

@@ -17,7 +17,7 @@ constexpr std::size_t s_longestBodyNumber = 4;
 
 bool isOneOf(char32_t character, std::u32string_view set)
 {
-    return set.find(character) != set.npos;
+    return set.find(character) != std::string_view::npos;
 }
 
 std::size_t skip(std::u32string_view text, std::size_t at, std::u32string_view set, std::size_t most)
