@@ -51,8 +51,8 @@ void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const Q
 {
     OutputRecorder recorder(records, outputDirectory);
     OutputQueue output(recorder);
-    output.release(); // records of a run that fails stay in the caller's list
-    m_output = &output;
+    output.release();   // records of a run that fails stay in the caller's list
+    m_output = &output; // cppcheck-suppress danglingLifetime ; used by this run only
     m_splitFlag = splitFlag;
     m_outputDirectory = outputDirectory;
     m_outputFormat = outputFormat;
@@ -63,7 +63,7 @@ void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const Q
                  OutputSink &sink, const QString &outputFormat, const QStringList &exclusions)
 {
     OutputQueue output(sink);
-    m_output = &output;
+    m_output = &output; // cppcheck-suppress danglingLifetime ; used by this run only
     m_splitFlag = splitFlag;
     m_outputDirectory = outputDirectory;
     m_outputFormat = outputFormat;

@@ -218,7 +218,7 @@ void SourceBrowserCScanner::readDirective()
         m_events->preprocessorLine(directive, line, m_statistics.preprocessor);
     const QStringView word = directiveWord(directive);
     if (word == u"define")
-        captureMacro(directive, word.end() - QStringView(directive).begin(), line);
+        captureMacro(directive, word.data() + word.size() - directive.constData(), line);
     else
         noteConditional(word);
 }

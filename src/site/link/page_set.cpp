@@ -21,10 +21,14 @@ bool hasCapitals(std::string_view text)
 
 std::vector<PageId> firstPagesOf(const std::vector<Record> &records)
 {
-    std::vector<PageId> firstPages = {0};
+    std::vector<PageId> firstPages;
     firstPages.reserve(records.size() + 1);
-    for (const Record &record : records)
-        firstPages.push_back(firstPages.back() + static_cast<PageId>(record.pages.size()));
+    PageId first = 0;
+    for (const Record &record : records) {
+        firstPages.push_back(first);
+        first += static_cast<PageId>(record.pages.size());
+    }
+    firstPages.push_back(first);
     return firstPages;
 }
 

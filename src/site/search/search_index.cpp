@@ -240,6 +240,8 @@ std::string_view SearchIndex::kept(std::string_view text)
     if (text.empty())
         return {};
     char *bytes = static_cast<char *>(m_arena.allocate(text.size(), 1));
+    // cppcheck-suppress danglingTemporaryLifetime ; a caller's temporary outlives the call
+    // cppcheck-suppress invalidLifetime
     std::memcpy(bytes, text.data(), text.size());
     return {bytes, text.size()};
 }
