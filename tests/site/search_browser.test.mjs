@@ -53,10 +53,10 @@ for (const [program, open] of [["chromium", chromium], ["firefox-esr", firefox]]
       rmSync(site, {recursive: true});
     });
 
-    // The value of an expression as soon as it is true.
+    // The value of an expression as soon as it is true. While the page changes, there is nothing to evaluate it in.
     async function eventually(expression) {
       let value;
-      for (let left = 100; left-- && !(value = await browser.evaluate(expression));)
+      for (let left = 200; left-- && !(value = await browser.evaluate(expression).catch(() => false));)
         await delay(50);
       assert.ok(value, expression);
       return value;
