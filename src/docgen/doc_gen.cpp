@@ -51,28 +51,25 @@ void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const Q
 {
     OutputRecorder recorder(records, outputDirectory);
     OutputQueue output(recorder);
-    output.release();   // records of a run that fails stay in the caller's list
-    m_output = &output; // cppcheck-suppress danglingLifetime ; used by this run only
-    m_splitFlag = splitFlag;
-    m_outputDirectory = outputDirectory;
-    m_outputFormat = outputFormat;
-    makeFiles(macros, input, exclusions);
+    output.release(); // records of a run that fails stay in the caller's list
+    makeFiles(macros, splitFlag, input, outputDirectory, output, outputFormat, exclusions);
 }
 
 void DocGen::run(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
                  OutputSink &sink, const QString &outputFormat, const QStringList &exclusions)
 {
     OutputQueue output(sink);
-    m_output = &output; // cppcheck-suppress danglingLifetime ; used by this run only
-    m_splitFlag = splitFlag;
-    m_outputDirectory = outputDirectory;
-    m_outputFormat = outputFormat;
-    makeFiles(macros, input, exclusions);
+    makeFiles(macros, splitFlag, input, outputDirectory, output, outputFormat, exclusions);
     output.release();
 }
 
-void DocGen::makeFiles(MacroContext *macros, const Path &input, const QStringList &exclusions)
+void DocGen::makeFiles(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
+                       OutputQueue &output, const QString &outputFormat, const QStringList &exclusions)
 {
+    m_output = &output;
+    m_splitFlag = splitFlag;
+    m_outputDirectory = outputDirectory;
+    m_outputFormat = outputFormat;
     SharedTables::docObjects.clear();
     SharedTables::docGroups.clear();
     if (input.completeSuffix() == u"dg"_s)

@@ -150,7 +150,8 @@ public:
     void setReferenceNames(ReferenceNames names) { m_referenceNames = names; }
 
 private:
-    void makeFiles(MacroContext *macros, const Path &input, const QStringList &exclusions);
+    void makeFiles(MacroContext *macros, int splitFlag, const Path &input, const QString &outputDirectory,
+                   OutputQueue &output, const QString &outputFormat, const QStringList &exclusions);
     void loadDefinitions(const Path &input);
     void documentMarkup(MacroContext *macros, const Path &input);
     void documentHeader(const Path &input, const QStringList &exclusions);

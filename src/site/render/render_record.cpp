@@ -1,5 +1,6 @@
 #include "site/render/render.h"
 
+#include "site/link/page_names.h"
 #include "site/render/body.h"
 #include "site/render/page_frame.h"
 
@@ -39,7 +40,7 @@ void renderRecord(const RecordWithBodies &record, const RecordLinks &links, cons
         const std::string body = siteBody(bodyOf(record, page), page, pageLinks);
         sink(pageLinks.address, framedSitePage(frame, body, shared.settings));
     }
-    const std::string top = record.head.folder.empty() ? std::string() : record.head.folder + "/";
+    const std::string top = record.head.folder.empty() ? std::string() : encodedPath(record.head.folder) + "/";
     for (const RecordIcon &icon : record.head.icons)
         sink(top + icon.name, QByteArray(icon.bytes.data(), static_cast<qsizetype>(icon.bytes.size())));
 }
