@@ -48,9 +48,9 @@ constexpr const char *s_printSite = "(cd out && find . -type f | LC_ALL=C sort |
 TEST_P(Rebuild, MakesWhatChanged)
 {
     SiteDirectory directory;
-    ASSERT_EQ(directory.run("$site build -o out"), 0) << directory.error;
     // Files that change in the moment in which they are compiled are compiled again.
-    directory.run(std::string("sleep 0.02; ") + GetParam().script + "; sleep 0.02");
+    ASSERT_EQ(directory.run("sleep 0.05; $site build -o out"), 0) << directory.error;
+    directory.run(std::string("sleep 0.05; ") + GetParam().script + "; sleep 0.05");
     EXPECT_EQ(directory.run("$site build -o out"), 0) << directory.error;
     const std::string summary = GetParam().summary;
     EXPECT_NE(directory.error.find(summary), std::string::npos) << directory.error;
