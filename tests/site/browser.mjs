@@ -8,6 +8,14 @@ import {setTimeout as delay} from "node:timers/promises";
 
 export const isInstalled = program => spawnSync("sh", ["-c", `command -v ${program}`]).status === 0;
 
+// What the function returns as soon as that is true; at the latest after half a minute, what it returned last.
+export async function eventually(check) {
+  let value;
+  for (let left = 600; left-- && !(value = await check());)
+    await delay(50);
+  return value;
+}
+
 const profile = () => mkdtempSync(join(tmpdir(), "browser-"));
 
 // Ends what was started, and its own children, and removes its profile.
@@ -18,7 +26,7 @@ async function end(child, directory) {
   rmSync(directory, {recursive: true, force: true, maxRetries: 10, retryDelay: 100});
 }
 
-const keyCodes = {ArrowDown: 40, ArrowUp: 38, Enter: 13, Escape: 27};
+const keyCodes = {ArrowDown: 40, ArrowUp: 38, Enter: 13, Escape: 27, Tab: 9};
 
 export async function chromium() {
   const directory = profile();
@@ -45,12 +53,28 @@ export async function chromium() {
   const {targetId} = targetInfos.find(({type}) => type === "page");
   ({sessionId} = await send("Target.attachToTarget", {targetId, flatten: true}));
   await send("Page.enable");
+  await send("Page.setLifecycleEventsEnabled", {enabled: true});
+  // The documents that are loaded: a page that a key opened may still be loading when the next one is asked for.
+  const loaded = new Set();
+  let tellLoaded = () => {};
+  events.set("Page.lifecycleEvent", ({params: {name, loaderId}}) => {
+    if (name === "load")
+      loaded.add(loaderId);
+    tellLoaded();
+  });
   return {
     name: "Chromium",
+    call: send, // of a method of the DevTools protocol
+    // Sets the width of the window, and what the reader prefers: {theme: "dark", media: "print", script: false}.
+    async setUp(width, {theme = "light", media = "screen", script = true, height = 900} = {}) {
+      await send("Emulation.setDeviceMetricsOverride", {width, height, deviceScaleFactor: 1, mobile: false});
+      await send("Emulation.setEmulatedMedia", {media, features: [{name: "prefers-color-scheme", value: theme}]});
+      await send("Emulation.setScriptExecutionDisabled", {value: !script});
+    },
     async goto(url) {
-      const loaded = new Promise(done => events.set("Page.loadEventFired", done));
-      await send("Page.navigate", {url});
-      await loaded;
+      const {loaderId} = await send("Page.navigate", {url});
+      while (loaderId && !loaded.has(loaderId))
+        await new Promise(done => tellLoaded = done);
     },
     async evaluate(expression) {
       const {result, exceptionDetails} = await send("Runtime.evaluate",

@@ -6,7 +6,7 @@ import { existsSync, mkdtempSync, rmSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
-import { Browser } from "../support/browser.mjs";
+import { chromium, eventually } from "./browser.mjs";
 import * as checks from "./page_checks.mjs";
 
 const folder = mkdtempSync(join(tmpdir(), "tavidoc-site-"));
@@ -22,10 +22,10 @@ before(async () => {
     spawnSync(process.env.TAVIDOC_SITE_PROGRAM, ["build", project, "-o", join(folder, "site"), "--quiet"]);
     for (const page of pages) // of a page that is missing, a browser shows one of its own
         assert.ok(existsSync(join(folder, "site", page)), page);
-    browser = await Browser.start();
+    browser = await chromium();
 });
 after(async () => {
-    await browser.stop();
+    await browser.close();
     rmSync(folder, { recursive: true });
 });
 
@@ -36,7 +36,7 @@ for (const width of widths) {
         for (const script of [true, false]) {
             await browser.setUp(width, { script });
             for (const page of pages) {
-                await browser.open(site + page);
+                await browser.goto(site + page);
                 const { cssContentSize, cssLayoutViewport } = await browser.call("Page.getLayoutMetrics");
                 assert.ok(cssContentSize.width <= cssLayoutViewport.clientWidth + 1, `${page}: ${cssContentSize.width}`);
             }
@@ -48,7 +48,7 @@ for (const theme of ["light", "dark"]) {
     test(`text has a contrast of 4.5 to 1 in the ${theme} theme`, async () => {
         await browser.setUp(1280, { theme });
         for (const page of pages) {
-            await browser.open(site + page);
+            await browser.goto(site + page);
             assert.deepEqual(await run(checks.weakTexts, 4.5), [], page);
         }
     });
@@ -57,7 +57,7 @@ for (const theme of ["light", "dark"]) {
 test("everything has a name, and landmarks are as designed", async () => {
     await browser.setUp(1280);
     for (const page of pages) {
-        await browser.open(site + page);
+        await browser.goto(site + page);
         assert.deepEqual(await run(checks.unnamed), [], page);
         const { banner, main, search, footer, navigation } = await run(checks.landmarks);
         assert.deepEqual([banner, main, search, footer], [1, 1, 1, 1], page);
@@ -70,7 +70,7 @@ test("everything has a name, and landmarks are as designed", async () => {
 
 test("the focus goes from the top to the bottom and is visible", async () => {
     await browser.setUp(1280);
-    await browser.open(site + "ring-buffer/ring_buffer_h.htm");
+    await browser.goto(site + "ring-buffer/ring_buffer_h.htm");
     const seen = [];
     for (let count = 0; count < 60; ++count) {
         await browser.press("Tab");
@@ -87,7 +87,7 @@ test("the focus goes from the top to the bottom and is visible", async () => {
 
 test("the skip link leads to the text", async () => {
     await browser.setUp(1280);
-    await browser.open(site + "start.htm");
+    await browser.goto(site + "start.htm");
     await browser.press("Tab");
     await browser.press("Enter");
     await browser.press("Tab");
@@ -96,7 +96,7 @@ test("the skip link leads to the text", async () => {
 
 test("on a phone the contents open without a script", async () => {
     await browser.setUp(400, { script: false });
-    await browser.open(site + "start.htm");
+    await browser.goto(site + "start.htm");
     const height = async () => (await browser.call("Page.getLayoutMetrics")).cssContentSize.height;
     const closed = await height();
     for (let count = 0; count < 8; ++count) {
@@ -108,12 +108,12 @@ test("on a phone the contents open without a script", async () => {
             break;
     }
     await browser.press("Enter");
-    assert.ok(await height() > closed + 200);
+    assert.ok(await eventually(async () => await height() > closed + 200));
 });
 
 test("the theme is switched, kept, and set before the page is shown", async () => {
     await browser.setUp(1280, { theme: "light" });
-    await browser.open(site + "start.htm");
+    await browser.goto(site + "start.htm");
     const state = () => browser.evaluate(`[document.documentElement.dataset.theme,
         document.getElementById("site-theme").getAttribute("aria-label"), getComputedStyle(document.documentElement).backgroundColor]`);
     const [, , white] = await state();
@@ -123,7 +123,7 @@ test("the theme is switched, kept, and set before the page is shown", async () =
     const [theme, label, black] = await state();
     assert.deepEqual([theme, label], ["dark", "Theme: dark"]);
     assert.notEqual(black, white);
-    await browser.open(site + "tables.htm");
+    await browser.goto(site + "tables.htm");
     assert.equal((await state())[0], "dark");
     assert.ok(await browser.evaluate(`!document.querySelector("script[src$='site.js']").defer`));
     await click();
@@ -132,12 +132,11 @@ test("the theme is switched, kept, and set before the page is shown", async () =
 
 test("a listing is copied, and the keyboard scrolls what is too wide", async () => {
     await browser.setUp(400);
-    await browser.open(site + "headers-example.htm");
+    await browser.goto(site + "headers-example.htm");
     await browser.call("Browser.grantPermissions", { permissions: ["clipboardReadWrite"] });
     await browser.evaluate(`document.querySelector(".copy").focus()`);
     await browser.press("Enter");
-    await browser.evaluate("new Promise((resolve) => setTimeout(resolve, 100))");
-    assert.equal(await browser.evaluate(`document.querySelector(".copy").textContent`), "Copied");
+    assert.ok(await eventually(() => browser.evaluate(`document.querySelector(".copy").textContent === "Copied"`)));
     const wide = await run(checks.scrollableBoxes);
     assert.ok(wide.length > 0);
     for (const box of wide)
@@ -147,13 +146,13 @@ test("a listing is copied, and the keyboard scrolls what is too wide", async () 
 test("nothing moves for readers who want less motion", async () => {
     await browser.setUp(1280);
     await browser.call("Emulation.setEmulatedMedia", { features: [{ name: "prefers-reduced-motion", value: "reduce" }] });
-    await browser.open(site + "start.htm");
+    await browser.goto(site + "start.htm");
     assert.deepEqual(await run(checks.moving), []);
 });
 
 test("print shows the text alone", async () => {
     await browser.setUp(800, { media: "print", theme: "dark" });
-    await browser.open(site + "tables.htm");
+    await browser.goto(site + "tables.htm");
     assert.deepEqual(await run(checks.shownBesideText), []);
     assert.equal(await browser.evaluate(`getComputedStyle(document.querySelector("main")).colorScheme`), "light");
 });

@@ -7,7 +7,7 @@ import {join} from "node:path";
 import {after, before, describe, it} from "node:test";
 import {setTimeout as delay} from "node:timers/promises";
 import {pathToFileURL} from "node:url";
-import {chromium, firefox, isInstalled} from "./browser.mjs";
+import {chromium, eventually as whenTrue, firefox, isInstalled} from "./browser.mjs";
 
 const scripts = new URL("../../share/site/", import.meta.url);
 const hostile = "</script><img src=x onerror=\"window.harmed=1\"> ' \\ \u2028";
@@ -55,9 +55,7 @@ for (const [program, open] of [["chromium", chromium], ["firefox-esr", firefox]]
 
     // The value of an expression as soon as it is true. While the page changes, there is nothing to evaluate it in.
     async function eventually(expression) {
-      let value;
-      for (let left = 200; left-- && !(value = await browser.evaluate(expression).catch(() => false));)
-        await delay(50);
+      const value = await whenTrue(() => browser.evaluate(expression).catch(() => false));
       assert.ok(value, expression);
       return value;
     }
