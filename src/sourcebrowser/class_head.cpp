@@ -43,7 +43,6 @@ SourceBrowserClassHead::SourceBrowserClassHead(std::span<const Token> tokens, si
         ++m_begin;
 }
 
-/// Whether the keyword is followed by another one, as in "enum class": no function returns such a type.
 bool SourceBrowserClassHead::isScopedEnumeration() const
 {
     return keyword().is(Enum) && m_key + 1 < m_tokens.size() &&

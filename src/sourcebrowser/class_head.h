@@ -26,6 +26,8 @@ public:
     SourceBrowserClassHead(std::span<const Token> tokens, size_t key);
 
     [[nodiscard]] const Token &keyword() const { return m_tokens[m_key]; }
+    /// Whether the keyword is followed by another one, as in "enum class": no function returns such a type.
+    [[nodiscard]] bool isScopedEnumeration() const;
     /// Whether the "{" after the tokens opens the body of the class, and not that of a function that returns one.
     [[nodiscard]] bool opensBody() const;
     /// The last run of words joined by "::" before a ":" or the end; empty if there is none. A word in capitals
@@ -36,7 +38,6 @@ public:
     [[nodiscard]] QString type(const QString &name) const;
 
 private:
-    [[nodiscard]] bool isScopedEnumeration() const;
     [[nodiscard]] size_t skipTo(int closer, size_t from) const;
     [[nodiscard]] size_t afterAlignment(size_t open) const;
 

@@ -163,6 +163,10 @@ void SourceBrowserContainer::update(const SourceBrowserContainer &newer)
         setDefinitionFile(newer.definitionFile());
     if (!newer.documentation().isEmpty())
         setDocumentation(newer.documentation(), newer.documentationLine());
+    if (!newer.documentation().isEmpty() || source().begin.line < 0) {
+        setSource(newer.source()); // of the declaration that the comment is about
+        setForm(newer.form());
+    }
     if (!newer.text().isEmpty())
         setText(newer.text());
     if (!newer.baseClasses().empty())

@@ -161,6 +161,7 @@ void SourceBrowserDeclarationParser::accessLabel(const Token &first)
 void SourceBrowserDeclarationParser::setAccess(SourceBrowserObject::Access access, int line)
 {
     m_context->access = access;
+    m_context->declaredAccess = access;
     if (m_events)
         m_events->visibilityChange(access, line);
 }

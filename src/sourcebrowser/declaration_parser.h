@@ -92,15 +92,16 @@ private:
     bool templateParameters(const Token &keyword);
     bool isComparison(const Token &equals);
     bool initialiser(const Token &equals);
-    bool constructorInitialisers();
+    bool constructorInitialisers(const Token &colon);
     bool conceptDeclaration();
 
     // Objects for the model: declaration_parser_members.cpp.
     void finish();
     std::vector<SourceBrowserDeclarator> readPending(bool wantsFunction);
     bool declareAll();
+    void endAt(const Token &token) { m_pending.endsAt = positionOf(token); }
     void attachComment(SourceBrowserObject &object, int line);
-    void place(SourceBrowserObject &object, int line);
+    void place(SourceBrowserObject &object, int line, SourceBrowserObject::Position name = {});
     void declareObject(const SourceBrowserDeclarator &declarator, bool takesComment);
     void declareFunction(const SourceBrowserDeclarator &declarator, bool takesComment, const Token *brace);
     void addMethod(SourceBrowserContainer &container, std::unique_ptr<SourceBrowserMethod> method);

@@ -38,6 +38,7 @@ void SourceBrowserDeclarationParser::namespaceStatement(const Token &first)
     }
     if (name.isEmpty())
         name = u'(' + m_file.mid(m_file.lastIndexOf(u'/') + 1) + u')';
+    endAt(token);
     auto object = std::make_unique<SourceBrowserContainer>(SourceBrowserObject::Namespace, name);
     place(*object, m_pending.line);
     attachComment(*object, m_pending.line);
@@ -76,6 +77,8 @@ void SourceBrowserDeclarationParser::classBody()
     const auto phylum = isClass ? SourceBrowserObject::Class : SourceBrowserObject::Structure;
     auto object = std::make_unique<SourceBrowserContainer>(phylum, name);
     place(*object, m_pending.line);
+    if (head.keyword().is(Union))
+        object->setForm(SourceBrowserObject::Form::Union);
     const bool hasOtherHeads = m_heads.declaration == m_declarationNumber;
     attachComment(*object, hasOtherHeads && m_heads.line >= 0 ? m_heads.line : m_pending.line);
     object->setBaseClasses(head.baseClasses());
@@ -88,12 +91,14 @@ void SourceBrowserDeclarationParser::classBody()
     context.phylum = reported;
     // Deliberate: private in a "struct" outside a typedef too.
     context.access = isStructure ? SourceBrowserObject::Public : SourceBrowserObject::Private;
+    context.declaredAccess = isClass ? SourceBrowserObject::Private : SourceBrowserObject::Public;
     context.isTypedef = m_pending.isTypedef;
     context.isStatic = m_pending.isStatic;
     if (hasOtherHeads)
         context.otherNames = m_heads.names;
     context.isNamed = isNamed;
     context.composedType = head.type(isNamed ? name : QString());
+    context.begin = m_pending.beginsAt;
     context.line = m_pending.line;
     endDeclaration();
     m_scanner.pendingComment().clear();
@@ -104,6 +109,7 @@ void SourceBrowserDeclarationParser::afterBody(const Context &closed, const Toke
 {
     m_scanner.pendingComment().clear();
     begin(brace);
+    m_pending.beginsAt = closed.begin;
     m_pending.line = closed.line;
     m_pending.column = closed.column;
     m_pending.isTypedef = closed.isTypedef;
@@ -139,6 +145,7 @@ void SourceBrowserDeclarationParser::continueAfter(SourceBrowserObject &object, 
     while (goesOn) {
         const Token token = m_stream.next();
         if (m_pending.tokens.size() == 1 && startsAnother(token)) {
+            endAt(token);
             m_stream.giveBack(token);
             finish();
             break;
@@ -165,6 +172,8 @@ void SourceBrowserDeclarationParser::enumBody(const Token &brace)
     auto object = std::make_unique<SourceBrowserEnum>(SourceBrowserObject::Unknown,
                                                       isNamed ? name : SourceBrowserContainer::anonymousName());
     place(*object, m_pending.line);
+    if (head.isScopedEnumeration())
+        object->setForm(SourceBrowserObject::Form::ScopedEnumeration);
     attachComment(*object, m_pending.line);
     const QString type = head.type(name);
     Pending rest = m_pending;

@@ -24,6 +24,7 @@ void SourceBrowserDeclarationParser::begin(const Token &first)
     SourceBrowserPendingComment comment = std::move(m_pending.comment); // for its memory
     m_pending = {};
     m_pending.tokens = std::move(tokens);
+    m_pending.beginsAt = positionOf(first);
     m_pending.line = first.line - 1;
     m_pending.column = first.column;
     m_pending.lastLine = first.line;
@@ -38,6 +39,7 @@ bool SourceBrowserDeclarationParser::collect(const Token &token)
 {
     switch (token.code) {
     case EndOfInput:
+        endAt(token);
         m_pending.isCutOff = true;
         finish();
         return false;
@@ -46,9 +48,11 @@ bool SourceBrowserDeclarationParser::collect(const Token &token)
             m_pending.dropOldArgument();
             return true;
         }
+        endAt(token);
         finish();
         return false;
     case '}':
+        endAt(token);
         m_pending.isCutOff = true;
         m_stream.giveBack(token);
         finish();
@@ -88,7 +92,7 @@ bool SourceBrowserDeclarationParser::collectPart(const Token &token)
         break;
     case ':':
         if (m_pending.key < 0 && m_pending.isAfterArguments())
-            return constructorInitialisers();
+            return constructorInitialisers(token);
         if (m_context->body == Body::Class && endsWithSection(token)) {
             endDeclaration();
             return false;
@@ -111,6 +115,7 @@ bool SourceBrowserDeclarationParser::collectPart(const Token &token)
     case String:
         if (m_pending.parentheses == 0 && !m_pending.tokens.empty() && !m_pending.endsWith(Extern) &&
             !m_pending.isOperator()) {
+            endAt(token);
             finish(); // a string belongs to no declaration
             return false;
         }
@@ -141,6 +146,7 @@ void SourceBrowserDeclarationParser::leaveMacros(const Token &token)
 {
     SourceBrowserPendingComment &next = m_scanner.pendingComment();
     if (m_pending.restartsWith(token, next)) {
+        endAt(token);
         leave();
         begin(token);
     } else if (next.isPresent() && !m_pending.comment.isPresent() && m_pending.isMacroRun()) {
@@ -151,6 +157,7 @@ void SourceBrowserDeclarationParser::leaveMacros(const Token &token)
 /// Ends the declaration before its ";", because \a token begins something else.
 bool SourceBrowserDeclarationParser::cutOff(const Token &token)
 {
+    endAt(token);
     leave();
     m_stream.giveBack(token);
     return false;
@@ -260,6 +267,7 @@ bool SourceBrowserDeclarationParser::branchInDeclaration(const Token &token)
         heads.line = heads.line < 0 ? m_pending.line : heads.line;
         m_pending.declaresNothing |= head().keyword().is(Class) || !head().baseClasses().empty(); // else a variable
     }
+    endAt(token);
     finish();
     m_stream.noteConditional(token);
     return false;
@@ -274,6 +282,7 @@ bool SourceBrowserDeclarationParser::braceInDeclaration(const Token &brace)
         return false;
     }
     if (m_pending.key >= 0 && head().opensBody()) {
+        endAt(brace);
         if (head().keyword().is(Enum)) {
             enumBody(brace);
             return false;
@@ -286,6 +295,7 @@ bool SourceBrowserDeclarationParser::braceInDeclaration(const Token &brace)
         return true;
     }
     if (m_pending.groupEnd >= 0) {
+        endAt(brace);
         return finishWithBody(brace);
     }
     // "int value {3};" or a macro before braces

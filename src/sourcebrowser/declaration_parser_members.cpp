@@ -32,8 +32,10 @@ void SourceBrowserDeclarationParser::finish()
     const bool isWrapper = isMacroRun && m_pending.endsWithWrapper();
     if (m_pending.tokens.empty() || (m_pending.isCutOff && isMacroRun && !isWrapper))
         return endDeclaration();
-    if (isWrapper)
+    if (isWrapper) {
         m_pending.keepLastCall();
+        m_pending.beginsAt = positionOf(m_pending.tokens.front());
+    }
     if (!declareAll() && !isMacroRun && !m_pending.isBranchHead)
         m_pending.comment.clear();
     endDeclaration();
@@ -52,8 +54,10 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclarationParser::readPending
         std::vector<SourceBrowserDeclarator> declarators = m_reader.read(rest, className(), m_pending.isTypedef);
         if (!declarators.empty() && !declarators.front().type.text.isEmpty() &&
             (wantsFunction ? declarators.front().kind == SourceBrowserDeclarator::Function
-                           : declarators.front().kind != SourceBrowserDeclarator::Nothing))
+                           : declarators.front().kind != SourceBrowserDeclarator::Nothing)) {
+            m_pending.beginsAt = positionOf(tokens[static_cast<size_t>(macros)]);
             return declarators;
+        }
     }
     return m_reader.read(tokens, className(), m_pending.isTypedef);
 }
@@ -111,10 +115,13 @@ void SourceBrowserDeclarationParser::attachComment(SourceBrowserObject &object, 
     m_pending.comment.clear();
 }
 
-void SourceBrowserDeclarationParser::place(SourceBrowserObject &object, int line)
+void SourceBrowserDeclarationParser::place(SourceBrowserObject &object, int line, SourceBrowserObject::Position name)
 {
-    object.setAccess(home().access);
-    object.setScope(home().scope);
+    const Context &context = home();
+    object.setAccess(context.access);
+    object.setDeclaredAccess(context.declaredAccess);
+    object.setScope(context.scope);
+    object.setSource({m_pending.beginsAt, name, m_pending.endsAt});
     object.setDeclarationFile(m_file);
     object.setLines({line, -1, -1, -1});
 }
@@ -123,7 +130,7 @@ void SourceBrowserDeclarationParser::declareObject(const SourceBrowserDeclarator
 {
     const auto phylum = m_pending.isTypedef ? SourceBrowserObject::Typedef : SourceBrowserObject::Variable;
     auto variable = std::make_unique<SourceBrowserVariable>(phylum, declarator.name, declarator.type);
-    place(*variable, m_pending.line);
+    place(*variable, m_pending.line, declarator.place);
     SourceBrowserObject::Lines lines = variable->lines();
     lines.last = m_scanner.line() - 1;
     variable->setLines(lines);
@@ -145,7 +152,9 @@ void SourceBrowserDeclarationParser::declareFunction(const SourceBrowserDeclarat
     SourceBrowserContainer &container = *home().container; // the body's conditionals may change the context
     auto method = std::make_unique<SourceBrowserMethod>(declarator.name, declarator.type);
     method->setArguments(declarator.arguments);
-    place(*method, m_pending.line);
+    place(*method, m_pending.line, declarator.place);
+    if (m_pending.isFriend)
+        method->setForm(SourceBrowserObject::Form::Friend);
     method->isStatic = m_pending.isStatic;
     method->isVirtual = m_pending.isVirtual;
     method->isConst = declarator.isConst;

@@ -87,6 +87,7 @@ bool SourceBrowserDeclarationParser::conceptDeclaration()
     declarator.name = m_pending.tokens.back().text.toString();
     declarator.type.text = u"concept"_s;
     m_pending.isTypedef = true;
+    declarator.place = positionOf(m_pending.tokens.back());
     m_stream.skipUntil(';');
     declareObject(declarator, true);
     endDeclaration();
@@ -94,8 +95,9 @@ bool SourceBrowserDeclarationParser::conceptDeclaration()
 }
 
 /// Skips the initialisers of a constructor and reads its body.
-bool SourceBrowserDeclarationParser::constructorInitialisers()
+bool SourceBrowserDeclarationParser::constructorInitialisers(const Token &colon)
 {
+    endAt(colon);
     int previous = 0;
     for (;;) {
         const Token token = m_stream.next();

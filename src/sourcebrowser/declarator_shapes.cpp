@@ -308,6 +308,8 @@ void SourceBrowserDeclaratorReader::setName(const Shape &shape, SourceBrowserDec
         declarator.qualifier = typeText(range(shape.nameBegin, begin - 1));
     if (begin >= shape.nameEnd)
         return; // nothing follows the last "::"
+    if (!isArgument)
+        declarator.place = positionOf(token(begin));
     if (!token(begin).is(Operator)) {
         const Index nameEnd = token(begin).is('~') ? begin + 2 : begin + 1; // without template arguments
         SourceBrowserTextBuffer name;

@@ -11,6 +11,12 @@
 
 namespace tavidoc {
 
+/// The place of \a token in the file.
+[[nodiscard]] inline SourceBrowserObject::Position positionOf(const SourceBrowserTokenRecord &token)
+{
+    return {token.line - 1, token.column};
+}
+
 /// The result of one declarator.
 struct SourceBrowserDeclarator
 {
@@ -23,7 +29,8 @@ struct SourceBrowserDeclarator
 
     Kind kind = Nothing;
     QString name;
-    QString qualifier; ///< of an out-of-class definition, the class as written
+    QString qualifier;                   ///< of an out-of-class definition, the class as written
+    SourceBrowserObject::Position place; ///< of the name; unknown in arguments
     SourceBrowserType type;
     std::vector<SourceBrowserArgument> arguments;
     bool isConst = false;

@@ -32,6 +32,12 @@ void SourceBrowserObject::setDefinitionFile(const QString &file)
         texts().definitionFile = file;
 }
 
+void SourceBrowserObject::setTrailingComment(const QString &text, int line)
+{
+    texts().trailingComment = text;
+    texts().trailingCommentLine = line;
+}
+
 void SourceBrowserObject::setText(const QString &text)
 {
     if (!text.isEmpty() || m_texts)

@@ -10,6 +10,7 @@
 
 #include <QString>
 
+#include <compare>
 #include <memory>
 
 namespace tavidoc {
@@ -118,6 +119,75 @@ public:
         int bodyLast = -1;
     };
 
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * What a declaration is where its phylum does not distinguish it from others.
+     * \table{1.8in,*}
+     * || Value | The declaration
+     * | \tt{Plain} | is what the phylum says
+     * | \tt{Union} | a union, not a structure
+     * | \tt{ScopedEnumeration} | \tt{enum class} or \tt{enum struct}
+     * | \tt{Concept} | a concept, not a typedef
+     * | \tt{Alias} | \tt{using A = B;}, not a typedef
+     * | \tt{DeductionGuide} | a deduction guide, not a function
+     * | \tt{Friend} | a function that a class declares as its friend
+     * \endtable
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    enum class Form : unsigned char
+    {
+        Plain,
+        Union,
+        ScopedEnumeration,
+        Concept,
+        Alias,
+        DeductionGuide,
+        Friend
+    };
+
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * A place in the file, counted from 0; -1 if unknown.
+     *
+     * \synopsis
+     *
+     * \param{line} the line.
+     *
+     * \param{column} the column in UTF-16 units.
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    struct Position
+    {
+        int line = -1;
+        int column = -1; ///< in UTF-16 units
+
+        auto operator<=>(const Position &) const = default;
+    };
+
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * Where the text of a declaration is. The declarators of one declaration share its begin. Of a macro all are unknown.
+     *
+     * \synopsis
+     *
+     * \param{begin} its first token; only \tt{inline}, compiler extensions and attributes may precede it.
+     *
+     * \param{name} the declared name, without its qualification; unknown for containers and enumerations.
+     *
+     * \param{end} what ended it: the semicolon, the brace of the body, or another token.
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    struct Source
+    {
+        Position begin;
+        Position name;
+        Position end;
+    };
+
     SourceBrowserObject(Phylum phylum = Unknown, QString name = {}) : m_name(std::move(name)), m_phylum(phylum) {}
     virtual ~SourceBrowserObject() = default;
     SourceBrowserObject(const SourceBrowserObject &) = delete;
@@ -144,6 +214,16 @@ public:
 
     [[nodiscard]] Phylum phylum() const { return m_phylum; }
     [[nodiscard]] Access access() const { return m_access; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The access as the language has it: members of a structure or a union are public until a label says otherwise, while
+     * \xref{access} calls them private outside a typedef.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] Access declaredAccess() const { return m_declaredAccess; }
+    [[nodiscard]] Form form() const { return m_form; }
     [[nodiscard]] const QString &name() const { return m_name; }
     /*!
      * \h1 SourceBrowserObject::\this
@@ -162,6 +242,7 @@ public:
      */
     [[nodiscard]] QString qualifiedName() const;
     [[nodiscard]] const Lines &lines() const { return m_lines; }
+    [[nodiscard]] const Source &source() const { return m_source; }
     [[nodiscard]] const QString &declarationFile() const { return m_declarationFile; }
     /*!
      * \h1 SourceBrowserObject::\this
@@ -189,6 +270,22 @@ public:
     [[nodiscard]] int documentationLine() const { return texts().documentationLine; }
     /*!
      * \h1 SourceBrowserObject::\this
+     * The comment after the declaration, without its delimiters; the parser does not set it.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] const QString &trailingComment() const { return texts().trailingComment; }
+    /*!
+     * \h1 SourceBrowserObject::\this
+     * The first line of the comment after the declaration, counted from 1.
+     * \synopsis
+     * \sa \xref{SourceBrowserObject}
+     * \ingroup SourceBrowserObject
+     */
+    [[nodiscard]] int trailingCommentLine() const { return texts().trailingCommentLine; }
+    /*!
+     * \h1 SourceBrowserObject::\this
      * Of a macro, the whole directive; otherwise empty.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
@@ -205,6 +302,9 @@ public:
     [[nodiscard]] SourceBrowserContainer *container() const { return m_container; }
 
     void setAccess(Access access) { m_access = access; }
+    void setDeclaredAccess(Access access) { m_declaredAccess = access; }
+    void setForm(Form form) { m_form = form; }
+    void setSource(const Source &source) { m_source = source; }
     /// A container in a model is renamed by SourceBrowserModel::rename() instead.
     void setName(const QString &name) { m_name = name; }
     void setScope(const QString &scope) { m_scope = scope; }
@@ -213,6 +313,8 @@ public:
     void setDefinitionFile(const QString &file);
     /// \a line is counted from 1.
     void setDocumentation(const QString &text, int line);
+    /// \a line is counted from 1.
+    void setTrailingComment(const QString &text, int line);
     void setText(const QString &text);
 
 private:
@@ -223,8 +325,10 @@ private:
     {
         QString definitionFile;
         QString documentation;
+        QString trailingComment;
         QString text;
         int documentationLine = -1;
+        int trailingCommentLine = -1;
     };
 
     [[nodiscard]] const Texts &texts() const;
@@ -236,8 +340,11 @@ private:
     std::unique_ptr<Texts> m_texts; ///< null while all of them are empty
     SourceBrowserContainer *m_container = nullptr;
     Lines m_lines;
+    Source m_source;
     Phylum m_phylum;
     Access m_access = NoAccess;
+    Access m_declaredAccess = NoAccess;
+    Form m_form = Form::Plain;
     int m_place = -1; ///< index among the members of the container
 };
 

@@ -21,7 +21,8 @@ struct SourceBrowserParserContext
     Body body = Body::File;
     SourceBrowserParserContext *parent = nullptr;
     SourceBrowserContainer *container = nullptr;
-    SourceBrowserObject::Access access = SourceBrowserObject::Public; ///< of the next members
+    SourceBrowserObject::Access access = SourceBrowserObject::Public;         ///< of the next members
+    SourceBrowserObject::Access declaredAccess = SourceBrowserObject::Public; ///< of the next members, in the language
     int depth = 0;
     int containers = 0;       ///< how many of the contexts, from the outermost to this one, are containers
     int column = 0;           ///< first column of the declaration
@@ -33,6 +34,7 @@ struct SourceBrowserParserContext
     SourceBrowserObject::Phylum phylum = SourceBrowserObject::Unknown; ///< as reported in the event
     // For the declarators after the closing brace:
     QString composedType;
+    SourceBrowserObject::Position begin;
     int line = 0; ///< counted from 0
     bool isTypedef = false;
     bool isStatic = false;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "sourcebrowser/object.h"
 #include "sourcebrowser/pending_comment.h"
 #include "sourcebrowser/tokens.h"
 
@@ -13,9 +14,12 @@ namespace tavidoc {
 struct SourceBrowserPendingDeclaration
 {
     using Token = SourceBrowserTokenRecord;
+    using Position = SourceBrowserObject::Position;
 
     std::vector<Token> tokens;           ///< without bodies and initialisers
     SourceBrowserPendingComment comment; ///< the comment that was pending when the declaration began
+    Position beginsAt;                   ///< of the first token
+    Position endsAt;                     ///< of the token that ended it
     int line = 0;                        ///< counted from 0
     int lastLine = 0;                    ///< of the last token or conditional in it, counted from 1
     int column = 0;                      ///< counted from 0
