@@ -97,7 +97,7 @@ private:
 
     // Objects for the model: declaration_parser_members.cpp.
     void finish();
-    std::vector<SourceBrowserDeclarator> readPending(bool wantsFunction);
+    SourceBrowserDeclarators readPending(bool wantsFunction);
     bool declareAll();
     void endAt(const Token &token) { m_pending.endsAt = positionOf(token); }
     void attachComment(SourceBrowserObject &object, int line);

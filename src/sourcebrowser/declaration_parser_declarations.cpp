@@ -309,7 +309,7 @@ bool SourceBrowserDeclarationParser::braceInDeclaration(const Token &brace)
 bool SourceBrowserDeclarationParser::finishWithBody(const Token &brace)
 {
     const bool isMacroRun = m_pending.isMacroRun();
-    const std::vector<SourceBrowserDeclarator> declarators = readPending(true);
+    const SourceBrowserDeclarators declarators = readPending(true);
     if (!declarators.empty() && declarators.front().kind == SourceBrowserDeclarator::Function) {
         declareFunction(declarators.front(), true, &brace);
     } else {

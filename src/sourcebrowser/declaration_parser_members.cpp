@@ -43,7 +43,7 @@ void SourceBrowserDeclarationParser::finish()
 
 /// Reads the declarators. Leading macro calls on lines of their own are left out, unless one of them is the type, as
 /// in `API(int)` on the line before `f(void)`.
-std::vector<SourceBrowserDeclarator> SourceBrowserDeclarationParser::readPending(bool wantsFunction)
+SourceBrowserDeclarators SourceBrowserDeclarationParser::readPending(bool wantsFunction)
 {
     std::vector<Token> &tokens = m_pending.tokens;
     const auto macros = static_cast<std::ptrdiff_t>(m_pending.leadingCalls());
@@ -51,7 +51,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclarationParser::readPending
                                               tokens[static_cast<size_t>(macros)].word == Word::Keyword);
     if (mayStandAlone) {
         std::vector<Token> rest(tokens.begin() + macros, tokens.end());
-        std::vector<SourceBrowserDeclarator> declarators = m_reader.read(rest, className(), m_pending.isTypedef);
+        SourceBrowserDeclarators declarators = m_reader.read(rest, className(), m_pending.isTypedef);
         if (!declarators.empty() && !declarators.front().type.text.isEmpty() &&
             (wantsFunction ? declarators.front().kind == SourceBrowserDeclarator::Function
                            : declarators.front().kind != SourceBrowserDeclarator::Nothing)) {

@@ -16,6 +16,8 @@ std::vector<SourceBrowserArgument> SourceBrowserDeclaratorReader::readArguments(
     Index begin = open + 1;
     if (end - begin == 1 && token(begin).text == u"void")
         return arguments;
+    if (begin < end)
+        arguments.reserve(4); // that most functions do not exceed
     while (begin < end) {
         const Index stop = findTopLevel(begin, end, ',');
         const Index equals = findTopLevel(begin, stop, '=');
@@ -122,7 +124,7 @@ SourceBrowserDeclarator SourceBrowserDeclaratorReader::unwrap(Index type, Index 
     tokens.insert(tokens.end(), m_tokens->begin() + list, m_tokens->begin() + afterGroup(list));
     SourceBrowserDeclaratorReader reader;
     reader.m_isUnwrapping = true;
-    std::vector<SourceBrowserDeclarator> declarators = reader.read(tokens, {}, m_isTypedef);
+    SourceBrowserDeclarators declarators = reader.read(tokens, {}, m_isTypedef);
     return declarators.empty() ? SourceBrowserDeclarator() : std::move(declarators.front());
 }
 

@@ -22,8 +22,8 @@ bool isStorage(const SourceBrowserTokenRecord &token)
 
 } // namespace
 
-std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::vector<Token> &tokens,
-                                                                         const QString &className, bool isTypedef)
+SourceBrowserDeclarators SourceBrowserDeclaratorReader::read(std::vector<Token> &tokens, const QString &className,
+                                                             bool isTypedef)
 {
     m_tokens = &tokens;
     m_className = className;
@@ -42,7 +42,7 @@ std::vector<SourceBrowserDeclarator> SourceBrowserDeclaratorReader::read(std::ve
             (isWord(here) && here.word == Word::Plain && !looksLikeMacro(at)))
             m_lastStrong = at;
     }
-    std::vector<SourceBrowserDeclarator> declarators;
+    SourceBrowserDeclarators declarators;
     Index next = findTopLevel(0, end, ',');
     declarators.push_back(readOne(0, next, false));
     const QString specifiers = m_specifiers;

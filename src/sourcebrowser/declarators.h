@@ -5,6 +5,7 @@
 #include "sourcebrowser/tokens.h"
 
 #include <QSet>
+#include <QVarLengthArray>
 
 #include <span>
 #include <vector>
@@ -39,6 +40,9 @@ struct SourceBrowserDeclarator
     bool isBarePlainName = false; ///< only a name after the shared part
 };
 
+/// The declarators of one declaration, which seldom has more than one.
+using SourceBrowserDeclarators = QVarLengthArray<SourceBrowserDeclarator, 1>;
+
 /// Finds the declarators in the tokens of one declaration: where its type ends, where its names
 /// and argument lists are. It expands no macros and goes by the shape of the tokens instead of a
 /// grammar, so that unknown words do no harm.
@@ -49,8 +53,7 @@ public:
 
     /// Reads \a tokens, a declaration without its body, initialisers and ";". A function without a
     /// type is a constructor when it is named \a className. Links the brackets in \a tokens.
-    [[nodiscard]] std::vector<SourceBrowserDeclarator> read(std::vector<Token> &tokens, const QString &className,
-                                                            bool isTypedef);
+    [[nodiscard]] SourceBrowserDeclarators read(std::vector<Token> &tokens, const QString &className, bool isTypedef);
 
     /// Registers \a name as a type, even if it looks like a macro.
     void addType(const QString &name) { m_types.insert(name); }

@@ -38,12 +38,6 @@ void SourceBrowserObject::setTrailingComment(const QString &text, int line)
     texts().trailingCommentLine = line;
 }
 
-void SourceBrowserObject::setText(const QString &text)
-{
-    if (!text.isEmpty() || m_texts)
-        texts().text = text;
-}
-
 const SourceBrowserObject::Texts &SourceBrowserObject::texts() const
 {
     static const Texts none;

@@ -291,7 +291,7 @@ public:
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
      */
-    [[nodiscard]] const QString &text() const { return texts().text; }
+    [[nodiscard]] const QString &text() const { return m_text; }
     /*!
      * \h1 SourceBrowserObject::\this
      * The container that holds this object; null while it is in none.
@@ -315,7 +315,7 @@ public:
     void setDocumentation(const QString &text, int line);
     /// \a line is counted from 1.
     void setTrailingComment(const QString &text, int line);
-    void setText(const QString &text);
+    void setText(const QString &text) { m_text = text; }
 
 private:
     friend class SourceBrowserContainer;
@@ -326,7 +326,6 @@ private:
         QString definitionFile;
         QString documentation;
         QString trailingComment;
-        QString text;
         int documentationLine = -1;
         int trailingCommentLine = -1;
     };
@@ -337,6 +336,7 @@ private:
     QString m_name;
     QString m_scope;
     QString m_declarationFile;
+    QString m_text;                 // not with the others, because every macro has one
     std::unique_ptr<Texts> m_texts; ///< null while all of them are empty
     SourceBrowserContainer *m_container = nullptr;
     Lines m_lines;
