@@ -41,4 +41,11 @@ file(RELATIVE_PATH prefix_from_here ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig ${CMA
 configure_file(cmake/tavidoc.pc.in ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/cmake/tavidoc.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig COMPONENT core)
 
+# Everything that is installed, without the tests
+add_custom_target(installed)
+add_dependencies(installed tavidoc tavidoc_deps tavidoc_site editor_files)
+if(TARGET manual)
+    add_dependencies(installed manual)
+endif()
+
 include(cmake/Package.cmake)

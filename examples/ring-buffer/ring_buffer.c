@@ -16,7 +16,7 @@ struct ring_buffer
     unsigned char *bytes; /* after the structure, in the same allocation */
 };
 
-const char ring_buffer_version[] = "1.2.0";
+const char ring_buffer_version_text[] = "1.2.0";
 
 static size_t smaller(size_t a, size_t b)
 {

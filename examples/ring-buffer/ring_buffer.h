@@ -61,7 +61,7 @@
  *
  * \description
  * The sum of the major version times 10000, the minor version times 100, and the patch level. Version
- * 1.2.3 is 10203. This is the version at compile time; \xref{ring_buffer_version} is the version at run
+ * 1.2.3 is 10203. This is the version at compile time; \xref{ring_buffer_version_text} is the version at run
  * time.
  *
  * \task Example
@@ -73,7 +73,7 @@
  * \endcode
  *
  * \sa
- * \xref{ring_buffer_version}, \xref{ring_buffer_h}{ring_buffer.h}
+ * \xref{ring_buffer_version_text}, \xref{ring_buffer_h}{ring_buffer.h}
  *
  * \ingroup Constants
  */
@@ -213,7 +213,7 @@ typedef size_t (*ring_buffer_visitor)(const void *bytes, size_t count, void *con
  *
  * \ingroup Constants
  */
-extern const char ring_buffer_version[];
+extern const char ring_buffer_version_text[];
 
 /*!
  * \h1 \this

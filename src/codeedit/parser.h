@@ -15,7 +15,7 @@ namespace tavidoc {
  * The base of all lexers. A lexer styles a listing line by line.
  *
  * The function \tt{styleLine} turns a line into a styled line: runs of text, each after a marker and its style. It
- * must keep these rules. A lexer that writes through \xref{../styled_line/StyledLine.htm}{StyledLine} keeps them by
+ * must keep these rules. A lexer that writes through \xref{../styled_line/styled_line_h.htm}{StyledLine} keeps them by
  * construction:
  *
  * \item The text of the styled line is the text of the line: nothing is added, lost or moved.

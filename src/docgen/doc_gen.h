@@ -64,7 +64,7 @@ public:
      *
      * \synopsis
      *
-     * \param{macros} expands the lines of a source, see \xref{../macro_context/MacroContext.htm}{MacroContext}; null:
+     * \param{macros} expands the lines of a source, see \xref{../macro_context/macro_context_h.htm}{MacroContext}; null:
      * no line is expanded.
      *
      * \param{splitFlag} 1: pages get their frame, and a header gets its own page and its contents; 0: they do not.
@@ -81,7 +81,7 @@ public:
      * \param{exclusions} names of declarations of a header that are not documented even if their comments begin with "!".
      *
      * \errors
-     * \xref{../hexception/HException.htm}{HException} when the run cannot go on. Errors in the markup do not end it: they
+     * \xref{../hexception/hexception_h.htm}{HException} when the run cannot go on. Errors in the markup do not end it: they
      * go to the \xref{setMessageSink}{message sink}.
      * \sa \xref{DocGen}
      * \ingroup DocGen
@@ -103,7 +103,7 @@ public:
     void setBaseHeadingLevel(int level) { m_baseHeadingLevel = level; }
     /*!
      * \h1 DocGen::\this
-     * Sets the receiver of messages. By default they are \xref{../message/printMessage.htm}{printed} to the standard
+     * Sets the receiver of messages. By default they are \xref{../message/message_h.htm}{printed} to the standard
      * output.
      * \synopsis
      * \sa \xref{DocGen}

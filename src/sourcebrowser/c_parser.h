@@ -42,7 +42,7 @@ public:
 
     /*!
      * \h1 SourceBrowserCParser::\this
-     * Reads one file, whose lines come from \xref{../line_iterator/readLine.htm}{readLine}. Earlier declarations of
+     * Reads one file, whose lines come from \xref{../line_iterator/line_iterator_h.htm}{readLine}. Earlier declarations of
      * the same file are removed from the model. A line comment that begins with one of \a{fixmeWords} is an event.
      * \synopsis
      * \sa \xref{SourceBrowserCParser}

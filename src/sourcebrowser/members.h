@@ -165,7 +165,7 @@ private:
 
 /*!
  * \h1 \this
- * A \tt{#define}. Its \xref{../object/text.htm}{text} is the whole directive, continuation lines included.
+ * A \tt{#define}. Its \xref{../object/object_h.htm}{text} is the whole directive, continuation lines included.
  * \sa \xref{members_h}{members.h}
  * \ingroup \this
  */
