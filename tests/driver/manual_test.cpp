@@ -88,7 +88,7 @@ TEST(Manual, TheOutputThatItPresentsFromFilesIsCurrent)
     std::string messages;
     const OutputRecords kettleBook = recordsOf(manualFile(u"examples/pages.dg"_s), messages);
     EXPECT_EQ(kettleBook.back().text + '\n', textOf(manualFile(u"examples/contents.xml"_s)).toUtf8());
-    const OutputRecords kettle = recordsOf(manualFile(u"examples/kettle.h"_s), messages);
+    const OutputRecords kettle = recordsOf(manualFile(u"sessions/header/1/kettle.h"_s), messages);
     const QByteArray declaration = textOf(manualFile(u"examples/kettle.htm"_s)).trimmed().toUtf8();
     EXPECT_TRUE(kettle.front().text.contains(declaration)) << kettle.front().text.data();
     EXPECT_EQ(messages, "");

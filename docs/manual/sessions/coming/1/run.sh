@@ -1,0 +1,1 @@
+tavidoc-site build --strict timer.h -o site

@@ -1,0 +1,1 @@
+tavidoc -v -o plain kettle.dg

@@ -1,0 +1,1 @@
+tavidoc-site build handbook.dg timer.h -o site

@@ -1,0 +1,2 @@
+tavidoc-site build site.toml -o site
+tavidoc-site check --strict

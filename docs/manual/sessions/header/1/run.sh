@@ -1,0 +1,1 @@
+tavidoc -v -o out kettle.h

@@ -1,0 +1,2 @@
+/*! Switches the kettle off. */
+void timer_stop(void);

@@ -1,0 +1,2 @@
+tavidoc --help
+tavidoc

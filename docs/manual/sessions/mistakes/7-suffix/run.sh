@@ -1,0 +1,2 @@
+echo "# The kettle" > kettle.md
+tavidoc-site build kettle.md -o site
