@@ -14,7 +14,12 @@ install(TARGETS tavidoc tavidoc_deps EXPORT tavidocPrograms RUNTIME COMPONENT do
 install(EXPORT tavidocPrograms NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPONENT docs)
 install(FILES share/tavidoc/default.css DESTINATION ${data_dir} COMPONENT docs)
 install(DIRECTORY ${PROJECT_BINARY_DIR}/editors DESTINATION ${data_dir} COMPONENT docs)
-install(FILES docs/man/tavidoc.1 docs/man/tavidoc-deps.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT docs)
+# The page for tavidoc names files that are installed, by the prefix that is known only now.
+install(CODE "file(READ \"${PROJECT_SOURCE_DIR}/docs/man/tavidoc.1\" page)
+    string(REPLACE \"/usr/share/\" \"\${CMAKE_INSTALL_PREFIX}/share/\" page \"\${page}\")
+    file(WRITE \"${PROJECT_BINARY_DIR}/man/tavidoc.1\" \"\${page}\")" COMPONENT docs)
+install(FILES ${PROJECT_BINARY_DIR}/man/tavidoc.1 docs/man/tavidoc-deps.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1
+    COMPONENT docs)
 install(FILES docs/man/tavidoc.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPONENT docs)
 if(TAVIDOC_BUILD_MANUAL)
     install(DIRECTORY ${PROJECT_BINARY_DIR}/manual DESTINATION ${CMAKE_INSTALL_DOCDIR} COMPONENT docs)
