@@ -8,6 +8,7 @@
 #include "sourcebrowser/token_stream.h"
 
 #include <deque>
+#include <optional>
 
 namespace tavidoc {
 
@@ -76,6 +77,7 @@ private:
     void begin(const Token &first);
     bool collect(const Token &token);
     bool collectPart(const Token &token);
+    std::optional<bool> collectTurn(const Token &token);
     bool cutOff(const Token &token);
     void leaveMacros(const Token &token);
     void leave();
@@ -89,7 +91,7 @@ private:
     void restoreComment();
 
     // Template parameters and values: declaration_parser_values.cpp.
-    bool templateParameters(const Token &keyword);
+    bool templateParameters();
     bool isComparison(const Token &equals);
     bool initialiser(const Token &equals);
     bool constructorInitialisers(const Token &colon);

@@ -85,9 +85,27 @@ bool SourceBrowserDeclarationParser::collectPart(const Token &token)
         m_pending.note(name);
         return true;
     }
+    if (token.is(Skipped) && !m_pending.isInText())
+        return true;
+    if (m_pending.parentheses == 0) {
+        if (const std::optional<bool> goesOn = collectTurn(token))
+            return *goesOn;
+    }
+    if (token.is(')') && m_scanner.pendingComment().isPresent())
+        m_scanner.pendingComment().clear(); // it belongs to the arguments
+    if (token.line != m_pending.lastLine || m_scanner.pendingComment().isPresent())
+        leaveMacros(token);
+    m_pending.note(token);
+    return true;
+}
+
+/// Reads a part of the declaration that begins with \a token outside brackets and needs more than to be noted: a value,
+/// template parameters, or the beginning of something else. Null if \a token is to be noted.
+std::optional<bool> SourceBrowserDeclarationParser::collectTurn(const Token &token)
+{
     switch (token.code) {
     case '=':
-        if (m_pending.parentheses == 0 && !m_pending.isOperator() && !isComparison(token))
+        if (!m_pending.isOperator() && !isComparison(token))
             return initialiser(token);
         break;
     case ':':
@@ -98,47 +116,33 @@ bool SourceBrowserDeclarationParser::collectPart(const Token &token)
             return false;
         }
         break;
-    case ')':
-        if (m_scanner.pendingComment().isPresent())
-            m_scanner.pendingComment().clear(); // it belongs to the arguments
-        break;
-    case Skipped:
-        if (!m_pending.isInText())
-            return true;
-        break;
     case Public:
     case Protected:
     case Private:
-        if (m_pending.parentheses == 0 && isInClass() && isLabel())
+        if (isInClass() && isLabel())
             return cutOff(token);
         break;
     case String:
-        if (m_pending.parentheses == 0 && !m_pending.tokens.empty() && !m_pending.endsWith(Extern) &&
-            !m_pending.isOperator()) {
+        if (!m_pending.tokens.empty() && !m_pending.endsWith(Extern) && !m_pending.isOperator()) {
             endAt(token);
             finish(); // a string belongs to no declaration
             return false;
         }
         break;
     case Template:
-        if (m_pending.parentheses == 0 && !m_pending.endsWith(Scope)) {
+        if (!m_pending.endsWith(Scope)) {
             if (token.line != m_pending.lastLine)
                 leaveMacros(token);
-            return templateParameters(token);
+            return templateParameters();
         }
         break;
     case Using:
     case Namespace:
-        if (m_pending.parentheses == 0)
-            return cutOff(token);
-        break;
+        return cutOff(token);
     default:
         break;
     }
-    if (token.line != m_pending.lastLine || m_scanner.pendingComment().isPresent())
-        leaveMacros(token);
-    m_pending.note(token);
-    return true;
+    return std::nullopt;
 }
 
 /// Starts again with \a token if the tokens so far are standalone macros.

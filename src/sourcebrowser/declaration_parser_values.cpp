@@ -6,7 +6,7 @@ using namespace Qt::StringLiterals;
 using namespace SourceBrowserToken;
 
 /// Skips "<...>" after "template" and the constraint after it.
-bool SourceBrowserDeclarationParser::templateParameters(const Token &keyword)
+bool SourceBrowserDeclarationParser::templateParameters()
 {
     Token token = m_stream.next();
     if (!token.is('<')) {
@@ -22,8 +22,6 @@ bool SourceBrowserDeclarationParser::templateParameters(const Token &keyword)
         m_stream.skipConstraint();
     else
         m_stream.giveBack(token);
-    if (m_pending.tokens.empty())
-        m_pending.column = keyword.column;
     return true;
 }
 
