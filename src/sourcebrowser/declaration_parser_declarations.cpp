@@ -109,7 +109,7 @@ std::optional<bool> SourceBrowserDeclarationParser::collectTurn(const Token &tok
             return initialiser(token);
         break;
     case ':':
-        if (m_pending.key < 0 && m_pending.isAfterArguments())
+        if (m_pending.key < 0 && m_pending.isAfterArguments() && !m_pending.isFieldInParentheses())
             return constructorInitialisers(token);
         if (m_context->body == Body::Class && endsWithSection(token)) {
             endDeclaration();

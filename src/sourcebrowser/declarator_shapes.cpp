@@ -49,7 +49,7 @@ bool SourceBrowserDeclaratorReader::isNameInParentheses(Index open, Index end) c
     if (open == 0 || token(open - 1).is(')'))
         return false;
     const int after = code(afterGroup(open), end);
-    if (token(open).match >= end || (after != 0 && after != ')' && after != '[' && after != '='))
+    if (token(open).match >= end || (after != 0 && after != ')' && after != '[' && after != '=' && after != ':'))
         return false;
     Index at = open + 1;
     while (code(at, end) == '(')

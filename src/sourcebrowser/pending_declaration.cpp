@@ -122,6 +122,12 @@ bool SourceBrowserPendingDeclaration::isAfterArguments() const
                                          [](const Token &token) { return token.word == Word::Suffix; }));
 }
 
+bool SourceBrowserPendingDeclaration::isFieldInParentheses() const
+{
+    return tokens.size() > 3 && endsWith(')') && tokens[tokens.size() - 3].is('(') &&
+           tokens[tokens.size() - 4].word == Word::BasicType;
+}
+
 bool SourceBrowserPendingDeclaration::isLanguageBlock() const
 {
     return endsWith(String) && tokens.size() > 1 && tokens[tokens.size() - 2].is(Extern);

@@ -44,6 +44,8 @@ struct SourceBrowserPendingDeclaration
     [[nodiscard]] bool isOperator() const;
     /// Whether the tokens end with an argument list, or with one and what may follow it.
     [[nodiscard]] bool isAfterArguments() const;
+    /// Whether the tokens end with a name in parentheses directly after a basic type, as in `unsigned (flags) : 3`.
+    [[nodiscard]] bool isFieldInParentheses() const;
     /// Whether the tokens are `extern "C"`.
     [[nodiscard]] bool isLanguageBlock() const;
     /// Whether the tokens are macros that form statements of their own, so that the declaration begins with
