@@ -137,8 +137,9 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readTag(Inde
             (isPointer(token(afterTag)) || (isWord(token(afterTag)) && !looksLikeMacro(afterTag)))) {
             name = after;
             stop = afterTag;
-        } else if (isCall && after < end && (isArgument || isPointer(token(after)))) {
-            stop = after; // "struct TAG(x) *"
+        } else if (isCall && after < end &&
+                   (isArgument || isPointer(token(after)) || findTopLevel(stop + 1, after, ',') < after)) {
+            stop = after; // "struct TAG(x) *", "struct TAG(x, y) name"; "struct ALIGNED(8) tag" declares nothing
         }
     }
     if (stop > name)

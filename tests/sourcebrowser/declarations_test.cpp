@@ -114,6 +114,9 @@ INSTANTIATE_TEST_SUITE_P(
             "f = struct a *f(int b) ; h = struct e h(void) ; l = enum k l(void) ; n = struct m *n(int o) ; "
             "r = void r(struct s *, struct DECL(1) t) ; c = struct a c ; g = struct d *g ; i = struct FOO *i ; "
             "j = struct FOO j ; q = struct DECL(p) *q ; u = struct FOO *u ; v = struct FOO v"},
+        Row{u"struct TAG(a, b) c; struct ALIGNED(8) d; struct e { struct TAG(a, (b)) f, *g; }; struct TAG(a, b) h(int);",
+            "e ; h = struct TAG(a, b) h(int) ; c = struct TAG(a, b) c ; e.f = struct TAG(a, (b)) f ; "
+            "e.g = struct TAG(a, (b)) *g"},
         Row{u"extern FILE *out ATTRIBUTE(3); int errors ALIGNED;", "errors = int errors ; out = FILE *out"},
         Row{u"typedef void (WINAPI *call)(int); typedef int (API call2)(int);",
             "call = typedef void (*call)(int) ; call2 = typedef int call2(int)"},
