@@ -53,6 +53,26 @@ SourceBrowserArgument SourceBrowserDeclaratorReader::readArgument(Index begin, I
     return argument;
 }
 
+/// Reads the end of an argument that a macro makes a function: `int OF((int))`, `int name OF((int))`. False if the macro
+/// call \a word does not.
+bool SourceBrowserDeclaratorReader::readFunctionOfMacro(Index word, Index open, Index end, Shape &shape)
+{
+    const Index inner = wrappedArguments(open);
+    if (inner < 0 || afterGroup(open) != end || !looksLikeMacro(word) || !holdsArguments(inner, end))
+        return false;
+    const int names = counts().types > 0 ? counts().words : counts().words - 1;
+    if (names < 0 || names > 1 || m_items.back().kind == Item::Call ||
+        (names == 1 && m_items.back().kind != Item::Plain))
+        return false;
+    if (names == 1) {
+        shape.nameBegin = m_items.back().begin;
+        shape.nameEnd = m_items.back().end;
+        m_items.pop_back();
+    }
+    appendTypeText(shape.suffix, range(inner, afterGroup(inner)));
+    return true;
+}
+
 /// Whether the group at \a open can be the arguments of a function: it is empty or begins with a type.
 bool SourceBrowserDeclaratorReader::holdsArguments(Index open, Index end) const
 {

@@ -180,6 +180,8 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
     }
     if (isRedirection(at, stop, end) && counts().types + counts().words > 0)
         return readRedirection(stop, end, shape);
+    if (isArgument && readFunctionOfMacro(at, stop, end, shape))
+        return end;
     if (const Index inner = macroArguments(at, stop); inner >= 0 && !m_items.empty() &&
                                                       m_items.back().kind == Item::Plain &&
                                                       counts().types + counts().words > 1) { // "int f OF((int a))"

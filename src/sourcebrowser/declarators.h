@@ -155,6 +155,7 @@ private:
     // Argument lists and macro calls that hold them: declarator_arguments.cpp.
     std::vector<SourceBrowserArgument> readArguments(Index open);
     SourceBrowserArgument readArgument(Index begin, Index end);
+    bool readFunctionOfMacro(Index word, Index open, Index end, Shape &shape);
     [[nodiscard]] bool holdsArguments(Index open, Index end) const;
     [[nodiscard]] bool isRedirection(Index word, Index open, Index end) const;
     Index readRedirection(Index open, Index end, Shape &shape);

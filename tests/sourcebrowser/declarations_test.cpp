@@ -102,6 +102,8 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"PNG_EXPORT(1, png_uint_32, version, (void));\nFP_EXPORT(2, int, a, (int x))\nFP_EXPORT(3, int, b, (int "
             u"y))\n",
             "a = int a(int x) ; b = int b(int y) ; version = png_uint_32 version(void)"},
+        Row{u"void h(int OF((char *)), unsigned int OF((void)), T OF(()), int a OF((int)), int NN((1)), T NN((1)));",
+            "h = void h(int (char *), unsigned int (void), T (void), int a(int), int, T)"},
         Row{u"int f OF((int a)); typedef int (*g) OF((void));", "f = int f(int a) ; g = typedef int (*g)(void)"},
         Row{u"extern int REDIRECT (f, (int a), other); extern FILE *__REDIRECT (g, (int a), other) __wur;",
             "f = int f(int a) ; g = FILE *g(int a)"},
