@@ -289,28 +289,41 @@ bool SourceBrowserPendingDeclaration::isOldStyle()
     return false;
 }
 
-/// Reads the last group outside brackets, before the first declaration of an argument. False if it holds anything but
-/// names.
+/// The index of the ")" before the declaration of an old argument at the end; -1 if the tokens end otherwise. A pointer
+/// to a function, `int f(a) int (*a)();`, has groups of its own, so the first group is that of the names.
+int SourceBrowserPendingDeclaration::oldNamesEnd() const
+{
+    if (groupEnd < 2 || tokens.back().isIdentifier() || tokens.back().is(']'))
+        return groupEnd;
+    const auto isOpener = [](const Token &token) { return token.is('('); };
+    const auto first = std::find_if(tokens.begin(), tokens.end(), isOpener);
+    const size_t end = afterGroup(static_cast<size_t>(first - tokens.begin()));
+    const auto pointer = std::find_if(tokens.begin() + static_cast<std::ptrdiff_t>(end), tokens.end(), isOpener);
+    const bool isPointer = tokens.end() - pointer > 4 && pointer[1].is('*') && pointer[3].is(')');
+    return isPointer && first - tokens.begin() > 1 && !isInCapitals(first[-1].text) ? static_cast<int>(end) - 1 : -1;
+}
+
+/// Reads the names of the arguments, before the first declaration of one. False if the group holds anything but names.
 bool SourceBrowserPendingDeclaration::readOldNames()
 {
-    if (groupEnd < 2 || groupEnd + 2 >= static_cast<int>(tokens.size()) ||
-        !(tokens.back().isIdentifier() || tokens.back().is(']')))
+    const int end = oldNamesEnd();
+    if (end < 2 || end + 2 >= static_cast<int>(tokens.size()))
         return false;
-    size_t begin = static_cast<size_t>(groupEnd) - 1;
+    size_t begin = static_cast<size_t>(end) - 1;
     for (bool wantsName = true; begin > 0 && !tokens[begin].is('('); --begin, wantsName = !wantsName) {
         if (wantsName ? !tokens[begin].isPlainName() : !tokens[begin].is(','))
             return false;
     }
     if (begin == 1 && isInCapitals(tokens[0].text))
         return false; // a macro before a declaration
-    for (size_t at = begin + 1; at < static_cast<size_t>(groupEnd); at += 2)
+    for (size_t at = begin + 1; at < static_cast<size_t>(end); at += 2)
         m_oldNames.insert(tokens[at].text);
     SourceBrowserPendingDeclaration function;
-    for (int at = 0; at <= groupEnd; ++at)
+    for (int at = 0; at <= end; ++at)
         function.note(tokens[static_cast<size_t>(at)]);
     m_oldKey = function.key;
     m_oldIsStatic = function.isStatic;
-    m_oldNamesEnd = groupEnd;
+    m_oldNamesEnd = end;
     return true;
 }
 

@@ -80,6 +80,7 @@ struct SourceBrowserPendingDeclaration
 
 private:
     [[nodiscard]] bool beginsHead(const Token &token) const;
+    [[nodiscard]] int oldNamesEnd() const;
     bool readOldNames();
     void noteText(const Token &token);
     [[nodiscard]] bool isMacroCall(size_t at) const;

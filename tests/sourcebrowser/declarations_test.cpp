@@ -73,6 +73,9 @@ INSTANTIATE_TEST_SUITE_P(
         Row{u"unsigned long long x = 1, y = f(1, 2), z = { 1, 2 };",
             "x = unsigned long long x ; y = unsigned long long y ; z = unsigned long long z"},
         Row{u"int old(a, b) int a; char *b; { return 0; } int next;", "old = int old(a, b) ; next = int next"},
+        Row{u"int f(g, a) int (*g)(); int a; { } int h(a, g) int a, (*g)(int); { } int (*a)(); extern NN(b) int "
+            u"(*b)(); int c;",
+            "f = int f(g, a) ; h = int h(a, g) ; a = int (*a)(void) ; b = int (*b)(void) ; c = int c"},
         Row{u"int f(void (*)(int), int (int), char a[static 3], char *const *v);",
             "f = int f(void (*)(int), int (int), char a[static 3], char *const *v)"},
         Row{u"int a[1], (b), ((c))[3], *(d), (e) = 1; int ((f))(int), (*(g))(int), (h(int)), *(i(int)); T *(j); f (k);",
@@ -116,7 +119,8 @@ INSTANTIATE_TEST_SUITE_P(
             "f = struct a *f(int b) ; h = struct e h(void) ; l = enum k l(void) ; n = struct m *n(int o) ; "
             "r = void r(struct s *, struct DECL(1) t) ; c = struct a c ; g = struct d *g ; i = struct FOO *i ; "
             "j = struct FOO j ; q = struct DECL(p) *q ; u = struct FOO *u ; v = struct FOO v"},
-        Row{u"struct TAG(a, b) c; struct ALIGNED(8) d; struct e { struct TAG(a, (b)) f, *g; }; struct TAG(a, b) h(int);",
+        Row{u"struct TAG(a, b) c; struct ALIGNED(8) d; struct e { struct TAG(a, (b)) f, *g; }; struct TAG(a, b) "
+            u"h(int);",
             "e ; h = struct TAG(a, b) h(int) ; c = struct TAG(a, b) c ; e.f = struct TAG(a, (b)) f ; "
             "e.g = struct TAG(a, (b)) *g"},
         Row{u"extern FILE *out ATTRIBUTE(3); int errors ALIGNED;", "errors = int errors ; out = FILE *out"},
