@@ -95,7 +95,7 @@ void Translator::tip(const Command &)
     beginText();
     if (!tip.empty())
         return writeEscaped(tip);
-    error("there is no tip for " + std::string(*action), s_unknownName);
+    error("no tip for \"" + simplified(*action) + "\": expected an item with a tip in messages.xml", s_unknownName);
     missingDefinitions({"messages.xml"});
     write("<b>***ERROR NO TIP*** ");
     writeEscaped(*action);
@@ -139,7 +139,7 @@ void Translator::property(const Command &)
         return;
     const Property *const property = m_properties.find(*name);
     if (property == nullptr) {
-        error("there is no property " + std::string(*name), s_unknownName);
+        error("unknown property \"" + simplified(*name) + "\": expected a name from properties.xml", s_unknownName);
         missingDefinitions({"properties.xml"});
     }
     beginText();
@@ -163,7 +163,8 @@ void Translator::icon(const Command &)
     if (!name)
         return;
     if (!m_icons.save(*name))
-        return errorMarker("there is no icon of this name", s_unknownName);
+        return errorMarker("unknown icon \"" + simplified(*name) + "\": expected the name of a built-in icon",
+                           s_unknownName);
     beginText();
     write("<img src=\"");
     const std::size_t source = m_blocks.text().size();

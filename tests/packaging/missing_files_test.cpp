@@ -99,13 +99,13 @@ INSTANTIATE_TEST_SUITE_P(
             "DIR/in/book.dg:4: error: \\menu: there is no \"messages.xml\" in the directory of the input\n"
             "DIR/in/book.dg:4: error: \\menu: there is no \"menus.xml\" in the directory of the input\n"
             "DIR/in/book.dg:4: warning: Can't find shut in message scheme\n"
-            "DIR/in/book.dg:5: error: \\property: there is no property p\n"
+            "DIR/in/book.dg:5: error: \\property: unknown property \"p\": expected a name from properties.xml\n"
             "DIR/in/book.dg:5: error: \\property: there is no \"properties.xml\" in the directory of the input\n"},
         MissingRow{
             "the list of properties", "\\split a\n\\envpage\n", "",
             "DIR/in/book.dg:2: error: \\envpage: there is no \"properties.xml\" in the directory of the input\n"},
         MissingRow{"a tip", "\\split a\n\\tip{open}\n", "",
-                   "DIR/in/book.dg:2: error: \\tip: there is no tip for open\n"
+                   "DIR/in/book.dg:2: error: \\tip: no tip for \"open\": expected an item with a tip in messages.xml\n"
                    "DIR/in/book.dg:2: error: \\tip: there is no \"messages.xml\" in the directory of the input\n"},
         MissingRow{"one of a key and a menu path is enough for a phrase", "\\split a\n\\choose{open}\n",
                    "echo '<keyscheme><item name=\"open\"><key>F3</key></item></keyscheme>' > in/keys.xml",

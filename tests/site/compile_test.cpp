@@ -113,9 +113,9 @@ INSTANTIATE_TEST_SUITE_P(
                 "\\split a\n\\key{K}\n\\menu{M}\n\\tip{T}\n\\property{P}\n\\icon{I}\n\\choose{C}\n",
                 "a.dg:2: unknown-name: Can't find K in key scheme\n"
                 "a.dg:3: unknown-name: Can't find M in message scheme\n"
-                "a.dg:4: unknown-name: \\tip: there is no tip for T\n"
-                "a.dg:5: unknown-name: \\property: there is no property P\n"
-                "a.dg:6: unknown-name: \\icon: there is no icon of this name\n"
+                "a.dg:4: unknown-name: \\tip: no tip for \"T\": expected an item with a tip in messages.xml\n"
+                "a.dg:5: unknown-name: \\property: unknown property \"P\": expected a name from properties.xml\n"
+                "a.dg:6: unknown-name: \\icon: unknown icon \"I\": expected the name of a built-in icon\n"
                 "a.dg:7: unknown-name: Can't find C in message scheme\n"
                 "a.dg:7: unknown-name: missing both menu path and accelerator for C\n"},
         TextRow{"contents_that_are_not_XML", u"a.dg"_s,
