@@ -55,6 +55,20 @@ void tellStrayComments(const QString &file, const std::vector<int> &commentLines
 
 std::string_view declarationKind(const SourceBrowserObject &object)
 {
+    switch (object.form()) {
+    case SourceBrowserObject::Form::Union:
+        return "union";
+    case SourceBrowserObject::Form::Concept:
+        return "concept";
+    case SourceBrowserObject::Form::Alias:
+        return "alias";
+    case SourceBrowserObject::Form::DeductionGuide:
+        return "deduction guide";
+    case SourceBrowserObject::Form::Plain:
+    case SourceBrowserObject::Form::ScopedEnumeration:
+    case SourceBrowserObject::Form::Friend:
+        break;
+    }
     switch (object.phylum()) {
     case SourceBrowserObject::Class:
         return "class";

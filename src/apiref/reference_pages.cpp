@@ -85,6 +85,10 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
     parser.parse(m_header.given());
     if (!lastFileCommand({m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())}))
         m_surroundings.output.release();
+    if (m_surroundings.names == ReferenceNames::Qualified) {
+        m_source.emplace(m_lines.text(), m_model);
+        m_source->attachTrailingComments();
+    }
     if (m_facts) {
         m_facts->listener().file(m_header.given(), m_lines.wasRead());
         tellStrayComments(m_header.given(), parser.documentationLines(), m_model, m_facts->listener());
@@ -283,7 +287,9 @@ std::optional<std::string> ReferencePages::rendering(std::string_view name) cons
 {
     const QString wanted = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
     const SourceBrowserObject *const object = m_model.find(wanted);
-    return object == nullptr ? std::nullopt : std::optional(object->description(s_shown).toStdString());
+    if (object == nullptr)
+        return std::nullopt;
+    return m_source ? m_source->synopsis(*object) : object->description(s_shown).toStdString() + ";";
 }
 
 std::string ReferencePages::currentName() const
@@ -295,6 +301,8 @@ std::string ReferencePages::currentSynopsis() const
 {
     if (m_current == nullptr)
         return {};
+    if (m_source)
+        return m_source->synopsis(*m_current->object);
     return m_current->object->description(s_shown | SourceBrowserObject::ArgumentLines).toStdString() + ";";
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "apiref/reference_names.h"
+#include "apiref/synopsis_source.h"
 #include "base/path.h"
 #include "base/text_map.h"
 #include "definitions/action_names.h"
@@ -111,6 +112,7 @@ private:
     std::optional<DocumentFacts> m_facts; // nothing when nobody is told
     SourceLineReader m_lines;             // the model has strings that share their memory
     SourceBrowserModel m_model;
+    std::optional<SynopsisSource> m_source; // with qualified names
     HtmlBlocks m_blocks{SharedTables::paraStyle};
     Pages m_pages;
     IconTable m_icons;

@@ -15,7 +15,7 @@ public:
     /// The stem of the page of the declaration \a name, bare or qualified with "." or "::".
     /// Nothing when the header has no such page.
     [[nodiscard]] virtual std::optional<std::string> pageOf(std::string_view name) const = 0;
-    /// The declaration \a name as C text, without a ";". Nothing when the header does not have it.
+    /// The declaration \a name as the language has it, with the ";" that may end it. Nothing when the header does not have it.
     [[nodiscard]] virtual std::optional<std::string> rendering(std::string_view name) const = 0;
     /// The name of the declaration whose page is being made; empty on the header's own page.
     [[nodiscard]] virtual std::string currentName() const = 0;

@@ -140,8 +140,8 @@ void Translator::show(const Command &)
     const std::optional<std::string> rendering =
         m_declarations == nullptr ? std::nullopt : m_declarations->rendering(*text);
     write("<pre>");
-    writeEscaped(rendering ? std::string_view(*rendering) : *text);
-    m_blocks.append(";</pre>");
+    writeEscaped(rendering ? *rendering : std::string(*text) + ";");
+    m_blocks.append("</pre>");
 }
 
 } // namespace tavidoc

@@ -131,6 +131,7 @@ void SourceBrowserDeclarationParser::declareObject(const SourceBrowserDeclarator
     const auto phylum = m_pending.isTypedef ? SourceBrowserObject::Typedef : SourceBrowserObject::Variable;
     auto variable = std::make_unique<SourceBrowserVariable>(phylum, declarator.name, declarator.type);
     place(*variable, m_pending.line, declarator.place);
+    variable->setForm(m_pending.form);
     SourceBrowserObject::Lines lines = variable->lines();
     lines.last = m_scanner.line() - 1;
     variable->setLines(lines);

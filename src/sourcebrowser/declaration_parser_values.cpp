@@ -85,6 +85,7 @@ bool SourceBrowserDeclarationParser::conceptDeclaration()
     declarator.name = m_pending.tokens.back().text.toString();
     declarator.type.text = u"concept"_s;
     m_pending.isTypedef = true;
+    m_pending.form = SourceBrowserObject::Form::Concept;
     declarator.place = positionOf(m_pending.tokens.back());
     m_stream.skipUntil(';');
     declareObject(declarator, true);

@@ -27,6 +27,7 @@ struct SourceBrowserPendingDeclaration
     int parentheses = 0;                 ///< how many "(" and "[" are open
     int key = -1;                        ///< index of the last class, struct, union or enum outside brackets
     int groupEnd = -1;                   ///< index of the last ")" outside brackets
+    SourceBrowserObject::Form form = SourceBrowserObject::Form::Plain;
     bool isTypedef = false;
     bool isStatic = false;
     bool isVirtual = false;

@@ -25,6 +25,8 @@ constexpr ObjectType s_objectTypes[] = {
     {"function", "cpp:function", "c:function"},
     {"variable", "cpp:member", "c:member"},
     {"typedef", "cpp:type", "c:type"},
+    {"alias", "cpp:type", ""},
+    {"deduction guide", "cpp:function", ""},
     {"enum", "cpp:enum", "c:enum"},
     {"namespace", "cpp:type", ""},
     {"concept", "cpp:concept", ""},

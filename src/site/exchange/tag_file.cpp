@@ -33,7 +33,9 @@ std::string_view compoundKind(std::string_view kind)
 
 std::string_view memberKind(std::string_view kind)
 {
-    return kind == "macro" ? "define" : kind == "enum" ? "enumeration" : kind == "concept" ? "typedef" : kind;
+    if (kind == "concept" || kind == "alias")
+        return "typedef";
+    return kind == "macro" ? "define" : kind == "enum" ? "enumeration" : kind == "deduction guide" ? "function" : kind;
 }
 
 std::string_view scopeOf(std::string_view qualifiedName)

@@ -1,0 +1,165 @@
+#include "apiref/synopsis_source.h"
+
+#include "sourcebrowser/tokens.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+namespace tavidoc {
+
+namespace {
+
+/// Whether the parser of declarations drops \a token, so that it may precede the first token that the parser knows.
+bool isDropped(const SynopsisToken &token)
+{
+    using SourceBrowserToken::Word;
+    const SourceBrowserToken::WordEntry *const entry = SourceBrowserToken::wordEntry(token.text);
+    return entry != nullptr && (entry->word == Word::Extension || token.text == u"inline");
+}
+
+bool isDroppedCall(const SynopsisToken &token)
+{
+    const SourceBrowserToken::WordEntry *const entry = SourceBrowserToken::wordEntry(token.text);
+    return entry != nullptr && entry->word == SourceBrowserToken::Word::ExtensionCall;
+}
+
+} // namespace
+
+SynopsisSource::SynopsisSource(const QByteArray &text, const SourceBrowserModel &model) : m_tokens(text)
+{
+    for (std::vector<const SourceBrowserContainer *> open = {&model.root()}; !open.empty();) {
+        const SourceBrowserContainer &container = *open.back();
+        open.pop_back();
+        for (const std::unique_ptr<SourceBrowserObject> &member : container.members()) {
+            if (!member)
+                continue;
+            addPlace(*member);
+            if (const SourceBrowserContainer *const nested = SourceBrowserContainer::from(member.get()))
+                open.push_back(nested);
+        }
+    }
+    // A type that a declaration defines comes before the declarators.
+    std::ranges::sort(m_places, {},
+                      [](const Place &place) { return std::pair(place.begin, place.isNamed() ? place.name + 1 : 0); });
+    for (std::size_t index = 0; index < m_places.size(); ++index)
+        m_placeOf.insert(m_places[index].object, index);
+}
+
+void SynopsisSource::addPlace(SourceBrowserObject &object)
+{
+    if (object.phylum() == SourceBrowserObject::Macro)
+        return m_macros.push_back(&object);
+    const std::optional<std::size_t> begin = m_tokens.indexAt(object.source().begin);
+    if (!begin)
+        return;
+    const bool isConcept = object.form() == SourceBrowserObject::Form::Concept;
+    std::size_t end = isConcept ? endFrom(*begin) : m_tokens.indexAt(object.source().end).value_or(endFrom(*begin));
+    if (isConcept) {
+        while (isToken(end, u'{'))
+            end = endFrom(std::max(matchOf(end), end) + 1);
+    }
+    const std::size_t name = m_tokens.indexAt(object.source().name).value_or(s_none);
+    if (end > *begin)
+        m_places.push_back({&object, extendedBegin(*begin), name < end ? name : s_none, end});
+}
+
+/// The index of the token that ends the declaration at \a begin, as far as braces and semicolons show it.
+std::size_t SynopsisSource::endFrom(std::size_t begin) const
+{
+    const std::vector<SynopsisToken> &all = m_tokens.all();
+    for (std::size_t at = begin; at < all.size(); ++at) {
+        if (all[at].is(u';') || all[at].is(u'{') || all[at].is(u'}'))
+            return at;
+        if (all[at].is(u'(') || all[at].is(u'['))
+            at = std::max(matchOf(at), at);
+    }
+    return all.size();
+}
+
+/// The index of the first of the words and attributes before \a begin that belong to the declaration there.
+std::size_t SynopsisSource::extendedBegin(std::size_t begin) const
+{
+    const std::vector<SynopsisToken> &all = m_tokens.all();
+    while (begin > 0) {
+        const std::size_t before = begin - 1;
+        if (isDropped(all[before])) {
+            begin = before;
+            continue;
+        }
+        const std::size_t open = matchOf(before);
+        const bool isCall = isToken(before, u')') && open > 0 && open < before && isDroppedCall(all[open - 1]);
+        const bool isAttribute = isToken(before, u']') && open < before && isToken(open + 1, u'[');
+        if (!isCall && !isAttribute)
+            break;
+        begin = isCall ? open - 1 : open;
+    }
+    return begin;
+}
+
+bool SynopsisSource::isToken(std::size_t index, char16_t unit) const
+{
+    return index < m_tokens.all().size() && m_tokens.all()[index].is(unit);
+}
+
+/// The index of the bracket that matches the one at \a index; \a index itself if there is none.
+std::size_t SynopsisSource::matchOf(std::size_t index) const
+{
+    const int match = index < m_tokens.all().size() ? m_tokens.all()[index].match : -1;
+    return match < 0 ? index : static_cast<std::size_t>(match);
+}
+
+const SynopsisSource::Place *SynopsisSource::placeOf(const SourceBrowserObject &object) const
+{
+    const auto found = m_placeOf.constFind(&object);
+    return found == m_placeOf.constEnd() ? nullptr : &m_places[*found];
+}
+
+SynopsisSource::Group SynopsisSource::groupOf(const Place &place) const
+{
+    return std::ranges::equal_range(m_places, place.begin, {}, &Place::begin);
+}
+
+SynopsisSource::Facts SynopsisSource::facts(const SourceBrowserObject &object) const
+{
+    Facts facts;
+    const Place *const place = placeOf(object);
+    if (place == nullptr)
+        return facts;
+    const SynopsisTokens::Range all = m_tokens.all();
+    const SynopsisTokens::Range range = all.subspan(place->begin, place->end - place->begin);
+    const std::size_t heads = SynopsisLayout::templateHeads(range);
+    facts.isTemplate = heads > 0;
+    struct Word
+    {
+        QStringView text;
+        bool Facts::*fact;
+    };
+    static constexpr Word words[] = {
+        {u"static", &Facts::isStatic},       {u"virtual", &Facts::isVirtual},   {u"constexpr", &Facts::isConstexpr},
+        {u"consteval", &Facts::isConstexpr}, {u"noexcept", &Facts::isNoexcept}, {u"override", &Facts::isOverride},
+        {u"final", &Facts::isFinal},         {u"default", &Facts::isDefaulted}, {u"delete", &Facts::isDeleted},
+        {u"explicit", &Facts::isExplicit},
+    };
+    bool isAfterArguments = false;
+    for (std::size_t at = heads; at < range.size(); ++at) {
+        const std::size_t index = place->begin + at;
+        for (const Word &word : words)
+            facts.*word.fact |= range[at].isWord() && range[at].text == word.text;
+        facts.isConst |= isAfterArguments && range[at].is(u"const");
+        facts.isPure |= isAfterArguments && range[at].is(u'=') && at + 1 < range.size() && range[at + 1].text == u"0";
+        if (range[at].is(u'(') && matchOf(index) > index) {
+            at = std::min(matchOf(index) - place->begin, range.size() - 1);
+            isAfterArguments |= place->isNamed() && index > place->name;
+        } else if (range[at].is(u':') && dynamic_cast<const SourceBrowserEnum *>(&object) != nullptr) {
+            facts.underlyingType =
+                SynopsisLayout::line({range.begin() + static_cast<std::ptrdiff_t>(at) + 1, range.end()});
+            break;
+        }
+    }
+    if (dynamic_cast<const SourceBrowserMethod *>(&object) == nullptr)
+        facts.isConst = facts.isPure = false;
+    return facts;
+}
+
+} // namespace tavidoc

@@ -1,0 +1,120 @@
+#pragma once
+
+#include "apiref/synopsis_layout.h"
+#include "apiref/synopsis_tokens.h"
+#include "sourcebrowser/model.h"
+
+#include <QHash>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace tavidoc {
+
+/// The declarations of one header as the language states them, taken from the text of the header: what the model
+/// has no place for (template heads, qualifiers, enumerators with comments) and synopses that a compiler accepts.
+class SynopsisSource
+{
+public:
+    /// What the words of a declaration say about it.
+    struct Facts
+    {
+        bool isStatic = false;
+        bool isVirtual = false;
+        bool isPure = false;
+        bool isConst = false; ///< of a method
+        bool isConstexpr = false;
+        bool isNoexcept = false; ///< with noexcept, whatever its condition
+        bool isOverride = false;
+        bool isFinal = false;
+        bool isDefaulted = false;
+        bool isDeleted = false;
+        bool isExplicit = false;
+        bool isTemplate = false;
+        QString underlyingType; ///< of an enumeration, as written; empty if it has none
+    };
+
+    struct Enumerator
+    {
+        QString name;
+        QString value;        ///< as written; empty if it has none
+        QString comment;      ///< after it, else before it, without delimiters
+        int commentLine = -1; ///< counted from 1
+    };
+
+    /// \a text is that of the header from which \a model was read, UTF-8 with "\n" line ends. Borrows the declarations
+    /// of \a model, which must stay in it.
+    SynopsisSource(const QByteArray &text, const SourceBrowserModel &model);
+
+    /// The declaration as the language states it, with its ";" unless it is the head of a class, a namespace or a macro.
+    /// Several lines are joined by "\n".
+    [[nodiscard]] std::string synopsis(const SourceBrowserObject &object) const;
+    /// The text of the header that synopsis() states, from its first token to the one after it: to the body of a function
+    /// or the members of a class. Empty if it is unknown.
+    [[nodiscard]] QStringView stated(const SourceBrowserObject &object) const;
+    [[nodiscard]] Facts facts(const SourceBrowserObject &object) const;
+    [[nodiscard]] std::vector<Enumerator> enumerators(const SourceBrowserEnum &enumeration) const;
+
+    /// The text of the header.
+    [[nodiscard]] const QString &text() const { return m_tokens.text(); }
+
+    /// Gives the declarations of the model the comments that follow them.
+    void attachTrailingComments() const;
+
+private:
+    using Tokens = SynopsisLayout::Tokens;
+
+    /// Where a declaration is. The values are indices of tokens.
+    struct Place
+    {
+        SourceBrowserObject *object;
+        std::size_t begin;
+        std::size_t name; ///< s_none if the declarator has none
+        std::size_t end;  ///< of the token after it
+
+        [[nodiscard]] bool isNamed() const { return name != s_none; }
+    };
+
+    /// The places of one declaration, in order: a type that it defines and its declarators.
+    using Group = std::span<const Place>;
+
+    static constexpr std::size_t s_none = static_cast<std::size_t>(-1);
+
+    // Finding the declarations: synopsis_source.cpp.
+    void addPlace(SourceBrowserObject &object);
+    [[nodiscard]] const Place *placeOf(const SourceBrowserObject &object) const;
+    [[nodiscard]] Group groupOf(const Place &place) const;
+    [[nodiscard]] std::size_t extendedBegin(std::size_t begin) const;
+    [[nodiscard]] std::size_t endFrom(std::size_t begin) const;
+    [[nodiscard]] bool isToken(std::size_t index, char16_t unit) const;
+    [[nodiscard]] std::size_t matchOf(std::size_t index) const;
+
+    // Stating them: synopsis_statements.cpp.
+    [[nodiscard]] QString container(const Place &place) const;
+    [[nodiscard]] QString declarator(const Place &place) const;
+    [[nodiscard]] QString functionOrObject(const Place &place, Tokens tokens) const;
+    [[nodiscard]] QString conceptText(const Place &place) const;
+    [[nodiscard]] bool isPlainData(const SourceBrowserContainer &container, const Place &place) const;
+    [[nodiscard]] std::size_t endOfStated(const Place &place) const;
+    [[nodiscard]] QString definedType(const Place &place, char16_t separator) const;
+    [[nodiscard]] Tokens tokens(std::size_t begin, std::size_t end) const;
+    [[nodiscard]] Tokens specifiers(const Place &first, Group group, std::size_t end) const;
+    [[nodiscard]] std::size_t classKey(std::size_t begin, std::size_t end) const;
+    [[nodiscard]] std::size_t tagOf(std::size_t key, std::size_t brace) const;
+    [[nodiscard]] std::size_t declaratorBegin(const Place &place, std::size_t from) const;
+
+    // Comments and enumerators: synopsis_comments.cpp.
+    [[nodiscard]] const Place *placeBefore(std::size_t token, const QHash<std::size_t, const Place *> &byEnd) const;
+    [[nodiscard]] Enumerator enumerator(std::size_t begin, std::size_t end) const;
+    [[nodiscard]] std::vector<std::pair<std::size_t, std::size_t>>
+    enumeratorRanges(const SourceBrowserEnum &enumeration) const;
+    void takeComments(std::size_t begin, std::size_t end, Enumerator &enumerator) const;
+
+    SynopsisTokens m_tokens;
+    std::vector<Place> m_places; ///< by begin and name
+    QHash<const SourceBrowserObject *, std::size_t> m_placeOf;
+    std::vector<SourceBrowserObject *> m_macros;
+};
+
+} // namespace tavidoc
