@@ -146,7 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
                  "names-of-things.htm=names-of-things search/x.htm=search/x b/search.htm=search ",
                  "a.dg:1: page \"contents\": the site has a page of its own with this name [duplicate-page]\n"
                  "a.dg:2: page \"names-A-2\": the site has a page of its own with this name [duplicate-page]\n"},
-        PagesRow{"of names that differ in case only those with capitals are changed", R"(
+        PagesRow{"of names that differ in case only the later ones get numbers", R"(
                 input a.dg
                 page Push
                 page push
@@ -158,11 +158,33 @@ INSTANTIATE_TEST_SUITE_P(
                 entry 0 PUSH
                 entry 0 Contents
                 entry 0 Alone)",
-                 "~50ush.htm=Push push.htm=push ~50~55~53~48.htm=PUSH ~43ontents.htm=Contents Alone.htm=Alone ",
-                 "a.dg:1: \"Push.htm\" differs from \"push.htm\" in case only: written as \"~50ush.htm\" [case-clash]\n"
-                 "a.dg:3: \"PUSH.htm\" differs from \"Push.htm\" in case only: written as \"~50~55~53~48.htm\" "
+                 "Push.htm=Push push-2.htm=push PUSH-3.htm=PUSH Contents-2.htm=Contents Alone.htm=Alone ",
+                 "a.dg:2: \"push.htm\" differs from \"Push.htm\" in case only: written as \"push-2.htm\" [case-clash]\n"
+                 "a.dg:3: \"PUSH.htm\" differs from \"Push.htm\" in case only: written as \"PUSH-3.htm\" [case-clash]\n"
+                 "a.dg:4: \"Contents.htm\" differs from \"contents.htm\" in case only: written as "
+                 "\"Contents-2.htm\" [case-clash]\n"},
+        PagesRow{"numbers avoid all other pages, also in other case, and those of the site", R"(
+                input a.dg -> Lib
+                page x
+                page x-3
+                entry 0 x
+                entry 0 x-3
+                input b.dg -> lib
+                page x
+                page X
+                page X-2
+                entry 0 x
+                entry 0 X
+                entry 0 X-2
+                input c.dg
+                page Names
+                entry 0 Names)",
+                 "Lib/x.htm=x Lib/x-3.htm=x-3 lib/x-4.htm=x lib/X-5.htm=X lib/X-2.htm=X-2 Names-10.htm=Names ",
+                 "b.dg:1: \"lib/x.htm\" differs from \"Lib/x.htm\" in case only: written as \"lib/x-4.htm\" "
                  "[case-clash]\n"
-                 "a.dg:4: \"Contents.htm\" differs from \"contents.htm\" in case only: written as \"~43ontents.htm\" "
+                 "b.dg:2: \"lib/X.htm\" differs from \"Lib/x.htm\" in case only: written as \"lib/X-5.htm\" "
+                 "[case-clash]\n"
+                 "c.dg:1: \"Names.htm\" differs from \"names.htm\" in case only: written as \"Names-10.htm\" "
                  "[case-clash]\n"},
         PagesRow{"a title is never empty", R"(
                 input a.dg

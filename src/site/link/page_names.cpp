@@ -148,16 +148,9 @@ std::string_view withoutPageSuffix(std::string_view name)
     return name;
 }
 
-std::string withoutCapitals(std::string_view address)
+std::string numberedAddress(std::string_view address, std::size_t number)
 {
-    std::string result;
-    for (const char c : address) {
-        if (c >= 'A' && c <= 'Z')
-            appendEncoded(result, c);
-        else
-            result += c;
-    }
-    return result;
+    return std::string(withoutPageSuffix(address)) + '-' + std::to_string(number) + ".htm";
 }
 
 std::string lowerCase(std::string_view text)

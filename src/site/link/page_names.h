@@ -17,8 +17,8 @@ namespace tavidoc {
 /// \a name without the ".htm" at its end.
 [[nodiscard]] std::string_view withoutPageSuffix(std::string_view name);
 
-/// \a address with all capital letters encoded: differs from every other address even where case does not count.
-[[nodiscard]] std::string withoutCapitals(std::string_view address);
+/// \a address, which ends in ".htm", with "-" and \a number before that suffix.
+[[nodiscard]] std::string numberedAddress(std::string_view address, std::size_t number);
 
 /// \a text with small letters in place of ASCII capitals.
 [[nodiscard]] std::string lowerCase(std::string_view text);

@@ -96,50 +96,52 @@ void PageSet::addPage(PageId page, FindingList &findings)
     }
 }
 
-/// Where case does not count, one of two files that differ in case only would replace the other one. So of such pages
-/// those with capitals get other names, everywhere.
+/// Where case does not count, one of two files that differ in case only would replace the other one. So the later of
+/// such pages get numbers, everywhere. Pages of the site's own come before all others.
 void PageSet::separateCases(FindingList &findings)
 {
     static constexpr std::string_view sitePages[] = {"contents.htm", "names.htm", "search.htm"};
-    struct Pair
-    {
-        std::string_view first;
-        std::string_view second;
-    };
     std::deque<std::string> lowered; // of addresses with capitals
     StringIds ids(m_pageOfAddress.size());
-    std::vector<Pair> pairs; // by id
+    std::vector<std::string_view> first; // address, by id
     const auto add = [&](std::string_view address) {
         if (hasCapitals(address))
             lowered.push_back(lowerCase(address));
         const std::uint32_t id = ids.insert(hasCapitals(address) ? lowered.back() : address);
-        if (id == pairs.size())
-            pairs.push_back({address, {}});
-        else if (pairs[id].second.empty())
-            pairs[id].second = address;
+        if (id == first.size())
+            first.push_back(address);
         return id;
     };
     for (const std::string_view address : sitePages)
         add(address);
-    std::vector<std::uint32_t> idOfAddress;
-    idOfAddress.reserve(m_pageOfAddress.size());
-    for (const PageId page : m_pageOfAddress)
-        idOfAddress.push_back(add(m_addresses[page]));
-    for (std::size_t i = 0; i < m_pageOfAddress.size(); ++i) {
-        const Pair &pair = pairs[idOfAddress[i]];
-        const PageId page = m_pageOfAddress[i];
-        if (!pair.second.empty() && hasCapitals(m_addresses[page]))
-            separateCase(page, pair.first == m_addresses[page] ? pair.second : pair.first, findings);
+    std::vector<std::pair<PageId, std::uint32_t>> clashing; // with the ids of their addresses
+    for (const PageId page : m_pageOfAddress) {
+        const std::uint32_t id = add(m_addresses[page]);
+        if (first[id] != m_addresses[page])
+            clashing.emplace_back(page, id);
+    }
+    std::unordered_map<std::uint32_t, std::size_t> lastNumbers; // by id
+    for (const auto &[page, id] : clashing) {
+        std::size_t &number = lastNumbers.try_emplace(id, 1).first->second;
+        std::string address;
+        do {
+            address = numberedAddress(m_addresses[page], ++number);
+        } while (ids.find(lowerCase(address)) != StringIds::s_none || isSitePage(lowerCase(address)));
+        lowered.push_back(lowerCase(address));
+        ids.insert(lowered.back());
+        renumber(page, first[id], std::move(address), findings);
     }
 }
 
-void PageSet::separateCase(PageId page, std::string_view other, FindingList &findings)
+void PageSet::renumber(PageId page, std::string_view other, std::string address, FindingList &findings)
 {
-    const std::string address = withoutCapitals(m_addresses[page]);
     findings.add("case-clash", recordOf(page), this->page(page).place,
                  inQuotes(m_addresses[page]) + " differs from " + inQuotes(other) + " in case only: written as " +
                      inQuotes(address));
-    m_otherAddresses.emplace(page, address);
+    const auto renumbered = m_otherAddresses.emplace(page, std::move(address)).first;
+    // Nothing else may take the new address.
+    if (m_addressIds.insert(renumbered->second) == m_pageOfAddress.size())
+        m_pageOfAddress.push_back(page);
 }
 
 const std::string &PageSet::address(PageId page) const

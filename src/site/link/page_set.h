@@ -48,14 +48,14 @@ public:
 
     /// The page named \a stem in \a folder; s_noPage when there is none.
     [[nodiscard]] PageId named(std::string_view folder, std::string_view stem) const;
-    /// The page with \a address as it would be without other pages; s_noPage when there is none.
+    /// The page with \a address, as it is or as it would be without other pages; s_noPage when there is none.
     [[nodiscard]] PageId atAddress(std::string_view address) const;
 
 private:
     void addPages(FindingList &findings);
     void addPage(PageId page, FindingList &findings);
     void separateCases(FindingList &findings);
-    void separateCase(PageId page, std::string_view other, FindingList &findings);
+    void renumber(PageId page, std::string_view other, std::string address, FindingList &findings);
 
     const std::vector<Record> &m_records;
     std::vector<PageId> m_firstPages; // of each record, and the count of all pages
