@@ -95,7 +95,8 @@ struct DocumentFinding
 {
     std::string_view check; ///< the name of the check
     DocumentPlace place;
-    std::string text; ///< what was found and what was expected
+    std::string text;      ///< what was found and what was expected
+    bool isRaised = false; ///< worth a warning even if the check is off unless asked for
 };
 
 /// Learns what the generator knows about a document while it is translated. Every operation does nothing unless it

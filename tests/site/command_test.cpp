@@ -124,7 +124,7 @@ INSTANTIATE_TEST_SUITE_P(
                                "5:1: error: unknown check \"dead-lnik\"; did you mean \"dead-link\"?\n"},
                     ProjectRow{"[check]\ndead-link = \"fatal\"", 2,
                                "5:13: error: expected \"error\", \"warning\" or \"off\"\n"},
-                    ProjectRow{"[check]\nautolink = \"no\"", 2, "5:12: error: expected true or false\n"},
+                    ProjectRow{"[check]\nautolink = false", 2, "5:12: error: expected \"on\" or \"off\"\n"},
                     ProjectRow{"[assets]\ncopy = [\"../x\"]", 2,
                                "5:9: error: invalid path \"../x\": expected a path below the project file\n"},
                     ProjectRow{"[redirects]\n\"a/../b\" = \"c\"", 2,
@@ -142,9 +142,11 @@ TEST(ProjectFile, EveryKeyHasItsEffect)
         "copyright = \"2026 Kettle Works\"\nlogo = \"logo.svg\"\nfavicon = \"logo.svg\"\n"
         "style = \"../own.css\"\nlanguage = \"pt-BR\"\n"
         "[[input]]\nfiles = [\"manual.dg\"]\n[[input]]\nfiles = [\"include/*.h\"]\nfolder = \"api/{name}\"\n"
-        "[assets]\ncopy = [\"art/**\"]\n[check]\nunused-asset = \"error\"\nautolink = false\n"
-        "[redirects]\n\"old\" = \"more\"\n");
+        "[assets]\ncopy = [\"art/**\"]\n[check]\nunused-asset = \"error\"\nautolink = \"off\"\n"
+        "[redirects]\n\"old\" = \"more\"\n  \"lost\" = \"gone\"\n");
     EXPECT_EQ(directory.run("$site build sub/site.toml -o out"), 1);
+    EXPECT_NE(directory.error.find("sub/site.toml:21:3: error: redirect from \"lost\" to \"gone\""), std::string::npos)
+        << directory.error;
     EXPECT_NE(directory.error.find(": error: "), std::string::npos) << directory.error;
     EXPECT_NE(directory.error.find("[unused-asset]\n"), std::string::npos) << directory.error;
     EXPECT_EQ(directory.outputOf("cd out; cat logo.svg own.css art/deep/p.png; ls old.htm sitemap.xml; ls -d api/*"),

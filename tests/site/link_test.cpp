@@ -373,6 +373,7 @@ TEST(Redirects, LeadFromFreeNamesToPages)
     SiteSettings settings;
     settings.redirects = {{"old", "sub/new page"}, {"a b.htm", "x.htm"}, {"x", "y"},      {"gone", "nowhere"},
                           {"search", "x"},         {"loop", "loop"},     {"chain", "old"}};
+    settings.redirectPlaces = {{"gone", {3, 1}}, {"search", {12, 5}}};
     const LinkResult result = linked(R"(
         input a.dg
         page x
@@ -383,11 +384,13 @@ TEST(Redirects, LeadFromFreeNamesToPages)
                                      settings);
     const std::map<std::string, std::string> working = {{"old", "sub/new~20page"}, {"a~20b", "x"}};
     EXPECT_EQ(result.shared.settings.redirects, working);
-    EXPECT_EQ(findingsOf(result), "site.toml: redirect from \"chain\" to \"old\", which does not exist [dead-link]\n"
-                                  "site.toml: redirect from \"gone\" to \"nowhere\", which does not exist [dead-link]\n"
-                                  "site.toml: redirect from \"loop\" to \"loop\", which does not exist [dead-link]\n"
-                                  "site.toml: redirect from \"search\": there is a page of this name [duplicate-page]\n"
-                                  "site.toml: redirect from \"x\": there is a page of this name [duplicate-page]\n");
+    EXPECT_EQ(findingsOf(result),
+              "site.toml: redirect from \"chain\" to \"old\", which does not exist [dead-link]\n"
+              "site.toml: redirect from \"loop\" to \"loop\", which does not exist [dead-link]\n"
+              "site.toml: redirect from \"x\": there is a page of this name [duplicate-page]\n"
+              "site.toml:3:1: redirect from \"gone\" to \"nowhere\", which does not exist [dead-link]\n"
+              "site.toml:12:5: redirect from \"search\": there is a page of this name [duplicate-page]\n");
+    EXPECT_TRUE(result.shared.settings.redirectPlaces.empty());
 }
 
 /// Sets whose size would show in the time if linking were not linear.

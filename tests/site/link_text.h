@@ -136,8 +136,9 @@ inline std::string findingsOf(const tavidoc::LinkResult &result)
 {
     std::string text;
     for (const tavidoc::Finding &finding : result.findings) {
-        text += finding.file + (finding.line > 0 ? ':' + std::to_string(finding.line) : "") + ": " + finding.text +
-                " [" + finding.check + "]\n";
+        text += finding.file + (finding.line > 0 ? ':' + std::to_string(finding.line) : "") +
+                (finding.column > 0 ? ':' + std::to_string(finding.column) : "") + ": " + finding.text + " [" +
+                finding.check + "]\n";
     }
     return text;
 }

@@ -56,6 +56,8 @@ void describe(auto &fields, OneOf<Finding> auto &finding)
     fields("file", finding.file);
     fields("line", finding.line);
     fields("text", finding.text);
+    fields("column", finding.column);
+    fields("isRaised", finding.isRaised);
 }
 
 void describe(auto &fields, OneOf<CacheState> auto &state)

@@ -9,13 +9,14 @@ namespace tavidoc {
 
 namespace {
 
-CheckLevel levelOf(const std::string &name, const std::map<std::string, CheckLevel> &levels)
+CheckLevel levelOf(const Finding &finding, const std::map<std::string, CheckLevel> &levels)
 {
-    const auto found = levels.find(name);
+    const auto found = levels.find(finding.check);
     if (found != levels.end())
         return found->second;
-    const std::optional<Check> check = checkNamed(name);
-    return check ? check->level : CheckLevel::Error;
+    const std::optional<Check> check = checkNamed(finding.check);
+    const CheckLevel level = check ? check->level : CheckLevel::Error;
+    return finding.isRaised ? std::max(level, CheckLevel::Warning) : level;
 }
 
 } // namespace
@@ -43,13 +44,15 @@ FindingCounts printFindings(const std::vector<Finding> &findings, const std::map
 {
     FindingCounts counts;
     for (const Finding &finding : findings) {
-        const CheckLevel level = levelOf(finding.check, levels);
+        const CheckLevel level = levelOf(finding, levels);
         if (level == CheckLevel::Off)
             continue;
         ++(level == CheckLevel::Error ? counts.errors : counts.warnings);
         std::string line = finding.file;
         if (finding.line != 0)
             line.append(":").append(std::to_string(finding.line));
+        if (finding.column != 0)
+            line.append(":").append(std::to_string(finding.column));
         line.append(level == CheckLevel::Error ? ": error: " : ": warning: ").append(finding.text);
         printLine(line.append(" [").append(finding.check).append("]"));
     }

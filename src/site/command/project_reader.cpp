@@ -78,7 +78,10 @@ std::span<const ProjectReader::Key> ProjectReader::assetKeys()
     return table;
 }
 
-ProjectReader::ProjectReader(std::string file) : m_file(std::move(file)), m_directory(directoryWithSlash(m_file)) {}
+ProjectReader::ProjectReader(std::string file) : m_file(std::move(file)), m_directory(directoryWithSlash(m_file))
+{
+    m_project.settings.projectFile = m_file;
+}
 
 Project ProjectReader::read(std::string_view text)
 {
@@ -238,10 +241,10 @@ void ProjectReader::readCheck(const toml::key &key, const toml::node &value)
 {
     constexpr std::string_view autolink = "autolink";
     if (key.str() == autolink) {
-        if (value.is_boolean())
-            m_project.settings.autolink = **value.as_boolean();
-        else
-            report(value.source(), "expected true or false");
+        const std::string text = value.value_or(std::string());
+        if (text != "on" && text != "off")
+            return report(value.source(), "expected \"on\" or \"off\"");
+        m_project.settings.autolink = text == "on";
         return;
     }
     if (!checkNamed(key.str())) {
@@ -272,8 +275,16 @@ void ProjectReader::readRedirects(const toml::node &value)
         else if (!isInside(to))
             report(entry.source(), "invalid page " + inQuotes(to) + ": expected names separated by \"/\"");
         else
-            m_project.settings.redirects[from] = to;
+            addRedirect(from, to, key);
     }
+}
+
+void ProjectReader::addRedirect(const std::string &from, const std::string &to, const toml::key &key)
+{
+    const toml::source_position &begin = key.source().begin;
+    m_project.settings.redirects[from] = to;
+    m_project.settings.redirectPlaces[from] = {static_cast<std::int64_t>(begin.line),
+                                               static_cast<std::int64_t>(begin.column)};
 }
 
 std::string ProjectReader::text(const toml::node &value)

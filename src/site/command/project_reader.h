@@ -48,6 +48,7 @@ private:
     void readChecks(const toml::node &value);
     void readCheck(const toml::key &key, const toml::node &value);
     void readRedirects(const toml::node &value);
+    void addRedirect(const std::string &from, const std::string &to, const toml::key &key);
 
     /// The text of a value; empty, and an error, when it is not a text in one line with at least one character.
     std::string text(const toml::node &value);

@@ -230,6 +230,7 @@ void InputListener::file(const QString &name, bool wasFound)
 void InputListener::finding(const DocumentFinding &finding)
 {
     addFinding(finding.check, place(finding.place), finding.text);
+    m_record.head.findings.back().isRaised = finding.isRaised;
 }
 
 void InputListener::message(const Message &message)

@@ -17,7 +17,7 @@ bool isContinuation(char c)
 
 auto placeOf(const Finding &finding)
 {
-    return std::tie(finding.file, finding.line);
+    return std::tie(finding.file, finding.line, finding.column);
 }
 
 bool isSame(const Finding &left, const Finding &right)
@@ -69,11 +69,18 @@ void FindingList::addWithoutLine(std::string_view check, std::string file, std::
     m_findings.push_back({std::string(check), std::move(file), 0, std::move(text)});
 }
 
+void FindingList::addInProject(std::string_view check, std::string file, const ProjectPlace &place, std::string text)
+{
+    m_findings.push_back({std::string(check), std::move(file), place.line, std::move(text), place.column});
+}
+
 void FindingList::addThoseOfRecords()
 {
     for (std::uint32_t record = 0; record < m_records.size(); ++record) {
-        for (const RecordFinding &finding : m_records[record].findings)
+        for (const RecordFinding &finding : m_records[record].findings) {
             add(finding.check, record, finding.place, finding.text);
+            m_findings.back().isRaised = finding.isRaised;
+        }
     }
 }
 

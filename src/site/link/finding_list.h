@@ -22,6 +22,7 @@ public:
 
     void add(std::string_view check, std::uint32_t record, const RecordPlace &place, std::string text);
     void addWithoutLine(std::string_view check, std::string file, std::string text);
+    void addInProject(std::string_view check, std::string file, const ProjectPlace &place, std::string text);
 
     /// \a place as it is shown within the text of a finding: "FILE:LINE", or "FILE".
     [[nodiscard]] std::string placeText(std::uint32_t record, const RecordPlace &place) const;

@@ -18,6 +18,8 @@ struct Finding
     std::string file;      ///< relative to the directory where the build was started
     std::int64_t line = 0; ///< counted from 1; 0: the file as a whole
     std::string text;
+    std::int64_t column = 0; ///< counted from 1; 0: unknown, as in all files but the project file
+    bool isRaised = false;   ///< see RecordFinding
 };
 
 /// The outcome of linking, but for what was handed out record by record.

@@ -74,6 +74,13 @@ struct RecordLinks
     std::vector<CopiedFile> images; ///< pictures of its pages
 };
 
+/// A place in the project file. Lines and columns are counted from 1.
+struct ProjectPlace
+{
+    std::int64_t line = 0;
+    std::int64_t column = 0;
+};
+
 /// What all pages share.
 struct SiteSettings
 {
@@ -89,7 +96,8 @@ struct SiteSettings
     bool autolink = true;                         ///< names in listings become links
     std::map<std::string, std::string> redirects; ///< from stem to stem; in SharedLinks encoded, and without dead ones
     std::vector<CopiedFile> assets;
-    std::string projectFile = "site.toml"; ///< in findings
+    std::string projectFile = "site.toml";                   ///< in findings; empty in SharedLinks
+    std::map<std::string, ProjectPlace> redirectPlaces = {}; ///< for findings; empty in SharedLinks
 };
 
 /// An entry of the whole contents tree, in preorder.

@@ -65,6 +65,12 @@ void describe(auto &fields, OneOf<RecordLinks> auto &links)
     fields("images", links.images);
 }
 
+void describe(auto &fields, OneOf<ProjectPlace> auto &place)
+{
+    fields("line", place.line);
+    fields("column", place.column);
+}
+
 void describe(auto &fields, OneOf<SiteSettings> auto &settings)
 {
     fields("title", settings.title);
@@ -80,6 +86,7 @@ void describe(auto &fields, OneOf<SiteSettings> auto &settings)
     fields("redirects", settings.redirects);
     fields("assets", settings.assets);
     fields("projectFile", settings.projectFile);
+    fields("redirectPlaces", settings.redirectPlaces);
 }
 
 void describe(auto &fields, OneOf<ContentsEntry> auto &entry)

@@ -128,13 +128,13 @@ public:
         for (const auto &[from, to] : m_settings.redirects) {
             const std::string address = pageAddress({}, withoutPageSuffix(from));
             if (m_pages.atAddress(address) != s_noPage || isSitePage(address)) {
-                report("duplicate-page", "redirect from " + inQuotes(from) + ": there is a page of this name");
+                report("duplicate-page", from, "redirect from " + inQuotes(from) + ": there is a page of this name");
                 continue;
             }
             if (std::string target = targetOf(to); !target.empty())
                 result.emplace(withoutPageSuffix(address), std::move(target));
             else
-                report("dead-link",
+                report("dead-link", from,
                        "redirect from " + inQuotes(from) + " to " + inQuotes(to) + ", which does not exist");
         }
         return result;
@@ -147,9 +147,12 @@ private:
         return page == s_noPage ? std::string() : std::string(withoutPageSuffix(m_pages.address(page)));
     }
 
-    void report(std::string_view check, std::string text)
+    void report(std::string_view check, const std::string &from, std::string text)
     {
-        m_findings.addWithoutLine(check, m_settings.projectFile, std::move(text));
+        const auto place = m_settings.redirectPlaces.find(from);
+        m_findings.addInProject(check, m_settings.projectFile,
+                                place == m_settings.redirectPlaces.end() ? ProjectPlace() : place->second,
+                                std::move(text));
     }
 
     const PageSet &m_pages;
@@ -165,6 +168,8 @@ SharedLinks sharedLinks(const PageSet &pages, const ContentsTree &tree, const Na
     SharedLinks shared;
     shared.settings = settings;
     shared.settings.redirects = Redirects(pages, settings, findings).working();
+    shared.settings.redirectPlaces.clear();
+    shared.settings.projectFile.clear(); // depends on where the build was started
     shared.contents = wholeContents(tree, navigation);
     shared.names = indexOfNames(pages, tree);
     shared.addresses = sortedAddresses(pages);

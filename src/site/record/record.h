@@ -25,7 +25,8 @@ struct RecordFinding
 {
     std::string check; ///< a name of the table in site/record/checks.h
     RecordPlace place;
-    std::string text; ///< what was found and what was expected
+    std::string text;      ///< what was found and what was expected
+    bool isRaised = false; ///< at least a warning, unless the project file sets the level of the check
 };
 
 /// A heading in the body of a page.

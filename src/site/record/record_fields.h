@@ -35,6 +35,7 @@ void describe(auto &fields, OneOf<RecordFinding> auto &finding)
     fields("check", finding.check);
     fields("place", finding.place);
     fields("text", finding.text);
+    fields("isRaised", finding.isRaised);
 }
 
 void describe(auto &fields, OneOf<RecordHeading> auto &heading)
