@@ -1,6 +1,8 @@
 #include "apiref/comment_findings.h"
 
+#include "apiref/reference_text.h"
 #include "base/white_space.h"
+#include "sourcebrowser/container.h"
 #include "sourcebrowser/members.h"
 
 #include <algorithm>
@@ -10,6 +12,13 @@
 namespace tavidoc {
 
 namespace {
+
+/// Whether \a macro is defined as nothing: it only says that something is so, as the macro that keeps a header from
+/// being read twice does.
+bool isEmptyMacro(const SourceBrowserObject &macro)
+{
+    return macro.text().trimmed().endsWith(macro.name());
+}
 
 /// True when \a line has more than white space and asterisks.
 bool hasText(std::string_view line)
@@ -50,6 +59,66 @@ void tellStrayComments(const QString &file, const std::vector<int> &commentLines
             listener.finding({"stray-comment",
                               {file, line},
                               "this comment documents nothing: expected a declaration directly after it"});
+    }
+}
+
+namespace {
+
+/// Whether readers would expect a comment before \a object. Names that begin with a parenthesis were made for what has
+/// none.
+bool isForReaders(const SourceBrowserObject &object)
+{
+    const QString &name = object.name();
+    if (name.isEmpty() || name.startsWith(u'~'))
+        return false;
+    for (const SourceBrowserObject *outer = &object; outer != nullptr; outer = outer->container()) {
+        const bool isRoot = outer->container() == nullptr;
+        if (!isRoot && (outer->access() != SourceBrowserObject::Public || outer->name().startsWith(u'(')))
+            return false;
+    }
+    switch (object.phylum()) {
+    case SourceBrowserObject::Class:
+    case SourceBrowserObject::Structure:
+        return true;
+    case SourceBrowserObject::Method: {
+        const auto *const method = dynamic_cast<const SourceBrowserMethod *>(&object);
+        return method == nullptr || !method->isDeleted;
+    }
+    case SourceBrowserObject::Macro:
+        return !isEmptyMacro(object);
+    default:
+        return dynamic_cast<const SourceBrowserEnum *>(&object) != nullptr;
+    }
+}
+
+/// What is the same for declarations of the same thing.
+QString identity(const SourceBrowserObject &object)
+{
+    QString text = object.qualifiedName();
+    const auto *const method = dynamic_cast<const SourceBrowserMethod *>(&object);
+    if (method == nullptr)
+        return text;
+    for (const SourceBrowserArgument &argument : method->arguments())
+        text += u',' + argument.type.text;
+    return method->isConst ? text + u'+' : text;
+}
+
+} // namespace
+
+void tellUndocumented(const QString &file, const SourceBrowserModel &model, DocumentListener &listener)
+{
+    std::set<QString> known; // documented, or reported
+    for (const SourceBrowserObject *object :
+         model.chosen([](const SourceBrowserObject &candidate) { return candidate.documentation().startsWith(u'!'); }))
+        known.insert(identity(*object));
+    if (known.empty())
+        return;
+    for (const SourceBrowserObject *object : model.chosen(isForReaders)) {
+        if (object->lines().first < 0 || !known.insert(identity(*object)).second)
+            continue;
+        std::string text(declarationKind(*object));
+        text.append(" \"").append(qualifiedByColons(*object)).append("\" has no documentation comment");
+        listener.finding({"undocumented", {file, object->lines().first + 1}, std::move(text)});
     }
 }
 

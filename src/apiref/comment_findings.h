@@ -4,6 +4,7 @@
 #include "sourcebrowser/model.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tavidoc {
@@ -16,6 +17,24 @@ bool tellUnusedText(const std::string &comment, const DocumentPlace &place, Docu
 /// \a commentLines, counted from 1.
 void tellStrayComments(const QString &file, const std::vector<int> &commentLines, const SourceBrowserModel &model,
                        DocumentListener &listener);
+
+/// Tells \a listener about the public functions, classes, enumerations and macros of \a model, the declarations of the
+/// header \a file, that have no documentation comment. Nothing is told about a header without any such comment.
+void tellUndocumented(const QString &file, const SourceBrowserModel &model, DocumentListener &listener);
+
+/// Tells \a listener where the parameters and the result that \a comment describes are not those of \a object, a
+/// function or macro. \a comment is UTF-8, without the delimiters; it begins at \a place.
+void tellParameterMismatches(const SourceBrowserObject &object, std::string_view comment, const DocumentPlace &place,
+                             DocumentListener &listener);
+
+/// Tells \a listener about commands of other documentation tools in \a comment, which begins at \a place, and what to
+/// write instead. Three or more in one comment are told as raised.
+void tellForeignCommands(std::string_view comment, const DocumentPlace &place, DocumentListener &listener);
+
+/// Tells \a listener about the first documentation comment of another tool in \a text, the header \a file: one that
+/// begins with "///", "//!" or "/**". If one of them holds three or more commands of such a tool, about the first of
+/// those, as raised. Comments after a declaration, "///<" and the like, are left out.
+void tellForeignComments(const QString &file, std::string_view text, DocumentListener &listener);
 
 /// The kind of \a object for readers: "function", "class", "enum", ...
 [[nodiscard]] std::string_view declarationKind(const SourceBrowserObject &object);

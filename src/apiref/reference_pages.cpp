@@ -92,6 +92,10 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
     if (m_facts) {
         m_facts->listener().file(m_header.given(), m_lines.wasRead());
         tellStrayComments(m_header.given(), parser.documentationLines(), m_model, m_facts->listener());
+        tellUndocumented(m_header.given(), m_model, m_facts->listener());
+        tellForeignComments(m_header.given(),
+                            {m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())},
+                            m_facts->listener());
     }
     return parser.overviewComments();
 }
@@ -146,8 +150,11 @@ std::string ReferencePages::writeText(const Documented &declaration)
 {
     m_current = &declaration;
     const std::string comment = declaration.object->documentation().toStdString();
-    if (m_facts)
+    if (m_facts) {
         tellUnusedText(comment, place(declaration.line), m_facts->listener());
+        tellParameterMismatches(*declaration.object, comment, place(declaration.line), m_facts->listener());
+        tellForeignCommands(comment, place(declaration.line), m_facts->listener());
+    }
     const std::string markup = commentMarkup(comment, declaration.name);
     SourceMap map;
     map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
@@ -196,7 +203,10 @@ void ReferencePages::makeHeaderPage(const std::vector<SourceBrowserOverviewComme
     const int file = map.addFile(m_header.given());
     for (const SourceBrowserOverviewComment &comment : overview) {
         map.beginStretch(markup.size(), file, comment.firstLine);
-        markup += overviewMarkup(comment.text.toStdString());
+        const std::string text = comment.text.toStdString();
+        if (m_facts)
+            tellForeignCommands(text, place(comment.firstLine), m_facts->listener());
+        markup += overviewMarkup(text);
     }
     if (!markup.empty())
         markup += '\n';

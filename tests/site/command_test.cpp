@@ -154,6 +154,24 @@ TEST(ProjectFile, EveryKeyHasItsEffect)
     EXPECT_EQ(directory.outputOf("grep -c -e 'lang=\"pt-BR\"' -e '2026 Kettle Works' out/index.htm"), "2\n");
 }
 
+/// Nobody who comes from another tool should miss that comments are not read.
+TEST(ProjectFile, TurnsOffWhatOtherwiseIsAWarning)
+{
+    SiteDirectory directory;
+    directory.write("a.h", "/*!\n * @brief A\n * @param x y\n * @return z\n */\nint f(int x);\n"
+                           "/*!\n * @brief B\n */\nint g(int x);\n");
+    EXPECT_EQ(directory.run("$site check --strict a.h"), 1);
+    EXPECT_EQ(directory.error,
+              "a.h:2: warning: \"@brief\" is a command of another tool: write \"\\brief\" [foreign-command]\n"
+              "a.h:3: warning: \"@param x\" is a command of another tool: write \"\\param{x}\" "
+              "[foreign-command]\n"
+              "a.h:4: warning: \"@return\" is a command of another tool: write \"\\return\" "
+              "[foreign-command]\n"
+              "1 input (1 compiled): 0 errors, 3 warnings\n");
+    directory.write("off.toml", "[[input]]\nfiles = [\"a.h\"]\n[check]\nforeign-command = \"off\"\n");
+    EXPECT_EQ(directory.run("$site check --strict off.toml"), 0) << directory.error;
+}
+
 TEST(PathPattern, FindsFilesInOrder)
 {
     SiteDirectory directory;

@@ -31,6 +31,10 @@ class CompiledFinding : public testing::TestWithParam<TextRow>
 {
 };
 
+class CompiledForeignCommand : public testing::TestWithParam<TextRow>
+{
+};
+
 class CompiledLink : public testing::TestWithParam<TextRow>
 {
 };
@@ -139,7 +143,7 @@ INSTANTIATE_TEST_SUITE_P(
             "inc/a.h:1: stray-comment: this comment documents nothing: expected a declaration directly after it\n"
             "inc/a.h:12: stray-comment: this comment documents nothing: expected a declaration directly after it\n"},
         TextRow{"no_comment_of_another_kind", u"a.h"_s,
-                "/*!! Overview. */\n/* plain */\n/** other */\nint a; /*!< behind */\n/*! \\region x */\n", ""},
+                "/*!! Overview. */\n/* plain */\n/*** other */\nint a; /*!< behind */\n/*! \\region x */\n", ""},
         TextRow{"text_on_the_first_and_the_last_line", u"a.h"_s,
                 "/*! First.\n * Second.\n * Last. */\nint a;\n/*! Only. */\nint b;\n/*!\n */\nint c;\n",
                 "a.h:5: comment-first-line: the text on the first line of a comment is not used: begin it on the next "
@@ -157,6 +161,84 @@ TEST_P(CompiledLink, IsKnownWithItsElement)
 {
     EXPECT_EQ(linksOf(recordOf(GetParam().input, GetParam().source)), GetParam().expected);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    OfDeclarations, CompiledFinding,
+    testing::Values(
+        TextRow{
+            "without_a_comment", u"inc/a.h"_s,
+            "#ifndef A_H\n#define A_H\n#define SQUARE(x) ((x) * (x))\n/*!\n * Text.\n */\nclass Buffer\n{\npublic:\n"
+            "  Buffer();\n  ~Buffer();\n  Buffer(const Buffer &) = delete;\n  /** Other. */\n  void push(int a);\n"
+            "  int size;\nprotected:\n  void inner();\nprivate:\n  class Secret { public: void f(); };\n};\n"
+            "namespace tools {\nenum Colour { Red };\nenum { Nameless };\n}\nnamespace {\nvoid hidden();\n}\n"
+            "class Later;\nstruct Later { int a; };\nvoid f(int a);\n/*!\n * Text.\n */\nvoid g(int a);\n"
+            "void g(int b);\nvoid g(char a);\n#endif\n",
+            "inc/a.h:29: undocumented: struct \"Later\" has no documentation comment\n"
+            "inc/a.h:10: undocumented: function \"Buffer::Buffer\" has no documentation comment\n"
+            "inc/a.h:14: undocumented: function \"Buffer::push\" has no documentation comment\n"
+            "inc/a.h:30: undocumented: function \"f\" has no documentation comment\n"
+            "inc/a.h:36: undocumented: function \"g\" has no documentation comment\n"
+            "inc/a.h:22: undocumented: enum \"tools::Colour\" has no documentation comment\n"
+            "inc/a.h:3: undocumented: macro \"SQUARE\" has no documentation comment\n"
+            "inc/a.h:13: foreign-command: comments that begin with \"/**\" are not used: begin documentation "
+            "comments with \"/*!\"\n"},
+        TextRow{"none_of_which_has_a_comment", u"a.h"_s, "/*!!\n * Overview.\n */\nvoid f(int a);\nclass A {};\n", ""},
+        TextRow{"with_other_parameters", u"a.h"_s,
+                "/*!\n * Text.\n * \\param{size} Bytes.\n *\n * \\param{tect} Text.\n * \\return Nothing.\n */\n"
+                "static inline void f(int size, const char *text, int __flags);\n"
+                "/*!\n * \\param{x, *y} Two.\n * \\param{flags} Shown without underscores.\n * \\param{...} More.\n"
+                " * \\return A number.\n */\nint g(int x, int y[], int __flags, ...);\n"
+                "/*!\n * \\code\n * \\param{no}\n * \\endcode\n * \\\\param{no} \\return\n */\nvoid *h(int a);\n"
+                "/*!\n * \\param{y} Not x.\n */\n#define SQUARE(x) ((x) * (x))\n"
+                "/*!\n * \\param{any} Of a prototype without names.\n */\nvoid i(int, char *);\n"
+                "/*!\n * \\param{member} Of something that is not called.\n */\nstruct S { int member; };\n",
+                "a.h:5: param-mismatch: \"f\" has no argument \"tect\": expected \"size\", \"text\", \"flags\"\n"
+                "a.h:6: param-mismatch: \"f\" returns nothing: remove \"\\return\"\n"
+                "a.h:1: param-mismatch: the argument \"text\" of \"f\" has no \"\\param\"\n"
+                "a.h:1: param-mismatch: the argument \"flags\" of \"f\" has no \"\\param\"\n"
+                "a.h:24: param-mismatch: \"SQUARE\" has no argument \"y\": expected \"x\"\n"
+                "a.h:23: param-mismatch: the argument \"x\" of \"SQUARE\" has no \"\\param\"\n"}),
+    rowName);
+
+TEST_P(CompiledForeignCommand, SaysWhatToWriteInstead)
+{
+    const RecordWithBodies record = recordOf(GetParam().input, GetParam().source);
+    std::string text;
+    for (const RecordFinding &finding : record.head.findings) {
+        if (finding.check == "foreign-command")
+            text += std::to_string(finding.place.line) + (finding.isRaised ? "! " : " ") + finding.text + "\n";
+    }
+    EXPECT_EQ(text, GetParam().expected);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    OfHeaders, CompiledForeignCommand,
+    testing::Values(
+        TextRow{
+            "one_or_two_in_a_comment", u"a.h"_s,
+            "/*!!\n * @file a.h\n */\n/*!\n * @param[in] size of it\n * \\returns a number, see me@example.org.\n */\n"
+            "int f(int size);\n",
+            "5 \"@param size\" is a command of another tool: write \"\\param{size}\"\n"
+            "6 \"\\returns\" is a command of another tool: write \"\\return\"\n"
+            "2 \"@file\" is a command of another tool: remove it\n"},
+        TextRow{"three_in_a_comment", u"a.h"_s,
+                "/*!\n * \\brief: Text with \\c code.\n * @see g\n * \\param{a} Fine.\n * \\code\n * @param x\n * "
+                "\\endcode\n"
+                " * \\note Fine. \\tt{@return} \\\\returns\n */\nint f(int a);\n",
+                "2! \"\\brief:\" is a command of another tool: write \"\\brief\"\n"
+                "2! \"\\c code\" is a command of another tool: write \"\\tt{code}\"\n"
+                "3! \"@see\" is a command of another tool: write \"\\sa\"\n"},
+        TextRow{
+            "comments_of_another_form_once", u"a.h"_s,
+            "//////////\n// plain\nint a; ///< after\n/*****\n * x\n */\n  /// One.\n  /// @return x\nint f(int a);\n"
+            "/// Two.\nint g(int a);\n/** Three */\nint h(int a);\n",
+            "7 comments that begin with \"///\" are not used: begin documentation comments with \"/*!\"\n"},
+        TextRow{"comments_of_another_form_with_three_commands", u"a.h"_s,
+                "/// One.\nint f(int a);\n/*!\n/// inside\n */\nint b;\n/**\n * @brief x\n * @param a x\n * @return "
+                "x\n */\n"
+                "int g(int a);\n",
+                "7! comments that begin with \"/**\" are not used: begin documentation comments with \"/*!\"\n"}),
+    rowName);
 
 INSTANTIATE_TEST_SUITE_P(
     OfRecords, CompiledLink,
