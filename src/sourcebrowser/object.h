@@ -217,7 +217,7 @@ public:
     /*!
      * \h1 SourceBrowserObject::\this
      * The access as the language has it: members of a structure or a union are public until a label says otherwise, while
-     * \xref{access} calls them private outside a typedef.
+     * \tt{access()} calls them private outside a typedef.
      * \synopsis
      * \sa \xref{SourceBrowserObject}
      * \ingroup SourceBrowserObject
