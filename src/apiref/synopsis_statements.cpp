@@ -65,6 +65,11 @@ std::size_t valueAfter(const Tokens &tokens, std::size_t name)
     return tokens.size();
 }
 
+bool isLong(const Tokens &tokens)
+{
+    return SynopsisLayout::line(tokens).size() > SynopsisLayout::longestLine;
+}
+
 /// Whether \a tokens have the body of a type before the declarator.
 bool holdsBody(const Tokens &tokens)
 {
@@ -153,6 +158,11 @@ std::size_t SynopsisSource::endOfStated(const Place &place) const
     const bool statesBody = dynamic_cast<const SourceBrowserEnum *>(place.object) != nullptr ||
                             (container != nullptr && container->phylum() != SourceBrowserObject::Namespace &&
                              isPlainData(*container, place));
+    if (!statesBody && place.object->phylum() == SourceBrowserObject::Variable && place.isNamed() &&
+        groupOf(place).size() == 1) {
+        const Tokens all = tokens(place.begin, place.end);
+        return place.begin + (isLong(all) ? valueAfter(all, place.name - place.begin) : all.size());
+    }
     if (!statesBody)
         return place.end;
     std::size_t end = std::max(matchOf(place.end), place.end) + 1;
@@ -359,8 +369,7 @@ QString SynopsisSource::functionOrObject(const Place &place, Tokens tokens) cons
     if (place.object->phylum() != SourceBrowserObject::Method && holdsBody(tokens))
         return SynopsisLayout::block(tokens, u';') + u';';
     if (place.object->phylum() == SourceBrowserObject::Variable) {
-        const QString whole = SynopsisLayout::line(tokens);
-        if (whole.size() > SynopsisLayout::longestLine)
+        if (isLong(tokens))
             tokens.resize(valueAfter(tokens, name));
         return SynopsisLayout::function(tokens, argumentsAfter(tokens, name)) + u';';
     }
