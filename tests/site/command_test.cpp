@@ -93,7 +93,7 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(SiteCommand, HelpAndVersionAreEverywhere)
 {
     SiteDirectory directory;
-    for (const std::string verb : {"build", "compile", "link", "render", "check", "export", "dump"}) {
+    for (const std::string verb : {"build", "compile", "link", "render", "check", "export", "dump", "watch"}) {
         EXPECT_NE(directory.outputOf("$site --help").find("\n  " + verb + "  "), std::string::npos);
         EXPECT_EQ(directory.outputOf("$site " + verb + " --help").find("usage: tavidoc-site " + verb + " "), 0U);
         EXPECT_EQ(directory.outputOf("$site " + verb + " x y --version"), "tavidoc-site " TAVIDOC_VERSION "\n");

@@ -6,12 +6,15 @@
 #include "site/command/directory_lock.h"
 #include "site/command/page_writer.h"
 #include "site/command/progress.h"
+#include "site/command/watch_stamp.h"
 #include "site/command/worker_pool.h"
 #include "site/link/link_fields.h"
 #include "site/record/field_reader.h"
 #include "site/record/record_fields.h"
 #include "site/record/record_file.h"
 #include "site/record/sealed_file.h"
+
+#include <QFile>
 
 #include <algorithm>
 #include <optional>
@@ -46,10 +49,25 @@ public:
         m_cache.removeOthers();
         m_report.findings = m_state.findings;
         m_report.inputs = m_state.inputs.size();
+        if (m_request.project.settings.isWatched)
+            listFiles();
         return std::move(m_report);
     }
 
 private:
+    void listFiles()
+    {
+        const auto add = [this](const std::vector<Dependency> &files) {
+            for (const Dependency &file : files)
+                m_report.lookedFor.push_back(file.name);
+        };
+        for (const CachedInput &input : m_state.inputs)
+            add(input.files);
+        add(m_state.linkedFiles);
+        for (const CopiedFile &file : m_state.copied)
+            m_report.lookedFor.push_back(file.source);
+    }
+
     void makeSite()
     {
         compileStale();
@@ -63,6 +81,8 @@ private:
         if (!pages)
             return;
         render(*pages, site);
+        if (m_request.isOutdated && m_request.isOutdated())
+            throw OutdatedBuild();
         const PageWriter::Counts counts = pages->publish();
         m_state.siteKey = linkKey();
         m_report.files = counts.files;
@@ -207,6 +227,8 @@ BuildReport build(const BuildRequest &request)
     if (!request.output.isEmpty()) {
         outputLock.emplace(request.output);
         SiteOutput::removeLeftovers(request.output);
+        if (!request.project.settings.isWatched)
+            QFile::remove(watchStampFile(request.output));
     }
     return Build(request).run();
 }

@@ -2,15 +2,12 @@
 
 #include "base/whole_file.h"
 #include "site/command/arguments.h"
-#include "site/command/build.h"
-#include "site/command/findings.h"
-#include "site/command/progress.h"
+#include "site/command/build_summary.h"
 #include "site/command/verbs.h"
 #include "site/exchange/inventory.h"
 #include "site/exchange/tag_file.h"
 #include "site/link/link_files.h"
 
-#include <QDir>
 #include <QTemporaryDir>
 
 #include <algorithm>
@@ -22,39 +19,6 @@ namespace tavidoc {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-Progress::Mode progressMode(const Arguments &arguments)
-{
-    if (arguments.has(OptionId::Quiet))
-        return Progress::Mode::Never;
-    return arguments.has(OptionId::Progress) ? Progress::Mode::Always : Progress::Mode::OnTerminal;
-}
-
-/// "12 inputs (1 compiled), 240 files (3 written, 0 removed): 1 error, 0 warnings"
-std::string summary(const BuildReport &report, const FindingCounts &counts, bool hasPages)
-{
-    std::string text = counted(report.inputs, "input") + " (" + std::to_string(report.compiled) + " compiled)";
-    if (hasPages)
-        text += ", " + counted(report.files, "file") + " (" + std::to_string(report.written) + " written, " +
-                std::to_string(report.removed) + " removed)";
-    return text + ": " + counts.text();
-}
-
-int finish(const Arguments &arguments, const Project &project, const BuildReport &report, bool hasPages)
-{
-    const FindingCounts counts = printFindings(report.findings, project.settings.levels);
-    if (!arguments.has(OptionId::Quiet))
-        printLine(summary(report, counts, hasPages));
-    return counts.status(arguments);
-}
-
-/// \a directory without a "/" at its end.
-QString withoutSlash(QString directory)
-{
-    while (directory.size() > 1 && directory.endsWith(u'/'))
-        directory.chop(1);
-    return directory;
-}
 
 /// What the names of a site are exported as.
 struct ExportFormat
@@ -77,22 +41,19 @@ template <typename Use> int buildWithoutPages(const Arguments &arguments, const 
     Progress progress(progressMode(arguments));
     const BuildReport report = build({project, cache, {}, jobs, progress});
     use(cache);
-    return finish(arguments, project, report, false);
+    return printSummary(arguments, project, report, HasPages::No);
 }
 
 } // namespace
 
 int buildVerb(const Arguments &arguments)
 {
-    const QString output = withoutSlash(arguments.required(OptionId::Output));
+    const SitePlaces places = sitePlaces(arguments);
     const int jobs = arguments.jobs();
     const Project project = projectOf(arguments.operands());
-    // Beside the output, even if its name is "." or ends with "..".
-    const QString usualCache = QDir::cleanPath(QDir::current().absoluteFilePath(output)) + u".cache"_s;
-    const QString cache = arguments.has(OptionId::Cache) ? arguments.value(OptionId::Cache) : usualCache;
     Progress progress(progressMode(arguments));
-    const BuildReport report = build({project, cache, output, jobs, progress});
-    return finish(arguments, project, report, true);
+    const BuildReport report = build({project, places.cache, places.output, jobs, progress});
+    return printSummary(arguments, project, report, HasPages::Yes);
 }
 
 int checkVerb(const Arguments &arguments)

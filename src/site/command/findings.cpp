@@ -19,11 +19,23 @@ CheckLevel levelOf(const Finding &finding, const std::map<std::string, CheckLeve
     return finding.isRaised ? std::max(level, CheckLevel::Warning) : level;
 }
 
+std::string lineOf(const Finding &finding, CheckLevel level)
+{
+    std::string line = finding.file;
+    if (finding.line != 0)
+        line.append(":").append(std::to_string(finding.line));
+    if (finding.column != 0)
+        line.append(":").append(std::to_string(finding.column));
+    line.append(level == CheckLevel::Error ? ": error: " : ": warning: ").append(finding.text);
+    return line.append(" [").append(finding.check).append("]");
+}
+
 } // namespace
 
-std::string counted(std::size_t count, const char *what)
+std::string counted(std::size_t count, const char *what, const char *plural)
 {
-    return std::to_string(count) + ' ' + what + (count == 1 ? "" : "s");
+    const std::string several = plural != nullptr ? plural : what + std::string("s");
+    return std::to_string(count) + ' ' + (count == 1 ? what : several);
 }
 
 std::string FindingCounts::text() const
@@ -48,15 +60,20 @@ FindingCounts printFindings(const std::vector<Finding> &findings, const std::map
         if (level == CheckLevel::Off)
             continue;
         ++(level == CheckLevel::Error ? counts.errors : counts.warnings);
-        std::string line = finding.file;
-        if (finding.line != 0)
-            line.append(":").append(std::to_string(finding.line));
-        if (finding.column != 0)
-            line.append(":").append(std::to_string(finding.column));
-        line.append(level == CheckLevel::Error ? ": error: " : ": warning: ").append(finding.text);
-        printLine(line.append(" [").append(finding.check).append("]"));
+        printLine(lineOf(finding, level));
     }
     return counts;
+}
+
+std::vector<std::string> errorLines(const std::vector<Finding> &findings,
+                                    const std::map<std::string, CheckLevel> &levels)
+{
+    std::vector<std::string> lines;
+    for (const Finding &finding : findings) {
+        if (levelOf(finding.check, levels) == CheckLevel::Error)
+            lines.push_back(lineOf(finding, CheckLevel::Error));
+    }
+    return lines;
 }
 
 void printLine(std::string text)

@@ -27,8 +27,12 @@ struct FindingCounts
 /// is off. \a levels are those that the project file sets.
 FindingCounts printFindings(const std::vector<Finding> &findings, const std::map<std::string, CheckLevel> &levels);
 
-/// "1 error", "2 errors".
-[[nodiscard]] std::string counted(std::size_t count, const char *what);
+/// The lines of the findings at error level.
+[[nodiscard]] std::vector<std::string> errorLines(const std::vector<Finding> &findings,
+                                                  const std::map<std::string, CheckLevel> &levels);
+
+/// "1 error", "2 errors"; \a plural is the word for several, unless it is \a what with "s".
+[[nodiscard]] std::string counted(std::size_t count, const char *what, const char *plural = nullptr);
 
 /// Prints a line to the standard error. Line ends in \a text, which names in sources may have, become blanks.
 void printLine(std::string text);

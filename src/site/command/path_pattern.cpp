@@ -65,7 +65,8 @@ struct Place
 class Walk
 {
 public:
-    Walk(std::string top, std::string_view pattern) : m_top(std::move(top)), m_parts(parts(pattern))
+    Walk(std::string top, std::string_view pattern, std::vector<std::string> *visited)
+        : m_top(std::move(top)), m_parts(parts(pattern)), m_directories(visited)
     {
         m_places.push_back({pattern.starts_with('/') ? "/" : "", 0});
     }
@@ -89,6 +90,8 @@ private:
         if (place.part == m_parts.size())
             return;
         const std::string_view part = m_parts[place.part];
+        if (m_directories != nullptr && (isPattern(part) || place.part + 1 == m_parts.size()))
+            m_directories->push_back(full(place.path));
         if (part == "**")
             return visitAll(place);
         if (!isPattern(part))
@@ -141,7 +144,8 @@ private:
 
     std::string m_top;
     std::vector<std::string_view> m_parts;
-    std::vector<Place> m_places; ///< to be visited
+    std::vector<std::string> *m_directories; ///< that were looked at; not owned
+    std::vector<Place> m_places;             ///< to be visited
     std::set<std::pair<std::string, std::size_t>> m_visited;
     std::vector<std::string> m_files;
 };
@@ -153,9 +157,10 @@ bool isPattern(std::string_view pattern)
     return pattern.find_first_of("*?") != std::string_view::npos;
 }
 
-std::vector<std::string> matchingFiles(const std::string &directory, std::string_view pattern)
+std::vector<std::string> matchingFiles(const std::string &directory, std::string_view pattern,
+                                       std::vector<std::string> *visited)
 {
-    return Walk(directory, pattern).files();
+    return Walk(directory, pattern, visited).files();
 }
 
 } // namespace tavidoc

@@ -18,16 +18,19 @@ namespace {
 Project projectOfInputs(const QStringList &inputs)
 {
     Project project;
-    ProjectError error{{}, 1};
+    ProjectError error{{}, 1, {}};
     for (const QString &input : inputs) {
         const std::string file = input.toStdString();
         if (!RegularFile(input).isOpen())
             error.messages.push_back(file + ": error: cannot be read");
         else if (std::ranges::find(project.inputs, file, &ProjectInput::file) == project.inputs.end())
             project.inputs.push_back({file, {}, {}});
+        project.lookedFor.files.push_back(file);
     }
-    if (!error.messages.empty())
+    if (!error.messages.empty()) {
+        error.lookedFor = std::move(project.lookedFor);
         throw ProjectError(std::move(error));
+    }
     return project;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "site/command/directory_watcher.h"
 #include "site/link/link_data.h"
 
 #include <QString>
@@ -26,6 +27,7 @@ struct Project
 {
     SiteSettings settings;
     std::vector<ProjectInput> inputs; ///< in order; no file twice in the same folder
+    WatchedFiles lookedFor;           ///< what the inputs and the names in the project file depend on
 };
 
 /// Faults of a project file or of the inputs.
@@ -33,6 +35,7 @@ struct ProjectError
 {
     std::vector<std::string> messages; ///< "FILE:LINE:COLUMN: error: ..." in order
     int status = 2;                    ///< exit status: 1 when only files cannot be read
+    WatchedFiles lookedFor = {};       ///< as in a project
 };
 
 /// Whether \a name is that of a project file: it ends with ".toml".

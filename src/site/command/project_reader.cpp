@@ -92,7 +92,7 @@ Project ProjectReader::read(std::string_view text)
     }
     if (m_messages.empty())
         return std::move(m_project);
-    ProjectError error{{}, m_status};
+    ProjectError error{{}, m_status, std::move(m_project.lookedFor)};
     for (auto &[place, message] : m_messages)
         error.messages.push_back(std::move(message));
     throw ProjectError(std::move(error));
@@ -127,6 +127,7 @@ template <CopiedFile SiteSettings::*member> void ProjectReader::readFile(const t
     if (path.empty())
         return;
     const std::string file = resolved(path);
+    m_project.lookedFor.files.push_back(file);
     if (::access(file.c_str(), R_OK) != 0)
         return reportUnreadable(value.source(), file);
     m_project.settings.*member = {file, isInside(path) ? path : std::string(fileNameOf(path))};
@@ -316,13 +317,14 @@ std::vector<std::string> ProjectReader::files(const std::string &pattern, const 
 {
     std::vector<std::string> found;
     if (isPattern(pattern)) {
-        for (const std::string &file : matchingFiles(m_directory, pattern))
+        for (const std::string &file : matchingFiles(m_directory, pattern, &m_project.lookedFor.directories))
             found.push_back(resolved(file));
         if (found.empty())
             report(value.source(), "no file matches " + inQuotes(pattern));
         return found;
     }
     const std::string file = resolved(pattern);
+    m_project.lookedFor.files.push_back(file);
     if (!matchingFiles(m_directory, pattern).empty())
         found.push_back(file);
     else

@@ -24,6 +24,7 @@ constexpr OptionId s_compileOptions[] = {Output, Folder, Depfile, Target};
 constexpr OptionId s_linkOptions[] = {Output, Partial, Strict, ExitZero, Quiet, Depfile, Target};
 constexpr OptionId s_renderOptions[] = {Output, Link, Depfile, Target};
 constexpr OptionId s_checkOptions[] = {Jobs, Strict, ExitZero, Progress, Quiet, Cache};
+constexpr OptionId s_watchOptions[] = {Output, Jobs, Progress, Quiet, Cache};
 constexpr OptionId s_exportOptions[] = {Output, Jobs, Strict, ExitZero, Progress, Quiet, Cache};
 
 constexpr Verb s_verbs[] = {
@@ -35,6 +36,8 @@ constexpr Verb s_verbs[] = {
     {"render", "[X.tdr...] --link LINK -o DIR", "write the pages of records, or without records what all pages share",
      s_renderOptions, &renderVerb},
     {"check", "[site.toml | INPUT...]", "do everything but the pages", s_checkOptions, &checkVerb},
+    {"watch", "[site.toml | INPUT...] -o DIR", "build again when a file changes; open pages reload themselves",
+     s_watchOptions, &watchVerb},
     {"export", "inventory|tags [site.toml | INPUT...] -o FILE", "write the names of the site for Sphinx or Doxygen",
      s_exportOptions, &exportVerb},
     {"dump", "X.tdr", "print a record as text", {}, &dumpVerb},

@@ -64,9 +64,14 @@ void SiteOutput::removeLeftovers(const QString &directory)
 {
     std::error_code error;
     for (const auto &entry : std::filesystem::directory_iterator(directory.toStdString(), error)) {
-        if (entry.path().filename().string().starts_with(s_stagingPrefix))
+        if (isOwn(entry.path().filename().string()) && entry.is_directory(error))
             std::filesystem::remove_all(entry.path(), error);
     }
+}
+
+bool SiteOutput::isOwn(std::string_view name)
+{
+    return name.starts_with(s_stagingPrefix);
 }
 
 const WrittenFile *SiteOutput::intact(const std::string &address) const

@@ -46,6 +46,9 @@ public:
     /// Removes the staging directories that processes which were killed left in \a directory.
     static void removeLeftovers(const QString &directory);
 
+    /// Whether \a name is that of a staging directory, or of another file of the program's own beside the pages.
+    [[nodiscard]] static bool isOwn(std::string_view name);
+
     /// What an earlier build wrote to \a address; null when it is not there any more, or was changed.
     [[nodiscard]] const WrittenFile *intact(const std::string &address) const;
 

@@ -98,6 +98,7 @@ struct SiteSettings
     std::vector<CopiedFile> assets;
     std::string projectFile = "site.toml";                   ///< in findings; empty in SharedLinks
     std::map<std::string, ProjectPlace> redirectPlaces = {}; ///< for findings; empty in SharedLinks
+    bool isWatched = false;                                  ///< pages reload themselves when the site changes
 };
 
 /// An entry of the whole contents tree, in preorder.

@@ -87,6 +87,7 @@ void describe(auto &fields, OneOf<SiteSettings> auto &settings)
     fields("assets", settings.assets);
     fields("projectFile", settings.projectFile);
     fields("redirectPlaces", settings.redirectPlaces);
+    fields("isWatched", settings.isWatched);
 }
 
 void describe(auto &fields, OneOf<ContentsEntry> auto &entry)

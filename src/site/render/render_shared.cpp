@@ -19,18 +19,20 @@ static void registerSiteFiles()
 
 namespace tavidoc {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::size_t s_topEntries = 30; // in the navigation of the site's own pages
 
 /// The style sheet and the scripts.
-void renderFiles(const FileSink &sink)
+void renderFiles(const SiteSettings &settings, const FileSink &sink)
 {
     registerSiteFiles();
     const QDir folder(QStringLiteral(":/site"));
     for (const QString &name : folder.entryList(QDir::Files, QDir::Name)) {
         QFile file(folder.filePath(name));
-        if (file.open(QIODevice::ReadOnly))
+        if ((name != "watch.js"_L1 || settings.isWatched) && file.open(QIODevice::ReadOnly))
             sink(name.toStdString(), file.readAll());
     }
 }
@@ -121,7 +123,7 @@ void renderShared(const SharedLinks &shared, const FileSink &sink)
     renderSearchPage(shared, sink);
     renderRedirects(shared, sink);
     renderSiteMap(shared, sink);
-    renderFiles(sink);
+    renderFiles(shared.settings, sink);
 }
 
 } // namespace tavidoc
