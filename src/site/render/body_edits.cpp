@@ -72,31 +72,42 @@ std::size_t tagEnd(std::string_view html, std::size_t offset)
     }
 }
 
-AttributeValue attributeValue(std::string_view html, std::size_t offset, std::string_view attribute)
+AttributeReader::AttributeReader(std::string_view html, std::size_t offset) : m_html(html)
 {
     const std::size_t end = tagEnd(html, offset);
-    if (end == std::string_view::npos)
-        return {};
-    std::size_t at = skipName(html, offset + 1);
-    while (at < end) {
-        at = skipSpaces(html, at);
-        const std::size_t nameBegin = at;
-        at = skipName(html, at);
-        if (at == nameBegin) {
-            ++at;
+    if (end != std::string_view::npos) {
+        m_end = end;
+        m_at = skipName(html, offset + 1);
+    }
+}
+
+bool AttributeReader::next()
+{
+    while (m_at < m_end) {
+        m_begin = skipSpaces(m_html, m_at);
+        m_nameEnd = skipName(m_html, m_begin);
+        m_at = m_nameEnd;
+        if (m_nameEnd == m_begin) {
+            ++m_at;
             continue;
         }
-        const std::string_view name = html.substr(nameBegin, at - nameBegin);
-        const std::size_t equals = skipSpaces(html, at);
-        if (equals >= end || html[equals] != '=') {
-            if (name == attribute)
-                return {at, 0, true};
-            continue;
-        }
-        const AttributeValue value = valueAt(html, skipSpaces(html, equals + 1));
-        if (name == attribute)
-            return value;
-        at = value.offset + value.length + (html[value.offset - 1] == '"' || html[value.offset - 1] == '\'' ? 1 : 0);
+        m_value = {m_nameEnd, 0, false};
+        const std::size_t equals = skipSpaces(m_html, m_nameEnd);
+        if (equals >= m_end || m_html[equals] != '=')
+            return true;
+        m_value = valueAt(m_html, skipSpaces(m_html, equals + 1));
+        const char before = m_html[m_value.offset - 1];
+        m_at = m_value.offset + m_value.length + (before == '"' || before == '\'' ? 1 : 0);
+        return true;
+    }
+    return false;
+}
+
+AttributeValue attributeValue(std::string_view html, std::size_t offset, std::string_view attribute)
+{
+    for (AttributeReader reader(html, offset); reader.next();) {
+        if (reader.name() == attribute)
+            return {reader.value().offset, reader.value().length, true};
     }
     return {};
 }

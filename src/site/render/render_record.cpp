@@ -3,6 +3,7 @@
 #include "site/link/page_names.h"
 #include "site/render/body.h"
 #include "site/render/page_frame.h"
+#include "site/render/record_body.h"
 
 namespace tavidoc {
 
@@ -13,15 +14,19 @@ const LinkTarget *pointerTo(const std::optional<LinkTarget> &target)
     return target ? &*target : nullptr;
 }
 
-/// The bytes of the body of \a page; empty when its place is not in the bodies.
-std::string_view bodyOf(const RecordWithBodies &record, const RecordPage &page)
+} // namespace
+
+std::string_view recordBody(const RecordWithBodies &record, const RecordPage &page)
 {
     const std::string_view bodies = record.bodies;
     const bool isInside = page.bodyOffset <= bodies.size() && page.bodyLength <= bodies.size() - page.bodyOffset;
     return isInside ? bodies.substr(page.bodyOffset, page.bodyLength) : std::string_view();
 }
 
-} // namespace
+std::string iconAddress(const Record &record, const RecordIcon &icon)
+{
+    return record.folder.empty() ? icon.name : encodedPath(record.folder) + '/' + icon.name;
+}
 
 void renderRecord(const RecordWithBodies &record, const RecordLinks &links, const SharedLinks &shared,
                   const FileSink &sink)
@@ -37,12 +42,12 @@ void renderRecord(const RecordWithBodies &record, const RecordLinks &links, cons
                                  .headings = &page.headings,
                                  .previous = pointerTo(pageLinks.previous),
                                  .next = pointerTo(pageLinks.next)};
-        const std::string body = siteBody(bodyOf(record, page), page, pageLinks);
+        const std::string body = siteBody(recordBody(record, page), page, pageLinks);
         sink(pageLinks.address, framedSitePage(frame, body, shared.settings));
     }
-    const std::string top = record.head.folder.empty() ? std::string() : encodedPath(record.head.folder) + "/";
-    for (const RecordIcon &icon : record.head.icons)
-        sink(top + icon.name, QByteArray(icon.bytes.data(), static_cast<qsizetype>(icon.bytes.size())));
+    for (const RecordIcon &icon : record.head.icons) {
+        sink(iconAddress(record.head, icon), QByteArray(icon.bytes.data(), static_cast<qsizetype>(icon.bytes.size())));
+    }
 }
 
 } // namespace tavidoc

@@ -5,17 +5,9 @@
 #include "site/render/page_frame.h"
 #include "site/render/page_text.h"
 #include "site/render/shared_pages.h"
-
-#include <QDir>
-#include <QFile>
+#include "site/render/site_files.h"
 
 #include <algorithm>
-
-// A static library's resources are registered on demand, by a function outside of any namespace.
-static void registerSiteFiles()
-{
-    Q_INIT_RESOURCE(site);
-}
 
 namespace tavidoc {
 
@@ -28,12 +20,9 @@ constexpr std::size_t s_topEntries = 30; // in the navigation of the site's own 
 /// The style sheet and the scripts.
 void renderFiles(const SiteSettings &settings, const FileSink &sink)
 {
-    registerSiteFiles();
-    const QDir folder(QStringLiteral(":/site"));
-    for (const QString &name : folder.entryList(QDir::Files, QDir::Name)) {
-        QFile file(folder.filePath(name));
-        if ((name != "watch.js"_L1 || settings.isWatched) && file.open(QIODevice::ReadOnly))
-            sink(name.toStdString(), file.readAll());
+    for (const QString &name : siteFileNames()) {
+        if (name != "watch.js"_L1 || settings.isWatched)
+            sink(name.toStdString(), QByteArray::fromStdString(siteFile(name.toStdString())));
     }
 }
 
