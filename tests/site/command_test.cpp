@@ -65,7 +65,7 @@ INSTANTIATE_TEST_SUITE_P(
         CommandRow{"an option of another verb", "$site dump --strict x.tdr", 2,
                    "tavidoc-site: dump: unknown option \"--strict\"\n"},
         CommandRow{"an unknown format", "$site export invntory -o x a.dg", 2,
-                   "tavidoc-site: export: expected \"inventory\" or \"tags\"\n"},
+                   "tavidoc-site: export: expected \"inventory\", \"tags\" or \"qhp\"\n"},
         CommandRow{"an option before the verb", "$site --versoin", 2,
                    "tavidoc-site: unknown option \"--versoin\"; did you mean \"--version\"?\n"},
         CommandRow{"no output", "$site build", 2, "tavidoc-site: build: expected --output PATH\n"},

@@ -1,3 +1,4 @@
+#include "site/exchange/help_project.h"
 #include "site/exchange/inventory.h"
 #include "site/exchange/tag_file.h"
 
@@ -77,6 +78,61 @@ TEST(Exchange, WritesATagFile)
                   "<title>Ümlauts &amp; &lt;more&gt;</title>\n</compound>\n"
                   "<compound kind=\"namespace\">\n<name>tools</name>\n<filename>api/tools.spin.htm</filename>\n" +
                   member("function", "spin", "api/tools.spin.htm") + "</compound>\n</tagfile>\n");
+}
+
+TEST(Exchange, WritesAHelpProject)
+{
+    const std::string records = R"(
+        input b.h -> api
+        header b_h | b.h
+        class tools.Buffer | tools::Buffer
+        macro SQUARE | SQUARE
+        entry 0 b_h
+        entry 1 tools.Buffer
+        input a.dg
+        page start | <More> & more
+        group 0 Guide
+        entry 1 start)";
+    SiteSettings settings;
+    settings.title = "Kettle / Works";
+    settings.version = "2.1";
+    const SharedLinks shared = linked(records, settings).shared;
+    const std::string file =
+        helpProjectFile(shared, {{"start.htm", "sta rt.htm"}}, {"a&b[1]*.png", "sta rt.htm"}).toStdString();
+    std::string lines;
+    std::istringstream stream(file);
+    for (std::string line; std::getline(stream, line);)
+        lines += line.substr(std::min(line.find_first_not_of(' '), line.size())) + '\n';
+    EXPECT_EQ(lines, R"(<?xml version="1.0" encoding="UTF-8"?>
+<QtHelpProject version="1.0">
+<namespace>kettle-works.2.1</namespace>
+<virtualFolder>doc</virtualFolder>
+<filterSection>
+<toc>
+<section title="Kettle / Works" ref="api/b_h.htm">
+<section title="b.h" ref="api/b_h.htm">
+<section title="Buffer" ref="api/tools.Buffer.htm"/>
+<section title="SQUARE" ref="api/SQUARE.htm"/>
+</section>
+<section title="Guide" ref="sta%20rt.htm">
+<section title="&lt;More&gt; &amp; more" ref="sta%20rt.htm"/>
+</section>
+</section>
+</toc>
+<keywords>
+<keyword name="&lt;More&gt; &amp; more" ref="sta%20rt.htm"/>
+<keyword name="Buffer" ref="api/tools.Buffer.htm"/>
+<keyword name="SQUARE" id="SQUARE" ref="api/SQUARE.htm"/>
+<keyword name="b.h" ref="api/b_h.htm"/>
+<keyword name="tools::Buffer" id="tools::Buffer" ref="api/tools.Buffer.htm"/>
+</keywords>
+<files>
+<file>a&amp;b[[]1][*].png</file>
+<file>sta rt.htm</file>
+</files>
+</filterSection>
+</QtHelpProject>
+)");
 }
 
 } // namespace

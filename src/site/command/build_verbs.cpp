@@ -1,12 +1,12 @@
-// The verbs that do everything: build, check and export.
+// The verbs that begin with the inputs: build, check and export.
 
 #include "base/whole_file.h"
 #include "site/command/arguments.h"
 #include "site/command/build_summary.h"
 #include "site/command/verbs.h"
+#include "site/command/whole_set.h"
 #include "site/exchange/inventory.h"
 #include "site/exchange/tag_file.h"
-#include "site/link/link_files.h"
 
 #include <QTemporaryDir>
 
@@ -20,29 +20,20 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// What the names of a site are exported as.
+/// What a site is exported as.
 struct ExportFormat
 {
     QLatin1StringView name;
-    QByteArray (*bytes)(const SharedLinks &shared);
+    void (*write)(const WholeSet &set, const QString &file);
 };
 
-constexpr ExportFormat s_exportFormats[] = {{"inventory"_L1, &inventoryFile}, {"tags"_L1, &tagFile}};
-
-/// Compiles and links the project or inputs \a operands and calls \a use with the cache where the links are.
-template <typename Use> int buildWithoutPages(const Arguments &arguments, const QStringList &operands, const Use &use)
+template <QByteArray (*bytes)(const SharedLinks &shared)> void writeNames(const WholeSet &set, const QString &file)
 {
-    const int jobs = arguments.jobs();
-    const Project project = projectOf(operands);
-    std::optional<QTemporaryDir> temporary;
-    if (!arguments.has(OptionId::Cache))
-        temporary.emplace();
-    const QString cache = temporary ? temporary->path() : arguments.value(OptionId::Cache);
-    Progress progress(progressMode(arguments));
-    const BuildReport report = build({project, cache, {}, jobs, progress});
-    use(cache);
-    return printSummary(arguments, project, report, HasPages::No);
+    updateWholeFile(file, bytes(set.shared()));
 }
+
+constexpr ExportFormat s_exportFormats[] = {
+    {"inventory"_L1, &writeNames<inventoryFile>}, {"tags"_L1, &writeNames<tagFile>}, {"qhp"_L1, &writeHelpProject}};
 
 } // namespace
 
@@ -56,9 +47,25 @@ int buildVerb(const Arguments &arguments)
     return printSummary(arguments, project, report, HasPages::Yes);
 }
 
+int buildWithoutPages(const Arguments &arguments, const QStringList &operands,
+                      const std::function<void(const WholeSet &set)> &use)
+{
+    const int jobs = arguments.jobs();
+    const Project project = projectOf(operands);
+    std::optional<QTemporaryDir> temporary;
+    if (!arguments.has(OptionId::Cache))
+        temporary.emplace();
+    const QString cache = temporary ? temporary->path() : arguments.value(OptionId::Cache);
+    Progress progress(progressMode(arguments));
+    const BuildReport report = build({project, cache, {}, jobs, progress});
+    if (use)
+        use(WholeSet(project, cache));
+    return printSummary(arguments, project, report, HasPages::No);
+}
+
 int checkVerb(const Arguments &arguments)
 {
-    return buildWithoutPages(arguments, arguments.operands(), [](const QString &) {});
+    return buildWithoutPages(arguments, arguments.operands(), {});
 }
 
 int exportVerb(const Arguments &arguments)
@@ -68,10 +75,8 @@ int exportVerb(const Arguments &arguments)
     const auto *const format =
         std::ranges::find(s_exportFormats, operands.isEmpty() ? QString() : operands.takeFirst(), &ExportFormat::name);
     if (format == std::end(s_exportFormats))
-        throw UsageError{"export: expected \"inventory\" or \"tags\""};
-    return buildWithoutPages(arguments, operands, [&](const QString &cache) {
-        updateWholeFile(output, format->bytes(readSharedLinks(cache + u"/link/"_s + sharedLinkFileName())));
-    });
+        throw UsageError{"export: expected \"inventory\", \"tags\" or \"qhp\""};
+    return buildWithoutPages(arguments, operands, [&](const WholeSet &set) { format->write(set, output); });
 }
 
 } // namespace tavidoc

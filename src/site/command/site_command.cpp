@@ -35,11 +35,13 @@ constexpr Verb s_verbs[] = {
      s_linkOptions, &linkVerb},
     {"render", "[X.tdr...] --link LINK -o DIR", "write the pages of records, or without records what all pages share",
      s_renderOptions, &renderVerb},
+    {"single", "[site.toml | INPUT...] -o FILE", "make one page of all pages, for print and PDF", s_exportOptions,
+     &singleVerb},
     {"check", "[site.toml | INPUT...]", "do everything but the pages", s_checkOptions, &checkVerb},
     {"watch", "[site.toml | INPUT...] -o DIR", "build again when a file changes; open pages reload themselves",
      s_watchOptions, &watchVerb},
-    {"export", "inventory|tags [site.toml | INPUT...] -o FILE", "write the names of the site for Sphinx or Doxygen",
-     s_exportOptions, &exportVerb},
+    {"export", "inventory|tags|qhp [site.toml | INPUT...] -o FILE",
+     "write the names of the site for Sphinx or Doxygen, or a help project for Qt", s_exportOptions, &exportVerb},
     {"dump", "X.tdr", "print a record as text", {}, &dumpVerb},
 };
 

@@ -139,4 +139,18 @@ std::string SiteOutput::pathOf(std::string_view address) const
     return m_directory + std::string(address);
 }
 
+void writeSite(const QString &directory, const std::function<void(const FileSink &sink)> &render)
+{
+    const std::vector<WrittenFile> known;
+    SiteOutput output(directory, known);
+    std::vector<StagedFile> files;
+    render([&](const std::string &address, const QByteArray &bytes) {
+        files.push_back(output.stage(address, bytes, "file-"));
+    });
+    for (const StagedFile &file : files) {
+        if (!file.staged.empty())
+            output.publish(file);
+    }
+}
+
 } // namespace tavidoc

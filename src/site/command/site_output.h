@@ -2,10 +2,12 @@
 
 #include "site/command/cache_state.h"
 #include "site/record/field_writer.h"
+#include "site/render/render.h"
 
 #include <QByteArray>
 #include <QString>
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -75,5 +77,8 @@ private:
     std::set<std::string> m_directories; ///< that exist
     std::size_t m_count = 0;             ///< of files that this process staged
 };
+
+/// Writes all files that \a render hands out to the directory \a directory, or none of them.
+void writeSite(const QString &directory, const std::function<void(const FileSink &sink)> &render);
 
 } // namespace tavidoc

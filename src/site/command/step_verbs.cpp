@@ -100,21 +100,6 @@ int linkPartially(const Arguments &arguments)
     return 0;
 }
 
-/// Writes all files that \a render makes, or none of them.
-template <typename Render> void writeSite(const QString &directory, Render render)
-{
-    const std::vector<WrittenFile> known;
-    SiteOutput output(directory, known);
-    std::vector<StagedFile> files;
-    render([&](const std::string &address, const QByteArray &bytes) {
-        files.push_back(output.stage(address, bytes, "file-"));
-    });
-    for (const StagedFile &file : files) {
-        if (!file.staged.empty())
-            output.publish(file);
-    }
-}
-
 void copy(const std::vector<CopiedFile> &files, const FileSink &sink)
 {
     for (const CopiedFile &file : files) {

@@ -126,7 +126,8 @@ bool fits(const RecordLinks &links, const Record &record)
     });
 }
 
-/// What linking made of \a record.
+} // namespace
+
 RecordLinks linksOf(const Record &record, const QString &linkDirectory)
 {
     const QString file = linkDirectory + u'/' + linkFileName(record.folder, record.input);
@@ -135,8 +136,6 @@ RecordLinks linksOf(const Record &record, const QString &linkDirectory)
         throw HException(file.toUtf8() + ": of another version of the record");
     return links;
 }
-
-} // namespace
 
 CompiledInput compileToFile(const std::string &input, const std::string &folder, const QString &recordFile)
 {

@@ -46,6 +46,9 @@ struct LinkedSite
 void renderRecordFile(const QString &recordFile, const QString &linkDirectory, const SharedLinks &shared,
                       const FileSink &sink);
 
+/// What linking made of \a record. Throws HException.
+[[nodiscard]] RecordLinks linksOf(const Record &record, const QString &linkDirectory);
+
 /// The pictures of the records in \a recordFile.
 [[nodiscard]] std::vector<CopiedFile> picturesOf(const QString &recordFile, const QString &linkDirectory);
 

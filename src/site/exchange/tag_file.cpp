@@ -1,8 +1,8 @@
 #include "site/exchange/tag_file.h"
 
+#include "site/exchange/xml_text.h"
 #include "site/link/page_names.h"
 
-#include <QString>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -16,14 +16,6 @@ namespace tavidoc {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-/// \a text, UTF-8 or not, without the characters that XML forbids.
-QString xmlText(std::string_view text)
-{
-    QString result = QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    result.removeIf([](QChar c) { return (c < u' ' && c != u'\t' && c != u'\n') || c.unicode() >= 0xfffe; });
-    return result;
-}
 
 /// How Doxygen calls what a kind of declaration contains others as; empty: it contains none.
 std::string_view compoundKind(std::string_view kind)

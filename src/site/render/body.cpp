@@ -17,11 +17,14 @@ class RecordedEdits
 {
 public:
     RecordedEdits(std::string_view body, const RecordPage &page, const PageLinks &links)
-        : m_body(body), m_page(page), m_links(links), m_edits(structuralEdits(body))
+        : m_body(body), m_page(page), m_links(links)
     {
     }
 
+    /// What is inserted and what is relocated.
     [[nodiscard]] BodyEdits edits() &&;
+    /// What is relocated.
+    [[nodiscard]] BodyEdits relocations() &&;
 
 private:
     [[nodiscard]] bool isInside(std::uint64_t offset, std::uint64_t length) const
@@ -29,6 +32,7 @@ private:
         return offset <= m_body.size() && length <= m_body.size() - offset;
     }
     [[nodiscard]] bool hasSelfLinks() const;
+    void relocate();
     void heading(const RecordHeading &heading, bool hasSelfLink);
     void link(const RecordLink &link, const ResolvedLink &resolved);
     void image(const RecordImage &image, const ResolvedImage &resolved);
@@ -43,9 +47,25 @@ private:
 
 BodyEdits RecordedEdits::edits() &&
 {
+    m_edits = structuralEdits(m_body);
     const bool hasLinks = hasSelfLinks();
     for (const RecordHeading &recorded : m_page.headings)
         heading(recorded, hasLinks && recorded.level > 1);
+    relocate();
+    for (const RecordListing &recorded : m_page.listings)
+        listing(recorded);
+    return std::move(m_edits);
+}
+
+BodyEdits RecordedEdits::relocations() &&
+{
+    relocate();
+    std::erase_if(m_edits, [](const BodyEdit &edit) { return edit.removed == 0; });
+    return std::move(m_edits);
+}
+
+void RecordedEdits::relocate()
+{
     for (const ResolvedLink &resolved : m_links.links) {
         if (resolved.link < m_page.links.size())
             link(m_page.links[resolved.link], resolved);
@@ -54,9 +74,6 @@ BodyEdits RecordedEdits::edits() &&
         if (resolved.image < m_page.images.size())
             image(m_page.images[resolved.image], resolved);
     }
-    for (const RecordListing &recorded : m_page.listings)
-        listing(recorded);
-    return std::move(m_edits);
 }
 
 /// A page with very many headings does without links to them, so that it does not grow too much.
@@ -129,6 +146,11 @@ void RecordedEdits::listing(const RecordListing &listing)
 std::string siteBody(std::string_view body, const RecordPage &page, const PageLinks &links)
 {
     return edited(body, RecordedEdits(body, page, links).edits());
+}
+
+std::string relocatedBody(std::string_view body, const RecordPage &page, const PageLinks &links)
+{
+    return edited(body, RecordedEdits(body, page, links).relocations());
 }
 
 } // namespace tavidoc

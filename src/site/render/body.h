@@ -20,4 +20,7 @@ namespace tavidoc {
 /// Offsets that do not fit the body are ignored.
 [[nodiscard]] std::string siteBody(std::string_view body, const RecordPage &page, const PageLinks &links);
 
+/// The same with nothing inserted: only targets and captions of links and the sources of pictures differ.
+[[nodiscard]] std::string relocatedBody(std::string_view body, const RecordPage &page, const PageLinks &links);
+
 } // namespace tavidoc
