@@ -56,9 +56,11 @@ void tellStrayComments(const QString &file, const std::vector<int> &commentLines
         used.insert(object->documentationLine());
     for (const int line : commentLines) {
         if (!used.contains(line))
-            listener.finding({"stray-comment",
-                              {file, line},
-                              "this comment documents nothing: expected a declaration directly after it"});
+            listener.finding(
+                {"stray-comment",
+                 {file, line},
+                 "this comment documents nothing: expected a declaration directly after it (an overview begins "
+                 "with \"/*! \\overview\")"});
     }
 }
 

@@ -140,8 +140,10 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{
             "a_comment_that_documents_nothing", u"inc/a.h"_s,
             "/*!\n * One.\n */\n\n\n\nint a;\n/*!\n * Two.\n */\nint b;\n/*!\n * Three.\n */\n",
-            "inc/a.h:1: stray-comment: this comment documents nothing: expected a declaration directly after it\n"
-            "inc/a.h:12: stray-comment: this comment documents nothing: expected a declaration directly after it\n"},
+            "inc/a.h:1: stray-comment: this comment documents nothing: expected a declaration directly after it (an "
+            "overview begins with \"/*! \\overview\")\n"
+            "inc/a.h:12: stray-comment: this comment documents nothing: expected a declaration directly after it (an "
+            "overview begins with \"/*! \\overview\")\n"},
         TextRow{"no_comment_of_another_kind", u"a.h"_s,
                 "/*!! Overview. */\n/* plain */\n/*** other */\nint a; /*!< behind */\n/*! \\region x */\n", ""},
         TextRow{"text_on_the_first_and_the_last_line", u"a.h"_s,
