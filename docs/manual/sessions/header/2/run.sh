@@ -1,0 +1,1 @@
+tavidoc-site build --strict states.h -o site

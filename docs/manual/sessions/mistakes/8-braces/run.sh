@@ -1,0 +1,1 @@
+tavidoc-site build timer.h -o site
