@@ -10,6 +10,16 @@
 
 using namespace tavidoc;
 
+namespace {
+
+std::string manualPage(const std::string &name)
+{
+    std::ifstream file(TAVIDOC_SOURCE_DIR "/docs/manual/" + name + ".dg");
+    return {std::istreambuf_iterator<char>(file), {}};
+}
+
+} // namespace
+
 TEST(Checks, AreFoundByTheirNames)
 {
     std::set<std::string_view> names;
@@ -23,12 +33,13 @@ TEST(Checks, AreFoundByTheirNames)
 
 TEST(Checks, AreInTheManual)
 {
-    std::ifstream file(TAVIDOC_SOURCE_DIR "/docs/manual/site.dg");
-    const std::string page{std::istreambuf_iterator<char>(file), {}};
+    const std::string page = manualPage("site");
+    const std::string messages = manualPage("messages");
     const std::string levels[] = {"off", "warning", "error"};
     for (const Check &check : checks()) {
         std::string row = "| \\tt{" + std::string(check.name) + "} | " + levels[static_cast<int>(check.level)] + " | ";
         row.append(check.finds).append("\n");
         EXPECT_NE(page.find(row), std::string::npos) << row;
+        EXPECT_NE(messages.find("| \\tt{" + std::string(check.name) + "} | "), std::string::npos) << check.name;
     }
 }

@@ -34,9 +34,10 @@ QByteArray sourcesOfTheManual()
 /// What the commands in "run.sh" of the folder \a step print in \a directory, which gets the files of the step first.
 QByteArray outputOf(const QTemporaryDir &directory, const QString &step)
 {
-    const ScriptResult result = runScript(directory, u"PATH='%1':$PATH; cp -R '%2'/. .; exec 2>&1\n"_s.arg(
-                                                         QFileInfo(QStringLiteral(TAVIDOC_PROGRAM)).path(), step) +
-                                                         QString::fromUtf8(bytesOf(step + u"/run.sh"_s)));
+    const ScriptResult result =
+        runScript(directory, u"PATH='%1':$PATH; unset MAKEFLAGS MAKELEVEL; cp -R '%2'/. .; exec 2>&1\n"_s.arg(
+                                 QFileInfo(QStringLiteral(TAVIDOC_PROGRAM)).path(), step) +
+                                 QString::fromUtf8(bytesOf(step + u"/run.sh"_s)));
     return result.output;
 }
 
