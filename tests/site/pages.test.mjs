@@ -13,7 +13,7 @@ const folder = mkdtempSync(join(tmpdir(), "tavidoc-site-"));
 const site = `file://${folder}/site/`;
 const project = new URL("../../docs/manual/site.toml", import.meta.url).pathname;
 const pages = ["index.htm", "start.htm", "tables.htm", "text.htm", "listings.htm", "commands.htm", "icons.htm",
-    "menus.htm", "headers-example.htm", "ring-buffer/ring_buffer_h.htm", "ring-buffer/ring_buffer_write.htm",
+    "menus.htm", "headers-example.htm", "coming.htm", "ring-buffer/ring_buffer_h.htm", "ring-buffer/ring_buffer_write.htm",
     "contents.htm", "names.htm", "search.htm"];
 const widths = [400, 768, 1280];
 let browser;
