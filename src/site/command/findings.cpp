@@ -70,7 +70,7 @@ std::vector<std::string> errorLines(const std::vector<Finding> &findings,
 {
     std::vector<std::string> lines;
     for (const Finding &finding : findings) {
-        if (levelOf(finding.check, levels) == CheckLevel::Error)
+        if (levelOf(finding, levels) == CheckLevel::Error)
             lines.push_back(lineOf(finding, CheckLevel::Error));
     }
     return lines;
