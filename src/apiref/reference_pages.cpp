@@ -82,6 +82,7 @@ void ReferencePages::make(const QStringList &exclusions)
 std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
 {
     DocGenSourceBrowserCParser parser(m_model, m_lines);
+    parser.setComplete(m_surroundings.names == ReferenceNames::Qualified);
     parser.parse(m_header.given());
     if (!lastFileCommand({m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())}))
         m_surroundings.output.release();

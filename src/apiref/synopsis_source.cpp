@@ -53,9 +53,11 @@ void SynopsisSource::addPlace(SourceBrowserObject &object)
     const std::optional<std::size_t> begin = m_tokens.indexAt(object.source().begin);
     if (!begin)
         return;
-    const bool isConcept = object.form() == SourceBrowserObject::Form::Concept;
-    std::size_t end = isConcept ? endFrom(*begin) : m_tokens.indexAt(object.source().end).value_or(endFrom(*begin));
-    if (isConcept) {
+    const bool isAssigned =
+        object.form() == SourceBrowserObject::Form::Concept || object.form() == SourceBrowserObject::Form::Alias;
+    const std::optional<std::size_t> known = m_tokens.indexAt(object.source().end);
+    std::size_t end = known && !isAssigned ? *known : endFrom(*begin);
+    if (isAssigned) { // to the ";"
         while (isToken(end, u'{'))
             end = endFrom(std::max(matchOf(end), end) + 1);
     }

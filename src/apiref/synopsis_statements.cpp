@@ -91,6 +91,21 @@ bool hasPointer(const Tokens &tokens)
     return false;
 }
 
+/// What is known of \a object without its text.
+QString withoutText(const SourceBrowserObject &object)
+{
+    if (object.phylum() == SourceBrowserObject::Namespace)
+        return "namespace "_L1 + object.name();
+    if (dynamic_cast<const SourceBrowserContainer *>(&object) != nullptr)
+        return (object.form() == SourceBrowserObject::Form::Union ? "union "_L1
+                : object.phylum() == SourceBrowserObject::Class   ? "class "_L1
+                                                                  : "struct "_L1) +
+               object.name();
+    if (dynamic_cast<const SourceBrowserEnum *>(&object) != nullptr)
+        return "enum "_L1 + object.name();
+    return object.description() + u';';
+}
+
 /// The directive of a macro without its comments, on one line.
 QString directiveLine(const QString &directive)
 {
@@ -130,8 +145,8 @@ std::string SynopsisSource::synopsis(const SourceBrowserObject &object) const
         return macroText(object).toStdString();
     const Place *const place = placeOf(object);
     if (place == nullptr)
-        return object.description().toStdString() + ";";
-    if (object.form() == SourceBrowserObject::Form::Concept)
+        return withoutText(object).toStdString();
+    if (object.form() == SourceBrowserObject::Form::Concept || object.form() == SourceBrowserObject::Form::Alias)
         return conceptText(*place).toStdString();
     if (dynamic_cast<const SourceBrowserContainer *>(&object) != nullptr)
         return container(*place).toStdString();

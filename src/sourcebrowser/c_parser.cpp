@@ -28,7 +28,8 @@ void SourceBrowserCParser::parse(const QString &file, const QStringList &fixmeWo
                                            .events = m_events,
                                            .statistics = m_statistics,
                                            .file = file,
-                                           .fixmeWords = fixmeWords});
+                                           .fixmeWords = fixmeWords,
+                                           .isComplete = m_isComplete});
     parser.run();
     m_overview = parser.scanner().overview();
     m_overviewComments = parser.scanner().overviewComments();

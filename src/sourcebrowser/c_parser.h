@@ -42,6 +42,16 @@ public:
 
     /*!
      * \h1 SourceBrowserCParser::\this
+     * Also declares what belongs to C++ only: aliases, deduction guides, every namespace of \tt{namespace a::b}, specialisations
+     * of class templates under names of their own, and overloads of virtual methods.
+     * \synopsis
+     * \sa \xref{SourceBrowserCParser}
+     * \ingroup SourceBrowserCParser
+     */
+    void setComplete(bool isComplete) { m_isComplete = isComplete; }
+
+    /*!
+     * \h1 SourceBrowserCParser::\this
      * Reads one file, whose lines come from \xref{../line_iterator/line_iterator_h.htm}{readLine}. Earlier declarations of
      * the same file are removed from the model. A line comment that begins with one of \a{fixmeWords} is an event.
      * \synopsis
@@ -117,6 +127,7 @@ public:
 private:
     SourceBrowserModel *m_model;
     SourceBrowserEventInterface *m_events;
+    bool m_isComplete = false;
     SourceBrowserLineStatistics m_statistics;
     QString m_overview;
     std::vector<SourceBrowserOverviewComment> m_overviewComments;

@@ -126,6 +126,21 @@ QString SourceBrowserClassHead::name() const
     return name;
 }
 
+QString SourceBrowserClassHead::arguments() const
+{
+    size_t begin = m_begin;
+    while (begin < m_tokens.size() && !m_tokens[begin].is('<') && !m_tokens[begin].is(':'))
+        ++begin;
+    int nesting = 0;
+    for (size_t at = begin; at < m_tokens.size() && m_tokens[begin].is('<'); ++at) {
+        if (SourceBrowserDeclaratorReader::isAngle(m_tokens, at))
+            nesting += m_tokens[at].is('<') ? 1 : -1;
+        if (nesting == 0)
+            return SourceBrowserDeclaratorReader::sourceText(m_tokens.subspan(begin, at + 1 - begin));
+    }
+    return {};
+}
+
 std::vector<SourceBrowserBaseClass> SourceBrowserClassHead::baseClasses() const
 {
     std::vector<SourceBrowserBaseClass> bases;

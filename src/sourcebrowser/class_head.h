@@ -33,6 +33,8 @@ public:
     /// The last run of words joined by "::" before a ":" or the end; empty if there is none. A word in capitals
     /// after a name with small letters is a macro.
     [[nodiscard]] QString name() const;
+    /// The template arguments after the name, of a specialisation; empty if there are none.
+    [[nodiscard]] QString arguments() const;
     [[nodiscard]] std::vector<SourceBrowserBaseClass> baseClasses() const;
     /// The type of the declarators after the body: keyword and \a name, with the qualifiers before them.
     [[nodiscard]] QString type(const QString &name) const;

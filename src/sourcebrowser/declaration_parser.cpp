@@ -11,7 +11,7 @@ SourceBrowserDeclarationParser::SourceBrowserDeclarationParser(const Setting &se
     : m_parser(setting.parser), m_ownModel(setting.model ? nullptr : std::make_unique<SourceBrowserModel>()),
       m_model(setting.model ? *setting.model : *m_ownModel), m_events(setting.events), m_file(setting.file),
       m_scanner(setting.parser, setting.file, setting.events, setting.model, setting.statistics, setting.fixmeWords),
-      m_stream(m_scanner, *this)
+      m_stream(m_scanner, *this), m_isComplete(setting.isComplete)
 {
     m_context = &m_contexts.emplace_back();
     m_context->container = &m_model.root();
@@ -56,6 +56,11 @@ void SourceBrowserDeclarationParser::statement(const Token &first)
         }
         return;
     case Using:
+        if (m_isComplete) {
+            begin(first);
+            aliasDeclaration();
+            return;
+        }
         m_stream.skipUntil(';');
         return m_scanner.pendingComment().clear(); // it documents nothing
     case Namespace:

@@ -29,6 +29,7 @@ public:
         SourceBrowserLineStatistics &statistics;
         const QString &file;
         const QStringList &fixmeWords;
+        bool isComplete = false; ///< declares more, as SourceBrowserCParser::setComplete() describes
     };
 
     explicit SourceBrowserDeclarationParser(const Setting &setting);
@@ -96,11 +97,13 @@ private:
     bool initialiser(const Token &equals);
     bool constructorInitialisers(const Token &colon);
     bool conceptDeclaration();
+    bool aliasDeclaration();
 
     // Objects for the model: declaration_parser_members.cpp.
     void finish();
     SourceBrowserDeclarators readPending(bool wantsFunction);
     bool declareAll();
+    bool declareGuide();
     void endAt(const Token &token) { m_pending.endsAt = positionOf(token); }
     void attachComment(SourceBrowserObject &object, int line);
     void place(SourceBrowserObject &object, int line, SourceBrowserObject::Position name = {});
@@ -121,7 +124,8 @@ private:
     [[nodiscard]] bool startsAnother(const Token &token);
     [[nodiscard]] bool isComposedMacro(const SourceBrowserDeclarator &declarator) const;
     [[nodiscard]] SourceBrowserClassHead head() const;
-    SourceBrowserContainer *merge(std::unique_ptr<SourceBrowserContainer> container);
+    SourceBrowserContainer *merge(std::unique_ptr<SourceBrowserContainer> container, SourceBrowserContainer &parent);
+    SourceBrowserContainer *outerNamespaces(const QStringList &names);
 
     SourceBrowserCParser &m_parser;
     std::unique_ptr<SourceBrowserModel> m_ownModel; ///< used if there is no other
@@ -136,6 +140,7 @@ private:
     std::vector<SourceBrowserParserCondition> m_conditions;
     SourceBrowserBranchHeads m_heads;                             ///< of the last conditional that had any
     std::vector<std::unique_ptr<SourceBrowserObject>> m_absorbed; ///< containers that contexts may still refer to
+    bool m_isComplete;
     bool m_knowsLostBraces = false;
     int m_lostBraces = 0; ///< how many braces of the contexts are never closed, if m_knowsLostBraces
 

@@ -1,6 +1,7 @@
 #include "sourcebrowser/declaration_parser.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tavidoc {
 
@@ -11,6 +12,7 @@ void SourceBrowserDeclarationParser::namespaceStatement(const Token &first)
 {
     begin(first);
     QString name;
+    QStringList outer; // of "a::b::c": a and b
     Token token = m_stream.next();
     for (; !token.is('{') && !token.is(EndOfInput); token = m_stream.next()) {
         if (token.isConditional()) {
@@ -24,6 +26,8 @@ void SourceBrowserDeclarationParser::namespaceStatement(const Token &first)
             m_stream.skipGroup(token);
         } else if (token.is(Skipped)) {
             continue;
+        } else if (m_isComplete && token.is(Scope) && !name.isEmpty()) {
+            outer << std::exchange(name, {});
         } else if (token.isIdentifier() && name.isEmpty()) {
             name = token.text.toString();
         } else {
@@ -39,25 +43,43 @@ void SourceBrowserDeclarationParser::namespaceStatement(const Token &first)
     if (name.isEmpty())
         name = u'(' + m_file.mid(m_file.lastIndexOf(u'/') + 1) + u')';
     endAt(token);
+    SourceBrowserContainer *parent = outerNamespaces(outer);
     auto object = std::make_unique<SourceBrowserContainer>(SourceBrowserObject::Namespace, name);
     place(*object, m_pending.line);
+    if (!outer.isEmpty())
+        object->setScope(parent->qualifiedName());
     attachComment(*object, m_pending.line);
     if (m_events)
         m_events->declareContainer(SourceBrowserObject::Namespace, name, name, {}, m_pending.line);
-    SourceBrowserContainer *container = merge(std::move(object));
+    SourceBrowserContainer *container = merge(std::move(object), *parent);
     open(Body::Namespace, container)->phylum = SourceBrowserObject::Namespace;
     endDeclaration();
 }
 
-/// Adds \a container, or updates the one that has its qualified name already.
-SourceBrowserContainer *SourceBrowserDeclarationParser::merge(std::unique_ptr<SourceBrowserContainer> container)
+/// The namespace that is the last of \a names, each in the one before it.
+SourceBrowserContainer *SourceBrowserDeclarationParser::outerNamespaces(const QStringList &names)
+{
+    SourceBrowserContainer *parent = m_context->container;
+    for (const QString &name : names) {
+        auto object = std::make_unique<SourceBrowserContainer>(SourceBrowserObject::Namespace, name);
+        place(*object, m_pending.line);
+        object->setScope(parent->qualifiedName());
+        object->setSource({}); // the text names the innermost one too
+        parent = merge(std::move(object), *parent);
+    }
+    return parent;
+}
+
+/// Adds \a container to \a parent, or updates the one that has its qualified name already.
+SourceBrowserContainer *SourceBrowserDeclarationParser::merge(std::unique_ptr<SourceBrowserContainer> container,
+                                                              SourceBrowserContainer &parent)
 {
     SourceBrowserContainer *known = container->isAnonymous() ? nullptr : m_model.container(container->qualifiedName());
-    if (known && known->container() == m_context->container) {
+    if (known && known->container() == &parent) {
         known->update(*container);
         return known;
     }
-    return static_cast<SourceBrowserContainer *>(&m_model.add(*m_context->container, std::move(container)));
+    return static_cast<SourceBrowserContainer *>(&m_model.add(parent, std::move(container)));
 }
 
 SourceBrowserClassHead SourceBrowserDeclarationParser::head() const
@@ -75,6 +97,9 @@ void SourceBrowserDeclarationParser::classBody()
     if (!isNamed)
         name = SourceBrowserContainer::anonymousName();
     const auto phylum = isClass ? SourceBrowserObject::Class : SourceBrowserObject::Structure;
+    const QString className = constructorName(name);
+    if (m_isComplete && isNamed && m_pending.isTemplate)
+        name += head.arguments();
     auto object = std::make_unique<SourceBrowserContainer>(phylum, name);
     place(*object, m_pending.line);
     if (head.keyword().is(Union))
@@ -86,9 +111,10 @@ void SourceBrowserDeclarationParser::classBody()
     const auto reported = isStructure ? SourceBrowserObject::Structure : SourceBrowserObject::Class;
     if (m_events)
         m_events->declareContainer(reported, name, name, {}, m_pending.line);
-    SourceBrowserContainer *container = merge(std::move(object));
+    SourceBrowserContainer *container = merge(std::move(object), *m_context->container);
     Context &context = *open(isStructure ? Body::Structure : Body::Class, container);
     context.phylum = reported;
+    context.className = className;
     // Deliberate: private in a "struct" outside a typedef too.
     context.access = isStructure ? SourceBrowserObject::Public : SourceBrowserObject::Private;
     context.declaredAccess = isClass ? SourceBrowserObject::Private : SourceBrowserObject::Public;

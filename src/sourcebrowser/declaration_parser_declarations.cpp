@@ -137,6 +137,9 @@ std::optional<bool> SourceBrowserDeclarationParser::collectTurn(const Token &tok
         }
         break;
     case Using:
+        if (m_isComplete && m_pending.isTemplate && m_pending.tokens.empty())
+            return aliasDeclaration();
+        return cutOff(token);
     case Namespace:
         return cutOff(token);
     default:

@@ -67,6 +67,8 @@ bool SourceBrowserDeclarationParser::declareAll()
 {
     if (m_pending.declaresNothing || m_pending.isForwardDeclaration())
         return false;
+    if (m_isComplete && declareGuide())
+        return true;
     bool isFirst = true;
     bool declares = false;
     QString newName;
@@ -92,6 +94,26 @@ bool SourceBrowserDeclarationParser::declareAll()
         isFirst = false;
     }
     return declares;
+}
+
+/// Declares a deduction guide, `A(int) -> A<int>`, as a function. False if the tokens are something else.
+bool SourceBrowserDeclarationParser::declareGuide()
+{
+    const std::vector<Token> &tokens = m_pending.tokens;
+    const size_t first = !tokens.empty() && tokens.front().text == u"explicit" ? 1 : 0;
+    const auto arrow = static_cast<size_t>(m_pending.groupEnd) + 1;
+    const bool isGuide = m_pending.groupEnd > 0 && first + 1 < tokens.size() && tokens[first].isPlainName() &&
+                         tokens[first + 1].is('(') && arrow + 2 < tokens.size() && tokens[arrow].is('-') &&
+                         tokens[arrow + 1].is('>') && tokens[arrow + 2].text == tokens[first].text;
+    if (!isGuide || isInClass())
+        return false;
+    SourceBrowserDeclarator guide;
+    guide.kind = SourceBrowserDeclarator::Function;
+    guide.name = tokens[first].text.toString();
+    guide.place = positionOf(tokens[first]);
+    m_pending.form = SourceBrowserObject::Form::DeductionGuide;
+    declareFunction(guide, true, nullptr);
+    return true;
 }
 
 /// Names \a composed, the type read last, after its typedef. A known container of that name takes over its members.
@@ -154,8 +176,7 @@ void SourceBrowserDeclarationParser::declareFunction(const SourceBrowserDeclarat
     auto method = std::make_unique<SourceBrowserMethod>(declarator.name, declarator.type);
     method->setArguments(declarator.arguments);
     place(*method, m_pending.line, declarator.place);
-    if (m_pending.isFriend)
-        method->setForm(SourceBrowserObject::Form::Friend);
+    method->setForm(m_pending.isFriend ? SourceBrowserObject::Form::Friend : m_pending.form);
     method->isStatic = m_pending.isStatic;
     method->isVirtual = m_pending.isVirtual;
     method->isConst = declarator.isConst;
@@ -190,7 +211,8 @@ void SourceBrowserDeclarationParser::declareFunction(const SourceBrowserDeclarat
 void SourceBrowserDeclarationParser::addMethod(SourceBrowserContainer &container,
                                                std::unique_ptr<SourceBrowserMethod> method)
 {
-    const SourceBrowserMethod *older = method->isVirtual ? container.method(method->name()) : nullptr;
+    const bool replaces = method->isVirtual && !m_isComplete;
+    const SourceBrowserMethod *older = replaces ? container.method(method->name()) : nullptr;
     if (older) {
         SourceBrowserObject::Lines lines = method->lines();
         if (lines.bodyFirst < 0) {

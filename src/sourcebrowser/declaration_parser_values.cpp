@@ -93,6 +93,36 @@ bool SourceBrowserDeclarationParser::conceptDeclaration()
     return false;
 }
 
+/// Reads what follows "using" and declares an alias: `A = B;`. It has the phylum of a typedef.
+bool SourceBrowserDeclarationParser::aliasDeclaration()
+{
+    const Token name = m_stream.next();
+    Token token = name;
+    if (name.isIdentifier()) {
+        token = m_stream.next();
+        while (token.is('[')) {
+            m_stream.skipGroup(token);
+            token = m_stream.next();
+        }
+    }
+    if (token.is('=')) {
+        SourceBrowserDeclarator declarator;
+        declarator.name = name.text.toString();
+        declarator.place = positionOf(name);
+        m_pending.isTypedef = true;
+        m_pending.form = SourceBrowserObject::Form::Alias;
+        m_stream.skipUntil(';');
+        declareObject(declarator, true);
+    } else {
+        m_stream.giveBack(token);
+        m_stream.skipUntil(';');
+        m_scanner.pendingComment().clear();
+    }
+    m_pending.comment.clear(); // a "using" that is no alias documents nothing
+    endDeclaration();
+    return false;
+}
+
 /// Skips the initialisers of a constructor and reads its body.
 bool SourceBrowserDeclarationParser::constructorInitialisers(const Token &colon)
 {

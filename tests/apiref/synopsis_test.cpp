@@ -24,7 +24,9 @@ public:
 private:
     SourceBrowserModel &read(const QString &text)
     {
-        HeaderParser(model).parseText(text);
+        HeaderParser parser(model);
+        parser.setComplete(true);
+        parser.parseText(text);
         return model;
     }
 };
@@ -129,6 +131,14 @@ INSTANTIATE_TEST_SUITE_P(
             u"typedef enum { AVeryLongEnumerator = f(1, 2), AnotherVeryLongEnumerator, YetAnotherEnumerator, } E;", "E",
             "typedef enum {\n    AVeryLongEnumerator = f(1, 2),\n    AnotherVeryLongEnumerator,\n    "
             "YetAnotherEnumerator\n} E;"},
+        Row{"an alias", u"template <class T> using A = std::enable_if_t<B<T>{}, int>; int b;", "A",
+            "template <class T> using A = std::enable_if_t<B<T>{}, int>;"},
+        Row{"a deduction guide", u"template <class T> explicit A(T) -> A<T>; int b;", "A",
+            "template <class T> explicit A(T) -> A<T>;"},
+        Row{"a specialisation", u"template <class T> struct A { A(); }; template <> struct A<N::B> { A(int); };",
+            "A<N::B>.A", "A(int);"},
+        Row{"a nested namespace", u"namespace a::b { int c; } namespace a { namespace b { int d; } }", "a.b.d",
+            "int d;"},
         Row{"a namespace", u"inline namespace tools { int a; }", "tools", "inline namespace tools"},
         Row{"a concept", u"template <class T> concept Small = sizeof(T) < 4 && requires(T t) { t.x(); };", "Small",
             "template <class T> concept Small = sizeof(T) < 4 && requires(T t) { t.x(); };"}));
@@ -176,9 +186,10 @@ namespace n { int f(int a, ///< not of f
                         ": " + onOneLine(object->trailingComment()) + "\n";
         }
     }
-    EXPECT_EQ(text,
-              "S 4: structure\nS.d 8: method|still d?|more\nn.f 13: function\nS.a 5: member a\nS.b 6: member b|and more\n"
-              "A 1: macro\n");
+    EXPECT_EQ(
+        text,
+        "S 4: structure\nS.d 8: method|still d?|more\nn.f 13: function\nS.a 5: member a\nS.b 6: member b|and more\n"
+        "A 1: macro\n");
 }
 
 TEST(Synopsis, Enumerators)

@@ -53,6 +53,7 @@ int main(int count, char **values)
     SourceLineReader lines{Path(name)};
     SourceBrowserModel model;
     DocGenSourceBrowserCParser parser(model, lines);
+    parser.setComplete(true);
     parser.parse(name);
     const SynopsisSource source(lines.text(), model);
     source.attachTrailingComments();
