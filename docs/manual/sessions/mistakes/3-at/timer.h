@@ -1,11 +1,11 @@
 /**
- * @brief Starts the timer.
- * @param seconds how long it boils
- */
-int timer_start(int seconds);
-
-/*!
- * Switches the kettle off.
- * @return nothing
+ * @brief Switches the kettle off.
  */
 void timer_stop(void);
+
+/*!
+ * @brief Starts the timer.
+ * @param seconds how long it boils
+ * @return 0 on success
+ */
+int timer_start(int seconds);
