@@ -1,0 +1,1 @@
+tavidoc-site single -o manual.htm

@@ -1,0 +1,2 @@
+mkdir help
+tavidoc-site export qhp -o help/kettle.qhp
