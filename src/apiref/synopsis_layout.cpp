@@ -174,11 +174,10 @@ private:
     void add(std::size_t at)
     {
         const SynopsisToken &token = m_tokens[at];
-        if (token.isDirective()) {
+        if (token.isConditional()) {
             flush(at);
             m_begin = at + 1;
-            if (token.isConditional())
-                append(m_text, m_tokens.subspan(at, 1));
+            append(m_text, m_tokens.subspan(at, 1));
         } else if (token.is(u'{')) {
             // The outermost brace is broken, those of lists in it are not.
             const bool breaks = m_open.empty() || m_hasStatements[at];

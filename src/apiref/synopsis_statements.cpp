@@ -50,6 +50,8 @@ std::size_t argumentsAfter(const Tokens &tokens, std::size_t name)
         name += 2;
     while (++name < tokens.size() && !tokens[name].is(u'(')) {
     }
+    while (name + 1 < tokens.size() && tokens[name + 1].is(u'(') && tokens[name].match == tokens[name + 1].match + 1)
+        ++name; // "f OF((int a))"
     return std::min(name, tokens.size());
 }
 
@@ -220,7 +222,16 @@ std::size_t SynopsisSource::tagOf(std::size_t key, std::size_t brace) const
     return tag;
 }
 
-/// Whether \a container is a structure or union of C: it has nothing but public data.
+/// Whether the type at \a place is defined in a typedef.
+bool SynopsisSource::isInTypedef(const Place &place) const
+{
+    const std::size_t key = classKey(place.begin, place.end);
+    return std::ranges::any_of(tokens(place.begin, key),
+                               [](const SynopsisToken &token) { return token.is(u"typedef"); });
+}
+
+/// Whether \a container is a structure or union of C: it has nothing but public data. One without a name whose members
+/// come from macros is, too.
 bool SynopsisSource::isPlainData(const SourceBrowserContainer &container, const Place &place) const
 {
     const std::vector<SynopsisToken> &all = m_tokens.all();
@@ -252,7 +263,7 @@ bool SynopsisSource::isPlainData(const SourceBrowserContainer &container, const 
             hasData = true;
         }
     }
-    return hasData;
+    return hasData || (isInTypedef(place) && tagOf(classKey(place.begin, place.end), place.end) == place.end);
 }
 
 QString SynopsisSource::container(const Place &place) const
@@ -263,7 +274,7 @@ QString SynopsisSource::container(const Place &place) const
     if (isPlainData(object, place))
         return definedType(place, u';');
     const std::size_t key = classKey(place.begin, place.end);
-    const bool isTypedef = m_tokens.all()[place.begin].is(u"typedef");
+    const bool isTypedef = isInTypedef(place);
     Tokens head = tokens(place.begin, place.end);
     const auto isLeft = [&](const SynopsisToken &token) {
         return token.is(u"typedef") || (isStorage(token) && token.offset < m_tokens.all()[key].offset);
@@ -289,7 +300,7 @@ QString SynopsisSource::definedType(const Place &place, char16_t separator) cons
     while (end < all.size() && !all[end].is(u',') && !all[end].is(u';') && !isCloser(all[end]))
         end = isOpener(all[end]) ? std::max(matchOf(end), end) + 1 : end + 1;
     const Tokens name = tokens(close + 1, end);
-    const bool isTypedef = all[place.begin].is(u"typedef");
+    const bool isTypedef = isInTypedef(place);
     const bool isNamedAfter = std::ranges::any_of(
         name, [&](const SynopsisToken &token) { return token.isWord() && token.text == place.object->name(); });
     const Group group = groupOf(place);

@@ -139,6 +139,12 @@ INSTANTIATE_TEST_SUITE_P(
             "A<N::B>.A", "A(int);"},
         Row{"a nested namespace", u"namespace a::b { int c; } namespace a { namespace b { int d; } }", "a.b.d",
             "int d;"},
+        Row{"a structure with members of a macro", u"typedef union { MEMBERS } A __attribute__((x));", "A",
+            "typedef union {\n    MEMBERS\n} A __attribute__((x));"},
+        Row{"a typedef after an extension", u"__extension__ typedef struct { int a; } A;", "A",
+            "__extension__ typedef struct {\n    int a;\n} A;"},
+        Row{"a definition in an enumeration", u"enum { A =\n#define A A\n  A,\n#if B\n C\n#endif\n};", "(Anonymous)",
+            "enum {\n    A = A,\n#if B\n    C\n#endif\n};"},
         Row{"a namespace", u"inline namespace tools { int a; }", "tools", "inline namespace tools"},
         Row{"a concept", u"template <class T> concept Small = sizeof(T) < 4 && requires(T t) { t.x(); };", "Small",
             "template <class T> concept Small = sizeof(T) < 4 && requires(T t) { t.x(); };"}));
