@@ -95,6 +95,7 @@ private:
     [[nodiscard]] QString declarator(const Place &place) const;
     [[nodiscard]] QString functionOrObject(const Place &place, Tokens tokens) const;
     [[nodiscard]] QString conceptText(const Place &place) const;
+    [[nodiscard]] qsizetype specifiersBegin(const Place &place) const;
     [[nodiscard]] bool isInTypedef(const Place &place) const;
     [[nodiscard]] bool isPlainData(const SourceBrowserContainer &container, const Place &place) const;
     [[nodiscard]] std::size_t endOfStated(const Place &place) const;

@@ -208,6 +208,14 @@ std::size_t SynopsisSource::classKey(std::size_t begin, std::size_t end) const
     return std::min(at, end);
 }
 
+/// The offset in the header of what follows the template heads of the declaration at \a place.
+qsizetype SynopsisSource::specifiersBegin(const Place &place) const
+{
+    const SynopsisTokens::Range all = m_tokens.all();
+    const std::size_t heads = SynopsisLayout::templateHeads(all.subspan(place.begin, place.end - place.begin));
+    return all[std::min(place.begin + heads, all.size() - 1)].offset;
+}
+
 /// The index of the name of the type whose keyword is at \a key and whose body is at \a brace; \a brace if it has none.
 std::size_t SynopsisSource::tagOf(std::size_t key, std::size_t brace) const
 {
@@ -276,8 +284,10 @@ QString SynopsisSource::container(const Place &place) const
     const std::size_t key = classKey(place.begin, place.end);
     const bool isTypedef = isInTypedef(place);
     Tokens head = tokens(place.begin, place.end);
+    const qsizetype begin = specifiersBegin(place);
     const auto isLeft = [&](const SynopsisToken &token) {
-        return token.is(u"typedef") || (isStorage(token) && token.offset < m_tokens.all()[key].offset);
+        return token.offset >= begin && token.offset < m_tokens.all()[key].offset &&
+               (token.is(u"typedef") || isStorage(token));
     };
     if (isTypedef && tagOf(key, place.end) == place.end)
         return SynopsisLayout::line(head) + " { /* ... */ } "_L1 + object.name() + u';';
@@ -308,8 +318,10 @@ QString SynopsisSource::definedType(const Place &place, char16_t separator) cons
     if (isTypedef ? isNamedAfter : !hasDeclarators)
         text.insert(text.end(), name.begin(), name.end());
     const bool keepsTypedef = isTypedef && isNamedAfter;
+    const qsizetype begin = specifiersBegin(place);
     const auto isLeft = [&](const SynopsisToken &token) {
-        return token.offset < all[key].offset && ((token.is(u"typedef") && !keepsTypedef) || isStorage(token));
+        return token.offset >= begin && token.offset < all[key].offset &&
+               ((token.is(u"typedef") && !keepsTypedef) || isStorage(token));
     };
     text.erase(std::remove_if(text.begin(), text.end(), isLeft), text.end());
     return SynopsisLayout::block(text, separator) + u';';

@@ -145,6 +145,8 @@ INSTANTIATE_TEST_SUITE_P(
             "__extension__ typedef struct {\n    int a;\n} A;"},
         Row{"a definition in an enumeration", u"enum { A =\n#define A A\n  A,\n#if B\n C\n#endif\n};", "(Anonymous)",
             "enum {\n    A = A,\n#if B\n    C\n#endif\n};"},
+        Row{"const in a template head", u"template <class T, class U = A<const T>> struct B { B(); };", "B",
+            "template <class T, class U = A<const T>> struct B"},
         Row{"a namespace", u"inline namespace tools { int a; }", "tools", "inline namespace tools"},
         Row{"a concept", u"template <class T> concept Small = sizeof(T) < 4 && requires(T t) { t.x(); };", "Small",
             "template <class T> concept Small = sizeof(T) < 4 && requires(T t) { t.x(); };"}));

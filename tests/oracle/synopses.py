@@ -41,8 +41,8 @@ PLACE = re.compile(r"(\(?(?:anonymous|unnamed|lambda)[^()]*? at )[^()]*:\d+:\d+(
 
 
 def without_place(text):
-    """The spelling of a type without the line of an unnamed one."""
-    return PLACE.sub(r"\1\2", text)
+    """The spelling of a type without the line of an unnamed one and without the keyword of a named one."""
+    return re.sub(r"\b(struct|union|enum|class) (?=\w)", "", PLACE.sub(r"\1\2", text))
 
 
 def spellings(cursor):
@@ -140,6 +140,8 @@ class Replacement:
         pieces = []
         for item in group:
             piece = item.synopsis
+            if item is first and len(group) > 1 and "(Anonymous)" in item.name and "{" in group[1].synopsis:
+                continue  # the declarator states it
             if len(group) > 1 and item is first and not piece.endswith(";") and text[item.end:item.end + 1] == "{":
                 piece += text[item.end:closing_brace(text, item.end)] + ";"
             pieces.append(piece)
@@ -149,6 +151,7 @@ class Replacement:
         if text[self.end:self.end + 1].isalnum() or text[self.end:self.end + 1] == "{":
             self.text += " "
         self.text += "\n" if self.text.rsplit("\n", 1)[-1].startswith("#") else ""
+        self.text += "\n" * (text.count("\n", self.begin, self.end) - self.text.count("\n"))  # for __LINE__
 
 
 def replaced(text, replacements):
