@@ -159,7 +159,7 @@ private:
     }
 
     /// A hash of everything that is linked.
-    [[nodiscard]] std::uint64_t linkKey() const
+    [[nodiscard]] std::uint64_t linkKey()
     {
         FieldWriter fields;
         fields("settings", m_request.project.settings);
@@ -168,6 +168,8 @@ private:
             fields("folder", input.folder);
             fields("recordHash", input.recordHash);
         }
+        for (const SiteInventory &inventory : m_request.project.settings.inventories)
+            fields("inventory", m_cache.stampOf(inventory.file).hash);
         return checksum(fields.takeBytes());
     }
 

@@ -59,6 +59,7 @@ std::span<const ProjectReader::Key> ProjectReader::siteKeys()
         {"assets", &ProjectReader::readAssets},
         {"check", &ProjectReader::readChecks},
         {"redirects", &ProjectReader::readRedirects},
+        {"inventory", &ProjectReader::readInventories},
     };
     return table;
 }
@@ -135,16 +136,7 @@ template <CopiedFile SiteSettings::*member> void ProjectReader::readFile(const t
 
 void ProjectReader::readUrl(const toml::node &value)
 {
-    std::string url = text(value);
-    if (url.empty())
-        return;
-    const std::string_view rest = std::string_view(url).substr(std::min(url.size(), url.find("://") + 3));
-    if ((!url.starts_with("https://") && !url.starts_with("http://")) || rest.empty() ||
-        url.find_first_of(" \"<>?#") != std::string_view::npos)
-        return report(value.source(), "invalid url " + inQuotes(url) + ": expected https://HOST/PATH/");
-    if (!url.ends_with('/'))
-        url += '/';
-    m_project.settings.url = url;
+    m_project.settings.url = url(value);
 }
 
 void ProjectReader::readLanguage(const toml::node &value)
@@ -296,6 +288,22 @@ std::string ProjectReader::text(const toml::node &value)
         return text;
     report(value.source(), "expected a string of one line");
     return {};
+}
+
+std::string ProjectReader::url(const toml::node &value)
+{
+    std::string url = text(value);
+    if (url.empty())
+        return url;
+    const std::string_view rest = std::string_view(url).substr(std::min(url.size(), url.find("://") + 3));
+    if ((!url.starts_with("https://") && !url.starts_with("http://")) || rest.empty() ||
+        url.find_first_of(" \"<>?#") != std::string_view::npos) {
+        report(value.source(), "invalid url " + inQuotes(url) + ": expected https://HOST/PATH/");
+        return {};
+    }
+    if (!url.ends_with('/'))
+        url += '/';
+    return url;
 }
 
 std::vector<std::pair<std::string, const toml::node *>> ProjectReader::texts(const toml::node &value)

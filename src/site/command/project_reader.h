@@ -33,6 +33,7 @@ private:
     [[nodiscard]] static std::span<const Key> siteKeys();
     [[nodiscard]] static std::span<const Key> inputKeys();
     [[nodiscard]] static std::span<const Key> assetKeys();
+    [[nodiscard]] static std::span<const Key> inventoryKeys();
 
     void readTable(const toml::node &value, std::span<const Key> keys);
     template <std::string SiteSettings::*member> void readText(const toml::node &value);
@@ -49,9 +50,14 @@ private:
     void readCheck(const toml::key &key, const toml::node &value);
     void readRedirects(const toml::node &value);
     void addRedirect(const std::string &from, const std::string &to, const toml::key &key);
+    void readInventories(const toml::node &value);
+    void readInventoryFile(const toml::node &value);
+    void readInventoryUrl(const toml::node &value);
 
     /// The text of a value; empty, and an error, when it is not a text in one line with at least one character.
     std::string text(const toml::node &value);
+    /// The address of a site, with "/" at its end; empty, and an error, when it is not one.
+    std::string url(const toml::node &value);
     /// The texts of an array.
     std::vector<std::pair<std::string, const toml::node *>> texts(const toml::node &value);
     /// The files that the name or pattern \a pattern stands for, relative to the working directory. None, and an error,

@@ -4,6 +4,7 @@
 #include "base/whole_file.h"
 #include "site/command/site_path.h"
 #include "site/compile/compile.h"
+#include "site/exchange/inventory_reader.h"
 #include "site/link/link_fields.h"
 #include "site/link/link_files.h"
 #include "site/record/record_file.h"
@@ -155,11 +156,14 @@ LinkedSite linkToDirectory(const std::vector<Record> &records, const SiteSetting
             place->second = isReadableFile(file);
         return place->second;
     };
+    const ForeignNames foreign = readInventories(settings.inventories);
     LinkWriter writer(records, directory);
     const auto write = [&](std::size_t index, const RecordLinks &links) { writer.writeRecord(index, links); };
-    LinkedSite site = writer.finish(link(records, settings, write, isReadable));
+    LinkedSite site = writer.finish(link(records, settings, write, isReadable, foreign));
     for (const auto &[name, found] : lookedFor)
         site.lookedFor.push_back({name, found, 0});
+    for (const SiteInventory &inventory : settings.inventories)
+        site.lookedFor.push_back({inventory.file, true, 0});
     return site;
 }
 

@@ -18,11 +18,12 @@ namespace {
 class Linker
 {
 public:
-    Linker(const std::vector<Record> &records, const SiteSettings &settings, const FileProbe &isReadable)
+    Linker(const std::vector<Record> &records, const SiteSettings &settings, const FileProbe &isReadable,
+           const ForeignNames &foreign)
         : m_settings(settings), m_findings(records), m_pages(records, m_findings), m_names(m_pages),
           m_finder(m_pages, m_names, m_findings), m_tree(m_pages, m_finder, m_findings), m_navigation(m_pages, m_tree),
           m_files(m_pages, settings, isReadable, m_findings),
-          m_resolver(m_pages, settings, m_finder, m_files, m_findings)
+          m_resolver(m_pages, settings, m_finder, m_files, m_findings, foreign)
     {
         m_findings.addThoseOfRecords();
     }
@@ -94,19 +95,20 @@ bool isReadableFile(const std::string &file)
 }
 
 LinkSummary link(const std::vector<Record> &records, const SiteSettings &settings, const LinkSink &sink,
-                 const FileProbe &isReadable)
+                 const FileProbe &isReadable, const ForeignNames &foreign)
 {
-    Linker linker(records, settings, isReadable);
+    Linker linker(records, settings, isReadable, foreign);
     linker.linkRecords(sink);
     return linker.finish();
 }
 
-LinkResult link(const std::vector<Record> &records, const SiteSettings &settings, const FileProbe &isReadable)
+LinkResult link(const std::vector<Record> &records, const SiteSettings &settings, const FileProbe &isReadable,
+                const ForeignNames &foreign)
 {
     LinkResult result;
     result.records.reserve(records.size());
     const auto keep = [&result](std::size_t, RecordLinks links) { result.records.push_back(std::move(links)); };
-    static_cast<LinkSummary &>(result) = link(records, settings, keep, isReadable);
+    static_cast<LinkSummary &>(result) = link(records, settings, keep, isReadable, foreign);
     return result;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "site/link/foreign_names.h"
 #include "site/link/link_data.h"
 #include "site/record/record.h"
 
@@ -42,13 +43,14 @@ using FileProbe = std::function<bool(const std::string &file)>;
 
 [[nodiscard]] bool isReadableFile(const std::string &file);
 
-/// Joins the contents of \a records, names their pages and resolves their links over the whole set. Hands out the links
+/// Joins the contents of \a records, names their pages and resolves their links over the whole set and
+/// then over the names of other projects. Hands out the links
 /// of each record, in the order of the records, as soon as they are made, so that they need not be in memory together.
 [[nodiscard]] LinkSummary link(const std::vector<Record> &records, const SiteSettings &settings, const LinkSink &sink,
-                               const FileProbe &isReadable = isReadableFile);
+                               const FileProbe &isReadable = isReadableFile, const ForeignNames &foreign = {});
 
 /// As above, all at once.
 [[nodiscard]] LinkResult link(const std::vector<Record> &records, const SiteSettings &settings,
-                              const FileProbe &isReadable = isReadableFile);
+                              const FileProbe &isReadable = isReadableFile, const ForeignNames &foreign = {});
 
 } // namespace tavidoc

@@ -81,6 +81,13 @@ struct ProjectPlace
     std::int64_t column = 0;
 };
 
+/// The inventory of another project, to whose names links may lead.
+struct SiteInventory
+{
+    std::string file; ///< relative to the directory where the build was started, or absolute
+    std::string url;  ///< of that project, with "/" at its end
+};
+
 /// What all pages share.
 struct SiteSettings
 {
@@ -99,6 +106,7 @@ struct SiteSettings
     std::string projectFile = "site.toml";                   ///< in findings; empty in SharedLinks
     std::map<std::string, ProjectPlace> redirectPlaces = {}; ///< for findings; empty in SharedLinks
     bool isWatched = false;                                  ///< pages reload themselves when the site changes
+    std::vector<SiteInventory> inventories = {};
 };
 
 /// An entry of the whole contents tree, in preorder.

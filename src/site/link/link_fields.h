@@ -71,6 +71,12 @@ void describe(auto &fields, OneOf<ProjectPlace> auto &place)
     fields("column", place.column);
 }
 
+void describe(auto &fields, OneOf<SiteInventory> auto &inventory)
+{
+    fields("file", inventory.file);
+    fields("url", inventory.url);
+}
+
 void describe(auto &fields, OneOf<SiteSettings> auto &settings)
 {
     fields("title", settings.title);
@@ -88,6 +94,7 @@ void describe(auto &fields, OneOf<SiteSettings> auto &settings)
     fields("projectFile", settings.projectFile);
     fields("redirectPlaces", settings.redirectPlaces);
     fields("isWatched", settings.isWatched);
+    fields("inventories", settings.inventories);
 }
 
 void describe(auto &fields, OneOf<ContentsEntry> auto &entry)

@@ -34,8 +34,8 @@ std::string unescaped(std::string_view value)
 } // namespace
 
 LinkResolver::LinkResolver(const PageSet &pages, const SiteSettings &settings, PageFinder &finder, CopiedFiles &files,
-                           FindingList &findings)
-    : m_pages(pages), m_settings(settings), m_finder(finder), m_files(files), m_findings(findings),
+                           FindingList &findings, const ForeignNames &foreign)
+    : m_pages(pages), m_settings(settings), m_finder(finder), m_files(files), m_findings(findings), m_foreign(foreign),
       m_isLinked(pages.count())
 {
 }
@@ -95,7 +95,8 @@ LinkResolver::Resolution LinkResolver::resolvedInSet(PageId from, const RecordLi
         if (found.page != s_noPage)
             return resolvedAnchor(from, found.page, target.substr(hash + 1), link);
     }
-    // Names of other projects' inventories come here, before a link counts as dead.
+    if (const ForeignName *const name = found.isAmbiguous ? nullptr : m_foreign.find(target))
+        return ResolvedLink{0, name->address, name->title.empty() ? std::string(target) : name->title};
     if (!found.isAmbiguous && isForeignAddress(target))
         return ResolvedLink{0, std::string(target), std::string(target)};
     if (!found.isAmbiguous)

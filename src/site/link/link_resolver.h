@@ -1,6 +1,7 @@
 #pragma once
 
 #include "site/link/copied_files.h"
+#include "site/link/foreign_names.h"
 #include "site/link/page_finder.h"
 
 #include <optional>
@@ -17,7 +18,7 @@ class LinkResolver
 public:
     /// Refers to all arguments for its whole life. Reports `dead-link` and `dead-anchor`.
     LinkResolver(const PageSet &pages, const SiteSettings &settings, PageFinder &finder, CopiedFiles &files,
-                 FindingList &findings);
+                 FindingList &findings, const ForeignNames &foreign);
 
     /// The links of \a page that do not stay as they are in its body.
     [[nodiscard]] std::vector<ResolvedLink> resolvedLinks(PageId page);
@@ -46,6 +47,7 @@ private:
     PageFinder &m_finder;
     CopiedFiles &m_files;
     FindingList &m_findings;
+    const ForeignNames &m_foreign;
     std::vector<bool> m_isLinked;
     std::unordered_map<PageId, StringIds> m_headingIds; // of pages that a link with an anchor leads to
 };

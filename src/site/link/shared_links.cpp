@@ -168,6 +168,7 @@ SharedLinks sharedLinks(const PageSet &pages, const ContentsTree &tree, const Na
     SharedLinks shared;
     shared.settings = settings;
     shared.settings.redirects = Redirects(pages, settings, findings).working();
+    shared.settings.inventories.clear(); // their names are in the links
     shared.settings.redirectPlaces.clear();
     shared.settings.projectFile.clear(); // depends on where the build was started
     shared.contents = wholeContents(tree, navigation);
