@@ -31,6 +31,21 @@ install(EXPORT tavidocSite NAMESPACE tavidoc:: DESTINATION ${package_dir} COMPON
 install(FILES cmake/TavidocAddSite.cmake DESTINATION ${package_dir} COMPONENT site)
 install(FILES docs/man/tavidoc-site.1 DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 COMPONENT site)
 
+# Completions. Debian's zsh looks for those of packages in a folder of its own.
+set(zsh_dir ${CMAKE_INSTALL_DATADIR}/zsh/site-functions)
+if(CMAKE_INSTALL_PREFIX STREQUAL "/usr")
+    set(zsh_dir ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+endif()
+foreach(program_and_component "tavidoc;docs" "tavidoc-deps;docs" "tavidoc-site;site")
+    list(GET program_and_component 0 program)
+    list(GET program_and_component 1 component)
+    install(FILES share/completions/bash/${program} DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions
+        COMPONENT ${component})
+    install(FILES share/completions/zsh/_${program} DESTINATION ${zsh_dir} COMPONENT ${component})
+    install(FILES share/completions/fish/${program}.fish
+        DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d COMPONENT ${component})
+endforeach()
+
 # The CMake package: the function, and the library if Qt is installed.
 configure_package_config_file(cmake/tavidocConfig.cmake.in ${PROJECT_BINARY_DIR}/cmake/tavidocConfig.cmake
     INSTALL_DESTINATION ${package_dir} PATH_VARS data_dir NO_SET_AND_CHECK_MACRO)

@@ -1,0 +1,7 @@
+complete -c tavidoc-deps -s t -r -d 'the target of the rule'
+complete -c tavidoc-deps -s o -r -d 'write the rule to this file'
+complete -c tavidoc-deps -l fail-on-error -d 'end with status 1 when the document has errors or a file is missing'
+complete -c tavidoc-deps -s h -l help -d 'display help'
+complete -c tavidoc-deps -l help-all -d 'display help, including options of Qt'
+complete -c tavidoc-deps -s v -l version -d 'display the version'
+complete -c tavidoc-deps -k -x -a '(__fish_complete_suffix .dg .h)'
