@@ -93,3 +93,12 @@ export function shownBesideText() {
     return [...document.body.children].filter((element) => !element.matches("main, footer, script") && element.checkVisibility())
         .map((element) => element.outerHTML.slice(0, 60));
 }
+
+/** What is wider than its place: on paper it would be cut, or the browser would print everything smaller. */
+export function tooWide() {
+    const edge = document.documentElement.clientWidth + 1;
+    return [...document.querySelectorAll("main *, nav *")].filter((element) => element.checkVisibility() &&
+        (element.getBoundingClientRect().right > edge ||
+            (getComputedStyle(element).display !== "inline" && element.clientWidth > 0 && element.scrollWidth > element.clientWidth + 1)))
+        .map((element) => element.outerHTML.slice(0, 100));
+}

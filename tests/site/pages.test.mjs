@@ -150,9 +150,12 @@ test("nothing moves for readers who want less motion", async () => {
     assert.deepEqual(await run(checks.moving), []);
 });
 
-test("print shows the text alone", async () => {
-    await browser.setUp(800, { media: "print", theme: "dark" });
-    await browser.goto(site + "tables.htm");
-    assert.deepEqual(await run(checks.shownBesideText), []);
+test("print shows the text alone, and nothing of it is wider than the paper", async () => {
+    await browser.setUp(650, { media: "print", theme: "dark" }); // the text of a sheet of A4
+    for (const page of pages) {
+        await browser.goto(site + page);
+        assert.deepEqual(await run(checks.shownBesideText), [], page);
+        assert.deepEqual(await run(checks.tooWide), [], page);
+    }
     assert.equal(await browser.evaluate(`getComputedStyle(document.querySelector("main")).colorScheme`), "light");
 });

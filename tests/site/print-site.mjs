@@ -8,18 +8,12 @@ import {mkdtempSync, readFileSync, rmSync, writeFileSync} from "node:fs";
 import {tmpdir} from "node:os";
 import {join, resolve} from "node:path";
 import {chromium} from "./browser.mjs";
+import {tooWide} from "./page_checks.mjs";
 
 const [program, project, output] = process.argv.slice(2);
 const work = mkdtempSync(join(tmpdir(), "print-"));
 const page = join(work, "site.htm"), pdf = output ? resolve(output) : join(work, "site.pdf");
 const millimetres = 25.4, points = 72, a4 = {width: 210, height: 297}, margins = {left: 19, right: 19};
-
-// What is wider than its place on paper: it would be cut, or the browser would print everything smaller.
-const tooWide = `[...document.querySelectorAll("main *, .set-contents *")]
-  .filter(element => element.scrollWidth > element.clientWidth + 1 && element.clientWidth > 0 &&
-    getComputedStyle(element).display !== "inline" ||
-    element.getBoundingClientRect().right > document.documentElement.clientWidth + 1)
-  .map(element => element.closest("section")?.id + ": " + element.outerHTML.slice(0, 100))`;
 
 const headings = `[...document.querySelectorAll("h1, h2, h3, h4, h5, h6")].map(heading => ({
   level: Number(heading.tagName[1]), text: heading.textContent.replace(/\\s+/g, " ").trim(),
@@ -96,7 +90,7 @@ try {
   const width = Math.floor((a4.width - margins.left - margins.right) / millimetres * 96);
   await browser.setUp(width, {media: "print", script: true, theme: "dark"});
   await browser.goto(`file://${page}`);
-  assert.deepEqual(await browser.evaluate(tooWide), [], "too wide for the paper");
+  assert.deepEqual(await browser.evaluate(`(${tooWide})()`), [], "too wide for the paper");
   const expected = await browser.evaluate(headings);
   const ids = await browser.evaluate("[...document.querySelectorAll('[id]')].map(element => element.id)");
   assert.equal(new Set(ids).size, ids.length, "ids are unique");

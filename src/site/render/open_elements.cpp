@@ -1,6 +1,8 @@
 #include "site/render/open_elements.h"
 
 #include <algorithm>
+#include <functional>
+#include <iterator>
 #include <utility>
 
 namespace tavidoc {
@@ -52,7 +54,7 @@ std::string OpenElements::closingTags() const
         for (const std::size_t number : numbers)
             open.emplace_back(number, name);
     }
-    std::ranges::sort(open, std::ranges::greater());
+    std::ranges::sort(open, std::greater<>());
     std::string tags;
     for (const auto &[number, name] : open)
         tags.append("</").append(name).append(">");

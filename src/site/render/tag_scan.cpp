@@ -76,11 +76,13 @@ bool TagScan::readTag(std::size_t begin)
 /// Goes to \a closing. Small and capital letters are the same in it.
 void TagScan::skipTo(std::string_view closing)
 {
-    const auto found = std::ranges::search(m_html.substr(m_at), closing, [](char c, char small) {
+    const auto isSame = [](char c, char small) {
         return c == small || (c >= 'A' && c <= 'Z' && static_cast<char>(c | 0x20) == small);
-    });
-    if (!found.empty()) {
-        m_at = static_cast<std::size_t>(found.begin() - m_html.begin());
+    };
+    const auto *const begin = m_html.begin() + static_cast<std::ptrdiff_t>(m_at);
+    const auto *const found = std::search(begin, m_html.end(), closing.begin(), closing.end(), isSame);
+    if (found != m_html.end()) {
+        m_at = static_cast<std::size_t>(found - m_html.begin());
         m_at += closing.front() == '<' ? 0 : closing.size();
         return;
     }
