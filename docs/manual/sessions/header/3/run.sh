@@ -1,0 +1,1 @@
+tavidoc-site build --strict tray.h -o site
