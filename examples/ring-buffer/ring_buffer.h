@@ -25,7 +25,7 @@
  *     char text[6] = "";
  *
  *     ring_buffer_write(line, "Hello", 5); // five bytes go in ...
- *     ring_buffer_read(line, text, 5);     // ... and come out in the same order
+ *     ring_buffer_read(line, text, 5);     // ... and come out again
  *     puts(text);
  *     ring_buffer_free(line);
  *     return 0;
