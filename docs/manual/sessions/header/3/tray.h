@@ -5,8 +5,7 @@ namespace tools {
  *
  * \synopsis
  */
-template <typename Cup>
-class Tray
+template <typename Cup> class Tray
 {
 public:
     /*!
