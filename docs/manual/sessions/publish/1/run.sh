@@ -1,0 +1,2 @@
+tavidoc-site build --strict -o site
+cat site/sitemap.xml
