@@ -96,3 +96,25 @@ TEST(ManualSessions, NameVerbsThatExist)
     for (const QRegularExpressionMatch &match : verb.globalMatch(QString::fromUtf8(text)))
         EXPECT_TRUE(script.contains("\nverb_" + match.captured(1).toUtf8() + "() {")) << qPrintable(match.captured());
 }
+
+/// The reference of tavidoc-site names every verb and option that "--help" does.
+TEST(ManualReference, NamesEveryVerbAndOptionOfTheProgram)
+{
+    const QTemporaryDir directory;
+    const QByteArray page = bytesOf(s_manual + u"site.dg"_s);
+    const QString help = QString::fromUtf8(runScript(directory, u"'" TAVIDOC_SITE_PROGRAM "' --help"_s).output);
+    static const QRegularExpression verb(u"^  ([a-z]+) "_s, QRegularExpression::MultilineOption);
+    static const QRegularExpression option(u"^  .*(--[a-z]+)"_s, QRegularExpression::MultilineOption);
+    int optionCount = 0;
+    for (const QRegularExpressionMatch &match : verb.globalMatch(help)) {
+        const QString name = match.captured(1);
+        EXPECT_TRUE(page.contains("| \\tt{" + name.toUtf8() + "} | ")) << qPrintable(name);
+        const QString script = u"'" TAVIDOC_SITE_PROGRAM "' %1 --help"_s.arg(name);
+        for (const QRegularExpressionMatch &found :
+             option.globalMatch(QString::fromUtf8(runScript(directory, script).output))) {
+            EXPECT_TRUE(page.contains("\\tt{" + found.captured(1).toUtf8())) << qPrintable(found.captured(1));
+            ++optionCount;
+        }
+    }
+    EXPECT_GT(optionCount, 20);
+}
