@@ -124,8 +124,10 @@ bool SourceBrowserPendingDeclaration::isAfterArguments() const
 
 bool SourceBrowserPendingDeclaration::isFieldInParentheses() const
 {
-    return tokens.size() > 3 && endsWith(')') && tokens[tokens.size() - 3].is('(') &&
-           tokens[tokens.size() - 4].word == Word::BasicType;
+    if (tokens.size() < 4 || !endsWith(')') || !tokens[tokens.size() - 3].is('('))
+        return false;
+    const Token &before = tokens[tokens.size() - 4];
+    return before.word == Word::BasicType || before.is(',');
 }
 
 bool SourceBrowserPendingDeclaration::isLanguageBlock() const

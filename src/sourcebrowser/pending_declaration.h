@@ -45,7 +45,8 @@ struct SourceBrowserPendingDeclaration
     [[nodiscard]] bool isOperator() const;
     /// Whether the tokens end with an argument list, or with one and what may follow it.
     [[nodiscard]] bool isAfterArguments() const;
-    /// Whether the tokens end with a name in parentheses directly after a basic type, as in `unsigned (flags) : 3`.
+    /// Whether the tokens end with a name in parentheses directly after a basic type or a ",", as in
+    /// `unsigned (flags) : 3, (mode) : 2`.
     [[nodiscard]] bool isFieldInParentheses() const;
     /// Whether the tokens are `extern "C"`.
     [[nodiscard]] bool isLanguageBlock() const;

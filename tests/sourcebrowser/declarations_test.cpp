@@ -268,8 +268,9 @@ INSTANTIATE_TEST_SUITE_P(
             u"int i; }; public int p;",
             "Q ; Q.a = int a ; Q.b = int b ; Q.c = int c ; Q.d = int d ; Q.e = int e ; Q.f = int f ; Q.g = int g ; "
             "Q.h = int h ; Q.i = int i ; p = int p ; z = int z"},
-        Row{u"struct f { int (n) : 3; unsigned (m) : W; int k; }; class G { G(n) : x(1) { } int (l) : 2; };",
-            "G ; f ; G.G = G(n) ; G.l = int l : 2 ; f.k = int k ; f.m = unsigned m : W ; f.n = int n : 3"},
+        Row{u"struct f { int (n) : 3; unsigned (m) : W, (j) : 1; int k; }; class G { G(n) : x(1) { } int (l) : 2; };",
+            "G ; f ; G.G = G(n) ; G.l = int l : 2 ; f.j = unsigned j : 1 ; f.k = int k ; f.m = unsigned m : W ; f.n = "
+            "int n : 3"},
         Row{u"struct v { int class, private; int virtual; char *template; unsigned friend : 3; int using[2]; };",
             "v ; v.class = int class ; v.friend = unsigned friend : 3 ; v.private = int private ; "
             "v.template = char *template ; v.using = int using[2] ; v.virtual = int virtual"}));
