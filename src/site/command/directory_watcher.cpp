@@ -35,7 +35,7 @@ constexpr std::uint32_t s_end = IN_DELETE_SELF | IN_MOVE_SELF | IN_UNMOUNT | IN_
 constexpr std::uint32_t s_events =
     s_appearance | IN_MODIFY | IN_CLOSE_WRITE | IN_ATTRIB | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR;
 
-std::int64_t milliseconds()
+std::int64_t steadyTime()
 {
     using namespace std::chrono;
     return duration_cast<std::chrono::milliseconds>(steady_clock::now().time_since_epoch()).count();
@@ -177,8 +177,8 @@ void DirectoryWatcher::waitForChange(bool any)
     m_beingWritten.clear(); // also what is written for hours
     while (!waitForEvent(s_forever, any)) {
     }
-    const std::int64_t last = milliseconds() + s_longestWait;
-    while (milliseconds() < last && (waitForEvent(milliseconds() + s_settleTime, any) || !m_beingWritten.empty())) {
+    const std::int64_t last = steadyTime() + s_longestWait;
+    while (steadyTime() < last && (waitForEvent(steadyTime() + s_settleTime, any) || !m_beingWritten.empty())) {
     }
 }
 
@@ -197,7 +197,7 @@ bool DirectoryWatcher::waitForEvent(std::int64_t until, bool any)
         readEvents(any);
         if (std::exchange(m_hasChanged, false))
             return true;
-        std::int64_t left = until == s_forever ? s_forever : std::max<std::int64_t>(until - milliseconds(), 0);
+        std::int64_t left = until == s_forever ? s_forever : std::max<std::int64_t>(until - steadyTime(), 0);
         if (!m_polled.empty())
             left = left < 0 ? s_pollTime : std::min(left, s_pollTime);
         const timespec timeout = {left / 1000, left % 1000 * 1'000'000};
@@ -207,7 +207,7 @@ bool DirectoryWatcher::waitForEvent(std::int64_t until, bool any)
             const std::uint64_t before = std::exchange(m_polledState, polledState());
             m_hasChanged |= before != m_polledState;
         }
-        if (!m_hasChanged && ready == 0 && until != s_forever && milliseconds() >= until)
+        if (!m_hasChanged && ready == 0 && until != s_forever && steadyTime() >= until)
             return false;
     }
 }

@@ -67,7 +67,7 @@ private:
             Project project = projectOf(m_arguments.operands());
             project.settings.isWatched = true;
             m_ofProject = project.lookedFor;
-            Progress progress(progressMode(m_arguments));
+            tavidoc::Progress progress(progressMode(m_arguments));
             const auto outdated = [this] { return isOutdated(); };
             succeed(project, build({project, m_places.cache, m_places.output, m_jobs, progress, outdated}));
         } catch (const OutdatedBuild &) {
