@@ -134,6 +134,9 @@ INSTANTIATE_TEST_SUITE_P(
         ProjectRow{"[[inventory]]\nurl = \"https://x.example\"", 2, "4:1: error: an inventory without a file\n"},
         ProjectRow{"[[inventory]]\nfile = \"none.inv\"\nurl = \"https://x.example\"", 1,
                    "5:8: error: cannot read \"none.inv\"\n"},
+        ProjectRow{"[versions]\nfile = \"versions.js\"", 2,
+                   "5:8: error: invalid file \"versions.js\": expected a name like \"../versions.js\"\n"},
+        ProjectRow{"[versions]\nfolder = \"2\"", 2, "5:1: error: unknown key \"folder\""},
         ProjectRow{"[titel]", 2, "4:2: error: unknown key \"titel\"; did you mean \"title\"?\n"}));
 
 TEST(ProjectFile, EveryKeyHasItsEffect)

@@ -6,6 +6,7 @@
 #include "site/command/directory_lock.h"
 #include "site/command/page_writer.h"
 #include "site/command/progress.h"
+#include "site/command/version_list.h"
 #include "site/command/watch_stamp.h"
 #include "site/command/worker_pool.h"
 #include "site/link/link_fields.h"
@@ -232,7 +233,10 @@ BuildReport build(const BuildRequest &request)
         if (!request.project.settings.isWatched)
             QFile::remove(watchStampFile(request.output));
     }
-    return Build(request).run();
+    BuildReport report = Build(request).run();
+    if (outputLock)
+        listVersion(request.project.settings, request.output);
+    return report;
 }
 
 } // namespace tavidoc

@@ -60,6 +60,7 @@ std::span<const ProjectReader::Key> ProjectReader::siteKeys()
         {"check", &ProjectReader::readChecks},
         {"redirects", &ProjectReader::readRedirects},
         {"inventory", &ProjectReader::readInventories},
+        {"versions", &ProjectReader::readVersions},
     };
     return table;
 }
@@ -115,11 +116,6 @@ void ProjectReader::readTable(const toml::node &value, std::span<const Key> keys
             names.push_back(known.name);
         report(key.source(), "unknown key " + inQuotes(key.str()) + suggestion(key.str(), names));
     }
-}
-
-template <std::string SiteSettings::*member> void ProjectReader::readText(const toml::node &value)
-{
-    m_project.settings.*member = text(value);
 }
 
 template <CopiedFile SiteSettings::*member> void ProjectReader::readFile(const toml::node &value)

@@ -34,6 +34,7 @@ private:
     [[nodiscard]] static std::span<const Key> inputKeys();
     [[nodiscard]] static std::span<const Key> assetKeys();
     [[nodiscard]] static std::span<const Key> inventoryKeys();
+    [[nodiscard]] static std::span<const Key> versionKeys();
 
     void readTable(const toml::node &value, std::span<const Key> keys);
     template <std::string SiteSettings::*member> void readText(const toml::node &value);
@@ -50,6 +51,8 @@ private:
     void readCheck(const toml::key &key, const toml::node &value);
     void readRedirects(const toml::node &value);
     void addRedirect(const std::string &from, const std::string &to, const toml::key &key);
+    void readVersions(const toml::node &value);
+    void readVersionList(const toml::node &value);
     void readInventories(const toml::node &value);
     void readInventoryFile(const toml::node &value);
     void readInventoryUrl(const toml::node &value);
@@ -83,5 +86,10 @@ private:
     std::multimap<Position, std::string> m_messages;
     int m_status = 1;
 };
+
+template <std::string SiteSettings::*member> void ProjectReader::readText(const toml::node &value)
+{
+    m_project.settings.*member = text(value);
+}
 
 } // namespace tavidoc

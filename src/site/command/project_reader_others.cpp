@@ -1,6 +1,8 @@
-// What a project file says about other projects.
+// What a project file says about other projects and other versions.
 
 #include "site/command/project_reader.h"
+
+#include "site/command/site_path.h"
 
 #include <unistd.h>
 
@@ -13,6 +15,34 @@ std::span<const ProjectReader::Key> ProjectReader::inventoryKeys()
         {"url", &ProjectReader::readInventoryUrl},
     };
     return table;
+}
+
+std::span<const ProjectReader::Key> ProjectReader::versionKeys()
+{
+    static constexpr Key table[] = {
+        {"file", &ProjectReader::readVersionList},
+        {"title", &ProjectReader::readText<&SiteSettings::versionTitle>},
+    };
+    return table;
+}
+
+void ProjectReader::readVersions(const toml::node &value)
+{
+    m_project.settings.versionList = "../versions.js";
+    readTable(value, versionKeys());
+}
+
+void ProjectReader::readVersionList(const toml::node &value)
+{
+    const std::string file = text(value);
+    std::string_view rest = file;
+    while (rest.starts_with("../"))
+        rest.remove_prefix(3);
+    if (file.empty())
+        return;
+    if (rest.size() == file.size() || !isInside(rest) || !rest.ends_with(".js"))
+        return report(value.source(), "invalid file \"" + file + "\": expected a name like \"../versions.js\"");
+    m_project.settings.versionList = file;
 }
 
 void ProjectReader::readInventories(const toml::node &value)

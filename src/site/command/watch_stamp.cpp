@@ -1,5 +1,7 @@
 #include "site/command/watch_stamp.h"
 
+#include "site/command/ascii_json.h"
+
 #include <QJsonArray>
 #include <QJsonDocument>
 
@@ -13,19 +15,6 @@ namespace {
 
 constexpr std::size_t s_mostMessages = 50;
 constexpr qsizetype s_mostCharacters = 1000; // of a message
-
-/// \a json with only ASCII characters.
-std::string asciiJson(const QByteArray &json)
-{
-    std::string ascii;
-    for (const QChar character : QString::fromUtf8(json)) {
-        if (character < u'\x7f')
-            ascii += static_cast<char>(character.unicode());
-        else
-            ascii += "\\u" + QString::number(character.unicode(), 16).rightJustified(4, u'0').toStdString();
-    }
-    return ascii;
-}
 
 } // namespace
 

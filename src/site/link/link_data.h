@@ -107,6 +107,8 @@ struct SiteSettings
     std::map<std::string, ProjectPlace> redirectPlaces = {}; ///< for findings; empty in SharedLinks
     bool isWatched = false;                                  ///< pages reload themselves when the site changes
     std::vector<SiteInventory> inventories = {};
+    std::string versionList = {};  ///< the script with all versions, relative to the top of the site; empty: none
+    std::string versionTitle = {}; ///< in that list; empty: the version
 };
 
 /// An entry of the whole contents tree, in preorder.

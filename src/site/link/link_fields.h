@@ -95,6 +95,8 @@ void describe(auto &fields, OneOf<SiteSettings> auto &settings)
     fields("redirectPlaces", settings.redirectPlaces);
     fields("isWatched", settings.isWatched);
     fields("inventories", settings.inventories);
+    fields("versionList", settings.versionList);
+    fields("versionTitle", settings.versionTitle);
 }
 
 void describe(auto &fields, OneOf<ContentsEntry> auto &entry)

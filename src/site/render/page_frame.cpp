@@ -84,6 +84,10 @@ void FrameWriter::head()
     appendHtml(m_html, {"<script src=\"", toTop("site.js"), "\"></script>\n"});
     for (const std::string_view file : {"search.js", "search_box.js"})
         appendHtml(m_html, {"<script src=\"", toTop(file), "\" defer></script>\n"});
+    if (!m_settings.versionList.empty()) {
+        appendHtml(m_html, {"<script src=\"", toTop("version_menu.js"), "\" data-list=\"",
+                            escapedText(m_settings.versionList), "\" defer></script>\n"});
+    }
     if (m_settings.isWatched)
         appendHtml(m_html, {"<script src=\"", toTop("watch.js"), "\" defer></script>\n"});
     m_html += "</head>\n";

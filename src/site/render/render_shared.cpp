@@ -21,7 +21,9 @@ constexpr std::size_t s_topEntries = 30; // in the navigation of the site's own 
 void renderFiles(const SiteSettings &settings, const FileSink &sink)
 {
     for (const QString &name : siteFileNames()) {
-        if (name != "watch.js"_L1 || settings.isWatched)
+        const bool isLeftOut = (name == "watch.js"_L1 && !settings.isWatched) ||
+                               (name == "version_menu.js"_L1 && settings.versionList.empty());
+        if (!isLeftOut)
             sink(name.toStdString(), QByteArray::fromStdString(siteFile(name.toStdString())));
     }
 }
