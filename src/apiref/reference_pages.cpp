@@ -308,13 +308,13 @@ std::string ReferencePages::currentName() const
     return m_current == nullptr ? std::string() : m_current->name;
 }
 
-std::string ReferencePages::currentSynopsis() const
+Declarations::Synopsis ReferencePages::currentSynopsis() const
 {
     if (m_current == nullptr)
         return {};
     if (m_source)
-        return m_source->synopsis(*m_current->object);
-    return m_current->object->description(s_shown | SourceBrowserObject::ArgumentLines).toStdString() + ";";
+        return {m_source->synopsis(*m_current->object), "c"};
+    return {m_current->object->description(s_shown | SourceBrowserObject::ArgumentLines).toStdString() + ";"};
 }
 
 } // namespace tavidoc

@@ -84,7 +84,7 @@ private:
     [[nodiscard]] std::optional<std::string> pageOf(std::string_view name) const override;
     [[nodiscard]] std::optional<std::string> rendering(std::string_view name) const override;
     [[nodiscard]] std::string currentName() const override;
-    [[nodiscard]] std::string currentSynopsis() const override;
+    [[nodiscard]] Synopsis currentSynopsis() const override;
 
     std::vector<SourceBrowserOverviewComment> parse();
     void select(const QStringList &exclusions);

@@ -10,6 +10,13 @@ namespace tavidoc {
 class Declarations
 {
 public:
+    /// The text of a synopsis, and the language as which it is coloured; plain if that is empty.
+    struct Synopsis
+    {
+        std::string text;
+        std::string_view language = {};
+    };
+
     virtual ~Declarations() = default;
 
     /// The stem of the page of the declaration \a name, bare or qualified with "." or "::".
@@ -21,7 +28,7 @@ public:
     [[nodiscard]] virtual std::string currentName() const = 0;
     /// The prototype of the declaration whose page is being made, with its ";"; empty on the
     /// header's own page.
-    [[nodiscard]] virtual std::string currentSynopsis() const = 0;
+    [[nodiscard]] virtual Synopsis currentSynopsis() const = 0;
 };
 
 } // namespace tavidoc

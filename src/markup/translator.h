@@ -113,6 +113,7 @@ private:
     Handler item, term, step, parameter, returns, referenceSection, synopsis, heading, section, subsection, overview;
     Handler copyLine, briefText;
     Ending skipAfterLabel, endSynopsis, endBrief;
+    void writeSynopsis(const Declarations::Synopsis &synopsis);
     [[nodiscard]] std::size_t synopsisEnd() const;
     void startSection(int levelBelowTop, std::string_view title);
 

@@ -1,5 +1,6 @@
 #include "markup/translator.h"
 
+#include "codeedit/listing.h"
 #include "pages/html_pages.h"
 
 #include <algorithm>
@@ -88,9 +89,18 @@ void Translator::synopsis(const Command &command)
     while (end > begin && m_cursor.text()[end - 1] == '\n')
         --end;
     if (m_declarations != nullptr && trimmed(m_cursor.text().substr(begin, end - begin)).empty())
-        writeEscaped(m_declarations->currentSynopsis());
+        writeSynopsis(m_declarations->currentSynopsis());
     m_inSynopsis = true;
     openFrame(end, resume, command.closing, &Translator::endSynopsis);
+}
+
+void Translator::writeSynopsis(const Declarations::Synopsis &synopsis)
+{
+    if (synopsis.language.empty())
+        return writeEscaped(synopsis.text);
+    std::string &html = m_blocks.text();
+    appendListing(html, synopsis.text, synopsis.language);
+    html.erase(html.find_last_not_of('\n') + 1); // every line of a listing ends with one
 }
 
 void Translator::endSynopsis()

@@ -207,8 +207,12 @@ def compare(dump, entry, cplusplus):
     groups = collections.defaultdict(list)
     for item in active:
         groups[item.begin].append(item)
-    candidates = [Replacement(sorted(group, key=lambda item: (item.kind in ("variable", "typedef", "function"), item.end)), text)
-                  for begin, group in sorted(groups.items())]
+    def order(item):  # a type before its declarators, and these as they are in the text
+        name = re.escape(item.name.rpartition(".")[2])
+        word = re.compile(r"(?<!\w)%s(?!\w)" % name).search(text, item.begin)
+        return item.kind in ("variable", "typedef", "function"), item.end, word.start() if word else item.end
+
+    candidates = [Replacement(sorted(group, key=order), text) for begin, group in sorted(groups.items())]
     is_same = lambda chosen: Reading(header, replaced(text, chosen), include_line, options, language).same_as(original)
     for item in refused(candidates, is_same) if candidates else []:
         wrong += [(statement, "") for statement in item.group]
