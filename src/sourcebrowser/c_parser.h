@@ -43,7 +43,8 @@ public:
     /*!
      * \h1 SourceBrowserCParser::\this
      * Also declares what belongs to C++ only: aliases, deduction guides, every namespace of \tt{namespace a::b}, specialisations
-     * of class templates under names of their own, and overloads of virtual methods.
+     * of class templates under names of their own, overloads of virtual methods, and classes of one name in the branches of a
+     * conditional. The comment before a function belongs to it wherever its body begins.
      * \synopsis
      * \sa \xref{SourceBrowserCParser}
      * \ingroup SourceBrowserCParser

@@ -154,12 +154,14 @@ std::vector<SourceBrowserBaseClass> SourceBrowserClassHead::baseClasses() const
             const Token &token = m_tokens[at];
             if (token.is('(') || token.is(')') || SourceBrowserDeclaratorReader::isAngle(m_tokens, at))
                 nesting += token.is('<') || token.is('(') ? 1 : -1;
-            if (token.is(Public) || token.is(Protected) || token.is(Private))
+            if (token.is(Public) || token.is(Protected) || token.is(Private)) {
                 base.access = accessOf(token);
-            else if (token.is(Virtual))
+                base.hasAccess = true;
+            } else if (token.is(Virtual)) {
                 base.isVirtual = true;
-            else
+            } else {
                 name.push_back(token);
+            }
         }
         SourceBrowserDeclaratorReader::linkBrackets(name);
         base.name = SourceBrowserDeclaratorReader::typeText(name);

@@ -25,6 +25,8 @@ namespace tavidoc {
  *
  * \param{access} of the inheritance.
  *
+ * \param{hasAccess} whether the access is written; without it that of a structure is public.
+ *
  * \param{isVirtual} whether it is a virtual base.
  * \sa \xref{container_h}{container.h}
  * \ingroup Types
@@ -34,6 +36,7 @@ struct SourceBrowserBaseClass
     QString name; ///< as written, white space simplified
     SourceBrowserObject::Access access = SourceBrowserObject::Private;
     bool isVirtual = false;
+    bool hasAccess = false; ///< the access is written
 };
 
 /*!

@@ -70,11 +70,13 @@ SourceBrowserContainer *SourceBrowserDeclarationParser::outerNamespaces(const QS
     return parent;
 }
 
-/// Adds \a container to \a parent, or updates the one that has its qualified name already.
+/// Adds \a container to \a parent, or updates the one that has its qualified name already. Of C++, only a namespace does.
 SourceBrowserContainer *SourceBrowserDeclarationParser::merge(std::unique_ptr<SourceBrowserContainer> container,
                                                               SourceBrowserContainer &parent)
 {
-    SourceBrowserContainer *known = container->isAnonymous() ? nullptr : m_model.container(container->qualifiedName());
+    const bool isAlone =
+        container->isAnonymous() || (m_isComplete && container->phylum() != SourceBrowserObject::Namespace);
+    SourceBrowserContainer *known = isAlone ? nullptr : m_model.container(container->qualifiedName());
     if (known && known->container() == &parent) {
         known->update(*container);
         return known;

@@ -198,7 +198,7 @@ void SourceBrowserDeclarationParser::declareFunction(const SourceBrowserDeclarat
     if (m_events)
         m_events->endContainer();
     if (takesComment)
-        attachComment(*method, brace ? lines.bodyFirst : m_pending.line);
+        attachComment(*method, brace && !m_isComplete ? lines.bodyFirst : m_pending.line);
     if (!declarator.qualifier.isEmpty()) {
         if (!m_pending.isFriend) // a friend is a member of another class, which declares it
             matchDefinition(declarator, *method);

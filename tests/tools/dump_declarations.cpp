@@ -1,4 +1,4 @@
-// Prints the tokens, events and complaints, or the model, of headers.
+// Prints the tokens, events and complaints, or the model, of headers; "all" is the model with what belongs to C++ only.
 
 #include "sourcebrowser/c_parser.h"
 #include "sourcebrowser/c_scanner.h"
@@ -129,8 +129,8 @@ void dumpModel(const SourceBrowserModel &model)
 int main(int count, char **values)
 {
     const QString mode = count > 1 ? QString::fromLocal8Bit(values[1]) : QString();
-    if (count < 3 || (mode != "tokens"_L1 && mode != "events"_L1 && mode != "model"_L1 && mode != "count"_L1)) {
-        std::fputs("usage: dump_declarations tokens|events|model|count HEADER...\n", stderr);
+    if (count < 3 || !QStringList({"tokens"_L1, "events"_L1, "model"_L1, "all"_L1, "count"_L1}).contains(mode)) {
+        std::fputs("usage: dump_declarations tokens|events|model|all|count HEADER...\n", stderr);
         return 1;
     }
     for (int index = 2; index < count; ++index) {
@@ -147,8 +147,9 @@ int main(int count, char **values)
         Listener listener;
         Parser parser(model, mode == "events"_L1 ? &listener : nullptr, text);
         parser.complains = mode == "events"_L1;
+        parser.setComplete(mode == "all"_L1);
         parser.parse(name);
-        if (mode == "model"_L1)
+        if (mode == "model"_L1 || mode == "all"_L1)
             dumpModel(model);
         if (mode == "count"_L1)
             out() << name << " " << model.functions().size() << " " << model.variables().size() << "\n";
