@@ -79,6 +79,7 @@ void DocumentFacts::finish(DocumentPage page)
     page.images = m_images;
     page.html = m_html;
     page.listings = m_listings;
+    page.bases = m_bases;
     m_listener.page(page);
     discard();
 }
@@ -95,6 +96,7 @@ void DocumentFacts::discard()
     m_images.clear();
     m_html.clear();
     m_listings.clear();
+    m_bases.clear();
 }
 
 DocumentPlace DocumentFacts::contentsPlace(std::size_t index) const

@@ -40,6 +40,7 @@ public:
     /// Notes that the last \a length characters of \a body are what the author wrote at \a place.
     void addHtml(std::string_view body, std::size_t length, DocumentPlace place);
     void addListing(DocumentListing listing) { m_listings.push_back(std::move(listing)); }
+    void addBase(DocumentBase base) { m_bases.push_back(std::move(base)); }
     void setGroup(std::string_view group) { m_group = group; }
 
     /// Makes the end of \a body from \a offset on the description of the page.
@@ -78,6 +79,7 @@ private:
     std::vector<DocumentImage> m_images;
     std::vector<DocumentHtml> m_html;
     std::vector<DocumentListing> m_listings;
+    std::vector<DocumentBase> m_bases;
     std::vector<DocumentPlace> m_contentsPlaces;
     std::vector<std::pair<std::size_t, std::size_t>> m_sourceListings; // in order
 };

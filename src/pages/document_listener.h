@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,6 +36,8 @@ struct DocumentLink
     std::string target = {}; ///< as the author wrote it, not escaped
     std::string page = {};   ///< the stem of the page that it leads to; empty for an external link
     DocumentPlace place = {};
+    /// The offset of a heading in the body of that page, if it leads there.
+    std::optional<std::size_t> heading = {};
 };
 
 /// An image in the body of a page.
@@ -63,6 +66,14 @@ struct DocumentListing
     std::string language; ///< as the author wrote it; else the suffix of the presented file
 };
 
+/// The name of a base class in the body of the page of a class.
+struct DocumentBase
+{
+    std::size_t offset = 0; ///< in the body
+    std::size_t length = 0;
+    std::string name; ///< with "::", without template arguments
+};
+
 /// What a page documents.
 enum class DocumentPageKind : std::uint8_t
 {
@@ -88,6 +99,7 @@ struct DocumentPage
     std::span<const DocumentImage> images = {};     ///< in order, disjoint
     std::span<const DocumentHtml> html = {};        ///< in order, disjoint
     std::span<const DocumentListing> listings = {}; ///< in order, disjoint
+    std::span<const DocumentBase> bases = {};       ///< in order, disjoint
 };
 
 /// Something about a document that the generator does not report as a message, because it is allowed.

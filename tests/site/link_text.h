@@ -16,6 +16,7 @@
 ///     heading ID | TEXT             of the last page, and so on:
 ///     link TARGET                   captioned TARGET, resolved STEM, raw HREF, external ADDRESS
 ///     image FILE                    icon NAME
+///     base NAME                     of the class of the last page
 ///     entry DEPTH STEM | TITLE      group DEPTH TITLE, include DEPTH X.xml, include-all DEPTH X.xml (with its root)
 ///     finding CHECK TEXT
 class RecordText
@@ -96,6 +97,8 @@ private:
             page.links.push_back({word == "raw" ? Kind::Raw : Kind::External, true, 0, 0, rest, "", m_place});
         else if (word == "image" || word == "icon")
             page.images.push_back({0, 0, rest, word == "icon", m_place});
+        else if (word == "base")
+            page.bases.push_back({0, 0, rest});
         else
             return false;
         return true;
@@ -154,8 +157,8 @@ inline std::string contentsOf(const tavidoc::LinkResult &result)
     return text;
 }
 
-/// "PAGE NUMBER: ADDRESS", with the caption in brackets, for each link and picture that changes, and "FILE => ADDRESS"
-/// for each file that is copied.
+/// "PAGE NUMBER: ADDRESS", with the caption in brackets, for each link, picture and base that changes, "PAGE derived:
+/// NAME <ADDRESS>" for each derived class, and "FILE => ADDRESS" for each file that is copied.
 inline std::string linksOf(const tavidoc::LinkResult &result)
 {
     std::string text;
@@ -167,6 +170,10 @@ inline std::string linksOf(const tavidoc::LinkResult &result)
             }
             for (const tavidoc::ResolvedImage &image : page.images)
                 text += page.address + " picture " + std::to_string(image.image) + ": " + image.address + '\n';
+            for (const tavidoc::ResolvedBase &base : page.bases)
+                text += page.address + " base " + std::to_string(base.base) + ": " + base.address + '\n';
+            for (const tavidoc::LinkTarget &derived : page.derived)
+                text += page.address + " derived: " + derived.title + " <" + derived.address + ">\n";
         }
         for (const tavidoc::CopiedFile &file : record.images)
             text += file.source + " => " + file.address + '\n';

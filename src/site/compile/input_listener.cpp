@@ -167,6 +167,8 @@ void InputListener::page(const DocumentPage &told)
     addImages(page, told, std::move(body.images));
     for (const DocumentListing &listing : told.listings)
         page.listings.push_back({listing.offset, listing.length, listing.language});
+    for (const DocumentBase &base : told.bases)
+        page.bases.push_back({base.offset, base.length, base.name});
     noteReplacedPage(page);
     m_record.head.pages.push_back(std::move(page));
 }
@@ -184,6 +186,8 @@ void InputListener::addLinks(RecordPage &page, const DocumentPage &told, std::ve
                               .target = link.target,
                               .page = link.kind == DocumentLink::Kind::InDocument ? link.page : std::string(),
                               .place = place(link.place)});
+        if (link.heading)
+            m_headingLinks.push_back({m_record.head.pages.size(), link.offset, *link.heading});
     }
     const auto middle = static_cast<std::ptrdiff_t>(page.links.size());
     page.links.insert(page.links.end(), std::make_move_iterator(raw.begin()), std::make_move_iterator(raw.end()));
@@ -250,6 +254,7 @@ void InputListener::addFinding(std::string_view check, const RecordPlace &place,
 RecordWithBodies InputListener::takeRecord()
 {
     Record &head = m_record.head;
+    resolveHeadings();
     resolveLinks();
     readContents();
     std::ranges::sort(head.icons, {}, &RecordIcon::name);
@@ -258,6 +263,25 @@ RecordWithBodies InputListener::takeRecord()
                                                                       : head.pages.back().documentTitle;
     head.files = m_files.takeFiles();
     return std::move(m_record);
+}
+
+/// Finds the ids of the headings that links of the generator lead to.
+void InputListener::resolveHeadings()
+{
+    std::vector<RecordPage> &pages = m_record.head.pages;
+    std::unordered_map<std::string_view, const RecordPage *> byStem; // of equal stems the last counts
+    for (const RecordPage &page : pages)
+        byStem.insert_or_assign(page.stem, &page);
+    for (const HeadingLink &noted : m_headingLinks) {
+        const auto link = std::ranges::lower_bound(pages[noted.page].links, noted.offset, {}, &RecordLink::offset);
+        const auto target = byStem.find(link->page);
+        if (target == byStem.end())
+            continue;
+        const std::vector<RecordHeading> &headings = target->second->headings;
+        const auto heading = std::ranges::lower_bound(headings, noted.heading, {}, &RecordHeading::offset);
+        if (heading != headings.end() && heading->offset == noted.heading)
+            link->anchor = heading->id;
+    }
 }
 
 /// Resolves the links to pages of the document by their names, and leaves those open that lead to no page.

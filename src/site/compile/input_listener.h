@@ -38,12 +38,22 @@ private:
     void addImages(RecordPage &page, const DocumentPage &told, std::vector<RecordImage> raw);
     void noteReplacedPage(const RecordPage &page);
     void resolveLinks();
+    void resolveHeadings();
     void readContents();
 
     FileTable m_files;
     RecordWithBodies m_record;
     std::vector<ContentsLine> m_contents;
     std::unordered_map<std::string, std::int64_t> m_lines; // of the pages, by stem
+
+    /// A link to a heading of a page that may be told later.
+    struct HeadingLink
+    {
+        std::size_t page;      // index in the record, of the page with the link
+        std::uint64_t offset;  // of the link
+        std::uint64_t heading; // offset in the page that it leads to
+    };
+    std::vector<HeadingLink> m_headingLinks;
 };
 
 } // namespace tavidoc

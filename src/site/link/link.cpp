@@ -1,5 +1,6 @@
 #include "site/link/link.h"
 
+#include "site/link/class_relations.h"
 #include "site/link/contents_tree.h"
 #include "site/link/copied_files.h"
 #include "site/link/link_resolver.h"
@@ -23,7 +24,7 @@ public:
         : m_settings(settings), m_findings(records), m_pages(records, m_findings), m_names(m_pages),
           m_finder(m_pages, m_names, m_findings), m_tree(m_pages, m_finder, m_findings), m_navigation(m_pages, m_tree),
           m_files(m_pages, settings, isReadable, m_findings),
-          m_resolver(m_pages, settings, m_finder, m_files, m_findings, foreign)
+          m_resolver(m_pages, settings, m_finder, m_files, m_findings, foreign), m_classes(m_pages, m_names)
     {
         m_findings.addThoseOfRecords();
     }
@@ -61,6 +62,7 @@ private:
             m_navigation.fill(pageLinks, page);
             pageLinks.links = m_resolver.resolvedLinks(page);
             pageLinks.images = m_files.resolvedImages(page, links.images);
+            m_classes.fill(pageLinks, page);
         }
         return links;
     }
@@ -84,6 +86,7 @@ private:
     Navigation m_navigation;
     CopiedFiles m_files;
     LinkResolver m_resolver;
+    ClassRelations m_classes;
 };
 
 } // namespace

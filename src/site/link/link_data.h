@@ -44,6 +44,13 @@ struct ResolvedImage
     std::string address;     ///< relative to the page
 };
 
+/// The page of a base class of the class that a page documents.
+struct ResolvedBase
+{
+    std::uint32_t base = 0; ///< index in RecordPage::bases
+    std::string address;    ///< relative to the page
+};
+
 /// What rendering one page needs of all other records.
 struct PageLinks
 {
@@ -54,8 +61,10 @@ struct PageLinks
     std::vector<NavigationEntry> navigation;
     std::optional<LinkTarget> previous;
     std::optional<LinkTarget> next;
-    std::vector<ResolvedLink> links;   ///< in order; a link that is not among them stays as it is in the body
-    std::vector<ResolvedImage> images; ///< in order; a picture that is not among them stays as it is in the body
+    std::vector<ResolvedLink> links;      ///< in order; a link that is not among them stays as it is in the body
+    std::vector<ResolvedImage> images;    ///< in order; a picture that is not among them stays as it is in the body
+    std::vector<ResolvedBase> bases = {}; ///< in order; those that the set documents
+    std::vector<LinkTarget> derived = {}; ///< the classes that derive from the one of the page, by name
 };
 
 /// A file that is copied into the site.

@@ -38,6 +38,12 @@ void describe(auto &fields, OneOf<ResolvedImage> auto &image)
     fields("address", image.address);
 }
 
+void describe(auto &fields, OneOf<ResolvedBase> auto &base)
+{
+    fields("base", base.base);
+    fields("address", base.address);
+}
+
 void describe(auto &fields, OneOf<PageLinks> auto &page)
 {
     fields("page", page.page);
@@ -49,6 +55,8 @@ void describe(auto &fields, OneOf<PageLinks> auto &page)
     fields("next", page.next);
     fields("links", page.links);
     fields("images", page.images);
+    fields("bases", page.bases);
+    fields("derived", page.derived);
 }
 
 void describe(auto &fields, OneOf<CopiedFile> auto &file)

@@ -76,8 +76,10 @@ LinkResolver::Resolution LinkResolver::resolvedInDocument(PageId from, const Rec
     if (to == s_noPage)
         return resolvedInSet(from, link, link.page);
     std::string address = addressOf(from, to);
-    if (address == link.page + ".htm")
+    if (address == link.page + ".htm" && link.anchor.empty())
         return {};
+    if (!link.anchor.empty())
+        address.append("#").append(link.anchor);
     return ResolvedLink{0, std::move(address), {}};
 }
 

@@ -57,6 +57,7 @@ struct RecordLink
     std::string target;       ///< as the writer wrote it, not escaped
     std::string page;         ///< the stem, without ".htm", of a resolved link
     RecordPlace place;
+    std::string anchor = {}; ///< the id of the heading on that page that it leads to; empty: to the page as a whole
 };
 
 /// A picture in the body of a page.
@@ -76,6 +77,14 @@ struct RecordListing
     std::uint64_t offset = 0; ///< in the body, of the escaped text after "<pre class=...>"
     std::uint64_t length = 0; ///< of that text
     std::string language;     ///< as written: "python", "json"; or the suffix of the file: "py"
+};
+
+/// The name of a base class in the body of the page of a class. The base may be documented by any input.
+struct RecordBase
+{
+    std::uint64_t offset = 0; ///< in the body, of the name as written
+    std::uint64_t length = 0; ///< of that name
+    std::string name;         ///< with "::", perhaps at its begin, without template arguments, as the class sees it
 };
 
 /// A term of the search index.
@@ -113,6 +122,7 @@ struct RecordPage
     std::string excerpt;                 ///< the beginning of its plain text, at most 2,000 bytes
     std::vector<RecordListing> listings; ///< in order, disjoint; only those that the library leaves plain
     std::vector<std::string> anchors;    ///< other ids and names that links can lead to, sorted
+    std::vector<RecordBase> bases;       ///< in order, disjoint
 };
 
 /// An entry of the contents tree of one document, in preorder.

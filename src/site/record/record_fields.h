@@ -56,6 +56,7 @@ void describe(auto &fields, OneOf<RecordLink> auto &link)
     fields("target", link.target);
     fields("page", link.page);
     fields("place", link.place);
+    fields("anchor", link.anchor);
 }
 
 void describe(auto &fields, OneOf<RecordImage> auto &image)
@@ -72,6 +73,13 @@ void describe(auto &fields, OneOf<RecordListing> auto &listing)
     fields("offset", listing.offset);
     fields("length", listing.length);
     fields("language", listing.language);
+}
+
+void describe(auto &fields, OneOf<RecordBase> auto &base)
+{
+    fields("offset", base.offset);
+    fields("length", base.length);
+    fields("name", base.name);
 }
 
 void describe(auto &fields, OneOf<RecordTerm> auto &term)
@@ -100,6 +108,7 @@ void describe(auto &fields, OneOf<RecordPage> auto &page)
     fields("excerpt", page.excerpt);
     fields("listings", page.listings);
     fields("anchors", page.anchors);
+    fields("bases", page.bases);
 }
 
 void describe(auto &fields, OneOf<RecordEntry> auto &entry)

@@ -3,6 +3,8 @@
 #include "base/text_escape.h"
 #include "site/lexers/highlight.h"
 #include "site/render/body_edits.h"
+#include "site/render/navigation.h"
+#include "site/render/page_text.h"
 
 #include <algorithm>
 
@@ -10,6 +12,7 @@ namespace tavidoc {
 
 namespace {
 
+constexpr std::string_view s_derivedId = "site-derived";
 constexpr std::size_t s_selfLinkLimit = 2'500; // bytes on a page
 
 /// Adds the edits that a record and its links ask for. Places come from a file: each is tested before it is used.
@@ -36,6 +39,7 @@ private:
     void heading(const RecordHeading &heading, bool hasSelfLink);
     void link(const RecordLink &link, const ResolvedLink &resolved);
     void image(const RecordImage &image, const ResolvedImage &resolved);
+    void base(const RecordBase &base, const ResolvedBase &resolved);
     void listing(const RecordListing &listing);
     void insert(std::size_t offset, std::string inserted) { m_edits.push_back({offset, 0, std::move(inserted)}); }
 
@@ -52,6 +56,10 @@ BodyEdits RecordedEdits::edits() &&
     for (const RecordHeading &recorded : m_page.headings)
         heading(recorded, hasLinks && recorded.level > 1);
     relocate();
+    for (const ResolvedBase &resolved : m_links.bases) {
+        if (resolved.base < m_page.bases.size())
+            base(m_page.bases[resolved.base], resolved);
+    }
     for (const RecordListing &recorded : m_page.listings)
         listing(recorded);
     return std::move(m_edits);
@@ -131,6 +139,14 @@ void RecordedEdits::image(const RecordImage &image, const ResolvedImage &resolve
         m_edits.push_back({image.offset, image.length, escapedText(resolved.address)});
 }
 
+void RecordedEdits::base(const RecordBase &base, const ResolvedBase &resolved)
+{
+    if (!isInside(base.offset, base.length))
+        return;
+    insert(base.offset, "<a href=\"" + escapedText(resolved.address) + "\">");
+    insert(base.offset + base.length, "</a>");
+}
+
 void RecordedEdits::listing(const RecordListing &listing)
 {
     if (!isInside(listing.offset, listing.length))
@@ -141,11 +157,36 @@ void RecordedEdits::listing(const RecordListing &listing)
         m_edits.push_back({listing.offset, listing.length, std::move(coloured)});
 }
 
+/// Appends the list of the classes that derive from the one of the page.
+void appendDerived(std::string &html, const PageLinks &links)
+{
+    if (links.derived.empty())
+        return;
+    appendHtml(html, {"<h3 id=\"", s_derivedId, "\">Derived Classes</h3>\n<ul class=\"names\">\n"});
+    for (const LinkTarget &derived : links.derived) {
+        html += "<li><code>";
+        appendLink(html, links.address, derived);
+        html += "</code></li>\n";
+    }
+    html += "</ul>\n";
+}
+
 } // namespace
+
+std::vector<RecordHeading> siteHeadings(const RecordPage &page, const PageLinks &links)
+{
+    std::vector<RecordHeading> headings = page.headings;
+    if (!links.derived.empty())
+        headings.push_back(
+            {.offset = page.bodyLength, .level = 3, .id = std::string(s_derivedId), .text = "Derived Classes"});
+    return headings;
+}
 
 std::string siteBody(std::string_view body, const RecordPage &page, const PageLinks &links)
 {
-    return edited(body, RecordedEdits(body, page, links).edits());
+    std::string html = edited(body, RecordedEdits(body, page, links).edits());
+    appendDerived(html, links);
+    return html;
 }
 
 std::string relocatedBody(std::string_view body, const RecordPage &page, const PageLinks &links)

@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavidoc {
 
@@ -17,10 +18,14 @@ namespace tavidoc {
 /// - an empty description in pictures without one;
 /// - marks of errors in the markup and of links that lead nowhere, so that they do not look like text;
 /// - the attribute that hides the heading of the group of declarations without a group.
+/// - links on the names of base classes; after the body, the list of derived classes.
 /// Offsets that do not fit the body are ignored.
 [[nodiscard]] std::string siteBody(std::string_view body, const RecordPage &page, const PageLinks &links);
 
 /// The same with nothing inserted: only targets and captions of links and the sources of pictures differ.
 [[nodiscard]] std::string relocatedBody(std::string_view body, const RecordPage &page, const PageLinks &links);
+
+/// The headings of \a page with those that siteBody() adds.
+[[nodiscard]] std::vector<RecordHeading> siteHeadings(const RecordPage &page, const PageLinks &links);
 
 } // namespace tavidoc

@@ -35,11 +35,12 @@ void renderRecord(const RecordWithBodies &record, const RecordLinks &links, cons
         if (pageLinks.page >= record.head.pages.size())
             continue;
         const RecordPage &page = record.head.pages[pageLinks.page];
+        const std::vector<RecordHeading> headings = siteHeadings(page, pageLinks);
         const PageFrame frame = {.address = pageLinks.address,
                                  .title = pageLinks.title,
                                  .ancestors = &pageLinks.ancestors,
                                  .navigation = &pageLinks.navigation,
-                                 .headings = &page.headings,
+                                 .headings = &headings,
                                  .previous = pointerTo(pageLinks.previous),
                                  .next = pointerTo(pageLinks.next)};
         const std::string body = siteBody(recordBody(record, page), page, pageLinks);
