@@ -216,6 +216,8 @@ void ReferencePages::makeHeaderPage(const std::vector<SourceBrowserOverviewComme
     translate(markup, map);
     const std::vector<MemberGroups::Group> groups = groupedPages();
     const std::vector<IndexRowPlace> rows = appendMultiHeadingTable(m_blocks.text(), summary(groups));
+    if (m_surroundings.names == ReferenceNames::Qualified)
+        appendUndocumented();
     const std::string title = "<" + m_header.fileName().toStdString() + ">";
     const std::string stem = m_header.baseName().toStdString() + "_h";
     if (m_facts) {

@@ -27,6 +27,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 namespace tavidoc {
@@ -36,6 +37,8 @@ namespace tavidoc {
 /// with "!" and its name is not excluded.
 ///
 /// With qualified names, overloads and other declarations of one qualified name share a page, on which each has a heading.
+/// The page of a class, structure, union or namespace ends with tables of its documented members and its bases, and the
+/// header's page with a list of the declarations that no comment documents.
 class ReferencePages : private Declarations
 {
 public:
@@ -70,6 +73,10 @@ private:
         std::string name;
         std::string stem; // of the page
         int line;         // on which the comment begins, counted from 1
+        // Of pages that declarations share, known once the comment is translated:
+        std::string description = {};            // HTML
+        BriefFacts facts = {};                   // of the description, if somebody is told
+        std::optional<std::size_t> heading = {}; // its offset in the page; nothing when the page has one declaration
     };
 
     /// The page of a declaration that has been made.
@@ -90,7 +97,15 @@ private:
     void select(const QStringList &exclusions);
     void makePage(const Documented &declaration);
     void makeSharedPages();
-    void makeSharedPage(const std::vector<const Documented *> &declarations);
+    void makeSharedPage(const std::vector<Documented *> &declarations);
+    bool writeShared(Documented &declaration);
+    void appendMembers(const SourceBrowserContainer &container);
+    void appendMember(const SourceBrowserObject &member);
+    void appendLink(const Documented &member, std::string_view name);
+    void appendBases(const SourceBrowserContainer &container);
+    void appendEnumerators(const SourceBrowserEnum &enumeration);
+    void appendText(const QString &comment, int line);
+    void appendUndocumented();
     void openPage(const Documented &declaration);
     std::string writeText(const Documented &declaration);
     [[nodiscard]] const std::string *stemFrom(std::string scope, const std::string &name) const;
@@ -116,10 +131,11 @@ private:
     HtmlBlocks m_blocks{SharedTables::paraStyle};
     Pages m_pages;
     IconTable m_icons;
-    std::vector<Documented> m_documented;  // in the order of their pages
-    const Documented *m_current = nullptr; // whose page is being made
-    TextMap<std::string> m_stems;          // by bare and by qualified name
-    TextMap<Finished> m_finished;          // by stem
+    std::vector<Documented> m_documented;                                           // in the order of their pages
+    const Documented *m_current = nullptr;                                          // whose page is being made
+    TextMap<std::string> m_stems;                                                   // by bare and by qualified name
+    std::unordered_map<const SourceBrowserObject *, const Documented *> m_byObject; // filled for shared pages
+    TextMap<Finished> m_finished;                                                   // by stem
 };
 
 } // namespace tavidoc

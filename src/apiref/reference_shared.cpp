@@ -1,7 +1,8 @@
-#include "apiref/comment_findings.h"
+#include "apiref/member_tables.h"
 #include "apiref/reference_pages.h"
 #include "apiref/reference_text.h"
 #include "base/text_escape.h"
+#include "markup/member_groups.h"
 
 #include <algorithm>
 #include <string>
@@ -12,15 +13,6 @@ namespace tavidoc {
 
 namespace {
 
-/// What distinguishes \a object from others of its name: a function's name and arguments, else the kind and the name.
-std::string sharedHeading(const SourceBrowserObject &object)
-{
-    if (object.phylum() == SourceBrowserObject::Method)
-        return object.description(SourceBrowserObject::TightParenthesis | SourceBrowserObject::StripUnderscores)
-            .toStdString();
-    return std::string(declarationKind(object)) + ' ' + object.name().toStdString();
-}
-
 /// The last component of \a name, which is qualified with dots.
 std::string_view lastComponent(std::string_view name)
 {
@@ -29,47 +21,85 @@ std::string_view lastComponent(std::string_view name)
 
 } // namespace
 
-/// Makes the pages of all declarations, those of one stem together, in the order of the header.
+/// Makes the pages of all declarations, those of one stem together, in the order of the header. The tables of members
+/// need the descriptions of these, so the pages with containers are made last, the innermost first.
 void ReferencePages::makeSharedPages()
 {
+    struct Page
+    {
+        std::vector<Documented *> declarations;
+        std::ptrdiff_t containerDepth = -1; // -1 without a container
+    };
     TextMap<std::size_t> places; // in pages, by stem
-    std::vector<std::vector<const Documented *>> pages;
-    for (const Documented &declaration : m_documented) {
+    std::vector<Page> pages;
+    std::vector<std::string> stems;
+    for (Documented &declaration : m_documented) {
         const auto [place, isNew] = places.try_emplace(declaration.stem, pages.size());
-        if (isNew)
+        if (isNew) {
             pages.emplace_back();
-        pages[place->second].push_back(&declaration);
+            stems.push_back(declaration.stem);
+        }
+        Page &page = pages[place->second];
+        page.declarations.push_back(&declaration);
+        m_byObject.emplace(declaration.object, &declaration);
+        if (dynamic_cast<const SourceBrowserContainer *>(declaration.object) != nullptr)
+            page.containerDepth = std::ranges::count(declaration.stem, '.');
     }
-    for (std::vector<const Documented *> &page : pages) {
-        std::ranges::stable_sort(page, {}, &Documented::line);
-        makeSharedPage(page);
+    const auto rank = [](const Page &page) { return page.containerDepth < 0 ? PTRDIFF_MIN : -page.containerDepth; };
+    std::ranges::stable_sort(pages, {}, rank);
+    for (Page &page : pages) {
+        std::ranges::stable_sort(page.declarations, {}, &Documented::line);
+        makeSharedPage(page.declarations);
     }
+    MemberGroups::orderByUse(stems);
 }
 
 /// Makes the page of \a declarations, which have one stem. When they are several, each has a heading.
-void ReferencePages::makeSharedPage(const std::vector<const Documented *> &declarations)
+void ReferencePages::makeSharedPage(const std::vector<Documented *> &declarations)
 {
     const Documented &first = *declarations.front();
     Finished finished{first.line, qualifiedByColons(*first.object), {}, {}};
     openPage(first);
     m_pages.setTitle(finished.name);
-    for (const Documented *const declaration : declarations) {
+    const Documented *described = nullptr; // whose description is that of the page
+    for (Documented *const declaration : declarations) {
         if (declarations.size() > 1) {
+            declaration->heading = m_blocks.text().size();
             m_blocks.text() += "<h2>";
-            appendEscaped(m_blocks.text(), sharedHeading(*declaration->object));
+            appendEscaped(m_blocks.text(), sharedHeading(*declaration->object, *m_source));
             m_blocks.text() += "</h2>";
         }
-        std::string brief = writeText(*declaration);
-        if (brief.empty() || !finished.description.empty())
-            continue;
-        finished.description = std::move(brief);
-        finished.facts = m_facts ? m_facts->brief() : BriefFacts();
+        if (writeShared(*declaration) && described == nullptr)
+            described = declaration;
     }
-    if (finished.description.empty())
-        finished.description = firstSentence(m_blocks.firstParagraph());
+    if (described == nullptr) {
+        const auto any = std::ranges::find_if(declarations, [](auto *each) { return !each->description.empty(); });
+        described = any == declarations.end() ? &first : *any;
+    }
+    finished.description = described->description;
+    finished.facts = described->facts;
     if (m_facts)
         m_facts->setBrief(finished.description);
     m_finished.insert_or_assign(first.stem, std::move(finished));
+}
+
+/// Appends what the page of \a declaration says about it, and notes its description. True when that is a `\brief`.
+bool ReferencePages::writeShared(Documented &declaration)
+{
+    m_blocks.forgetFirstParagraph();
+    declaration.description = writeText(declaration);
+    const bool hasBrief = !declaration.description.empty();
+    if (hasBrief && m_facts)
+        declaration.facts = m_facts->brief();
+    else if (!hasBrief)
+        declaration.description = firstSentence(m_blocks.firstParagraph());
+    if (const auto *const container = dynamic_cast<const SourceBrowserContainer *>(declaration.object)) {
+        appendMembers(*container);
+        appendBases(*container);
+    } else if (const auto *const enumeration = dynamic_cast<const SourceBrowserEnum *>(declaration.object)) {
+        appendEnumerators(*enumeration);
+    }
+    return hasBrief;
 }
 
 /// The page of the declaration \a name, qualified with dots, as seen from \a scope outwards; null when none of these

@@ -20,9 +20,18 @@ std::string qualifiedByDots(std::string_view name)
 
 std::string qualifiedByColons(const SourceBrowserObject &object)
 {
-    if (object.scope().isEmpty())
-        return object.name().toStdString();
-    return QString(object.scope()).replace(u'.', "::"_L1).toStdString() + "::" + object.name().toStdString();
+    return qualifiedByColons(object.scope(), object.name().toStdString());
+}
+
+std::string qualifiedByColons(const QString &scope, std::string_view name)
+{
+    std::string result;
+    bool isFileName = false; // of a namespace without a name: "(buffer.h)"
+    for (const char c : scope.toStdString()) {
+        isFileName = c == '(' || (isFileName && c != ')');
+        result += c == '.' && !isFileName ? "::" : std::string(1, c);
+    }
+    return result.append(result.empty() ? "" : "::").append(name);
 }
 
 std::string firstSentence(std::string_view html)

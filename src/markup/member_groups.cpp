@@ -40,6 +40,17 @@ void setOrder(std::string_view names)
     }
 }
 
+void orderByUse(const std::vector<std::string> &pages)
+{
+    std::vector<std::string> groups;
+    for (const std::string &page : pages) {
+        const std::string_view group = groupOf(page);
+        if (group != s_unassigned && (groups.empty() || groups.back() != group))
+            groups.emplace_back(group);
+    }
+    SharedTables::docGroups = std::move(groups);
+}
+
 std::vector<Group> arrange(const std::vector<std::string> &pages)
 {
     std::map<std::string_view, std::vector<std::string>> members;

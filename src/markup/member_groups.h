@@ -23,6 +23,8 @@ struct Group
 void file(std::string_view page, std::string_view group);
 /// Sets the order of groups from a comma-separated list of names.
 void setOrder(std::string_view names);
+/// Orders the groups by their first use in \a pages, stems, as if the pages had been made in this order.
+void orderByUse(const std::vector<std::string> &pages);
 /// Distributes \a pages, stems in the order in which they were made, over the groups: first the
 /// groups of the requested order, then the others in order of first use, the unassigned last.
 /// Groups without pages are left out.

@@ -52,6 +52,8 @@ public:
 
     /// The contents of the first closed paragraph of the page; empty without one.
     [[nodiscard]] std::string_view firstParagraph() const;
+    /// Makes the next paragraph that is closed the first one.
+    void forgetFirstParagraph() { m_firstParagraphBegin = m_firstParagraphEnd = 0; }
 
     /// Empties the page. Does not close the open block.
     void clear();

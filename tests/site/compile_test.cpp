@@ -360,7 +360,8 @@ TEST(Compile, DescribesPages)
                 "|" + page.group + "|" + placeText(record, page.place) + "|" + page.excerpt + "\n";
     EXPECT_EQ(text, "n.C.f|n::C::f|function|n::C::f|Does <b>it</b> x.|G|a.h:7|Does it x.\n"
                     "M|M|macro|M|First one.||a.h:13|First one. Second.\n"
-                    "a_h|<a.h>|||||a.h:1|Over. G n::C::f Does it x. M First one.\n");
+                    "a_h|<a.h>|||||a.h:1|Over. G n::C::f Does it x. M First one. "
+                    "Without documentation (1) n::C class line 5\n");
 }
 
 TEST(Compile, NamesReferencePagesByQualifiedNamesAndKeepsOverloadsTogether)
@@ -376,12 +377,18 @@ TEST(Compile, NamesReferencePagesByQualifiedNamesAndKeepsOverloadsTogether)
         text += page.stem + "|" + page.title + "|" + page.brief + "|" + std::string(bodyOf(record, page)) + "\n";
     EXPECT_EQ(
         text.substr(0, text.find("a_h|")),
-        "Buffer|Buffer|Class.|<p>Class. <a href=\"Buffer.htm\">Buffer</a> <a href=\"Buffer.push.htm\">push</a></p>\n"
         "Buffer.Buffer|Buffer::Buffer|Makes.|<p>Makes.</p>\n"
         "Buffer.clear|Buffer::clear|Clears.|<p>Clears.</p>\n"
         "Buffer.push|Buffer::push|Text.|<h2>push(int a)</h2><p>One int.</p><h2>push(const char *text)</h2>"
         "<p>Text.</p><p><a href=\"Buffer.clear.htm\">clear</a></p>\n"
-        "clear|clear|Free push.|<p>Free <a href=\"Buffer.push.htm\">push</a>.</p>\n");
+        "clear|clear|Free push.|<p>Free <a href=\"Buffer.push.htm\">push</a>.</p>\n"
+        "Buffer|Buffer|Class.|<p>Class. <a href=\"Buffer.htm\">Buffer</a> <a href=\"Buffer.push.htm\">push</a></p>"
+        "<h3>Constructors and Destructor</h3>\n<table class=\"members\">\n"
+        "<tr><td><code><a href=\"Buffer.Buffer.htm\">Buffer</a>()</code></td><td>Makes.</td></tr>\n</table>\n"
+        "<h3>Functions</h3>\n<table class=\"members\">\n"
+        "<tr><td><code><a href=\"Buffer.push.htm\">push</a>(int a)</code></td><td>One int.</td></tr>\n"
+        "<tr><td><code><a href=\"Buffer.push.htm\">push</a>(const char *text)</code></td><td>Text.</td></tr>\n"
+        "<tr><td><code><a href=\"Buffer.clear.htm\">clear</a>()</code></td><td>Clears.</td></tr>\n</table>\n\n");
     EXPECT_EQ(findingsOf(record), "");
 }
 

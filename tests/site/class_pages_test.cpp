@@ -1,0 +1,239 @@
+#include "site/compile/html_tags.h"
+#include "site/render/body.h"
+#include "tests/site/compile_run.h"
+#include "tests/site/link_text.h"
+#include "tests/support/golden.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+using namespace tavidoc;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+/// A row of a table about the relations of classes: records, what linksOf() makes of them.
+struct RelationRow
+{
+    const char *name;
+    const char *records;
+    const char *links;
+};
+
+std::ostream &operator<<(std::ostream &stream, const RelationRow &row)
+{
+    return stream << row.name;
+}
+
+class Relations : public testing::TestWithParam<RelationRow>
+{
+};
+
+/// The page of \a stem in the linked set of \a record alone, as HTML.
+std::string siteBodyOf(const RecordWithBodies &record, const std::string &stem)
+{
+    const LinkResult result = link({record.head}, {});
+    for (const PageLinks &links : result.records.front().pages) {
+        const RecordPage &page = record.head.pages[links.page];
+        if (page.stem == stem)
+            return siteBody(bodyOf(record, page), page, links);
+    }
+    return "no page " + stem;
+}
+
+/// \a html as text: "# Heading", rows as "[address] cell | cell", bases and derived classes as "- name".
+std::string outlineOf(std::string_view html)
+{
+    std::string text;
+    std::size_t begin = 0;
+    HtmlTags tags(html);
+    for (std::optional<HtmlTag> tag = tags.next(); tag; tag = tags.next()) {
+        text += html.substr(begin, tag->begin - begin);
+        begin = tag->end;
+        if (tag->isClosing)
+            continue;
+        if (tag->name == "h3" || tag->name == "li")
+            text += tag->name == "h3" ? "# " : "- ";
+        else if ((tag->name == "td" || tag->name == "th") && !text.ends_with('\n'))
+            text += " | ";
+        else if (tag->name == "a" && !attributeOf(*tag, "class"))
+            text += '[' + std::string(attributeOf(*tag, "href").value_or("")) + "] ";
+    }
+    return text;
+}
+
+/// The outline of the page of \a stem from its first heading on.
+std::string tablesOf(const RecordWithBodies &record, const std::string &stem)
+{
+    const std::string body = siteBodyOf(record, stem);
+    return outlineOf(std::string_view(body).substr(std::min(body.find("<h3"), body.size())));
+}
+
+std::string documented(const std::string &declaration, const std::string &text = "Text.")
+{
+    return "/*!\n * " + text + "\n */\n" + declaration + "\n";
+}
+
+} // namespace
+
+TEST_P(Relations, AreFoundOverTheSet)
+{
+    EXPECT_EQ(linksOf(linked(GetParam().records)), GetParam().links);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Classes, Relations,
+    testing::Values(RelationRow{"bases of other inputs know the classes that derive from them, by name", R"(
+            input a.h -> a
+            class n.B | n::B
+            entry 0 n.B
+            input b.h -> b
+            class n.Z | n::Z
+            base B
+            class n.D | n::D
+            base std::string
+            base n::B
+            entry 0 n.Z
+            entry 0 n.D)",
+                                "a/n.B.htm derived: n::D <b/n.D.htm>\na/n.B.htm derived: n::Z <b/n.Z.htm>\n"
+                                "b/n.Z.htm base 0: ../a/n.B.htm\nb/n.D.htm base 1: ../a/n.B.htm\n"},
+                    RelationRow{"the innermost scope counts, and then the nearest input", R"(
+            input a.h -> a
+            class B | B
+            class n.B | n::B
+            class n.D | n::D
+            base B
+            class n.m.E | n::m::E
+            base B
+            entry 0 B
+            input b.h -> b
+            class B | B
+            class F | F
+            base B
+            entry 0 B)",
+                                "a/n.B.htm derived: n::D <a/n.D.htm>\na/n.B.htm derived: n::m::E <a/n.m.E.htm>\n"
+                                "a/n.D.htm base 0: n.B.htm\na/n.m.E.htm base 0: n.B.htm\n"
+                                "b/B.htm derived: F <b/F.htm>\nb/F.htm base 0: B.htm\n"},
+                    RelationRow{"what is no class or one of several leads nowhere", R"(
+            input a.h -> a
+            function B | B
+            class C | C
+            class D.C | D::C
+            base ::C
+            base C
+            base B
+            entry 0 B
+            input b.h -> b
+            class C | C
+            entry 0 C
+            input c.h -> c
+            class E | E
+            base C
+            class E2 | E
+            base E
+            base E
+            entry 0 E)",
+                                "a/C.htm derived: D::C <a/D.C.htm>\na/D.C.htm base 0: C.htm\n"},
+                    RelationRow{"a class that names a base twice is listed once, and never below itself", R"(
+            input a.h
+            class B | B
+            base B
+            typedef A | A
+            class D | D
+            base B
+            base B
+            base A
+            entry 0 B
+            entry 0 A
+            entry 0 D)",
+                                "B.htm derived: D <D.htm>\nA.htm derived: D <D.htm>\n"
+                                "D.htm base 0: B.htm\nD.htm base 1: B.htm\nD.htm base 2: A.htm\n"}));
+
+TEST(ClassPages, EndWithTheirMembersByAccessAndKind)
+{
+    const RecordWithBodies record =
+        recordOf(u"a.h"_s, documented("class C\n{") + documented("int hidden;") + "public:\n" + documented("C();") +
+                               documented("~C();") + documented("bool operator==(const C &) const;") +
+                               documented("void f(int a);") + documented("void f();", "\\brief Other.") +
+                               documented("static const int k = 1;") + documented("int data;") +
+                               documented("struct Inner {};") + documented("enum E { A };") +
+                               documented("union { int u; };") + "union {\n" + documented("int v;") + "};\n" +
+                               "int none;\nprotected:\n" + documented("static void g();") + "};\n");
+    EXPECT_EQ(tablesOf(record, "C"),
+              "# Types\n\nstruct [C.Inner.htm] Inner | Text.\nenum [C.E.htm] E | Text.\n"
+              "union [C.~28Anonymous~29.htm] (Anonymous) | Text.\n\n"
+              "# Constructors and Destructor\n\n[C.C.htm] C() | Text.\n[C.~7eC.htm] ~C() | Text.\n\n"
+              "# Functions\n\n[C.f.htm#f-int-a] f(int a) | Text.\n[C.f.htm#f] f() | Other.\n\n"
+              "# Operators\n\n[C.operator~3d~3d.htm] operator==(const C &amp;) const | Text.\n\n"
+              "# Data\n\n[C.data.htm] data | Text.\n[C.~28Anonymous~29.v.htm] v | Text.\n\n"
+              "# Constants\n\nstatic [C.k.htm] k | Text.\n\n"
+              "# Protected Functions\n\nstatic [C.g.htm] g() | Text.\n\n"
+              "# Private Data\n\n[C.hidden.htm] hidden | Text.\n");
+}
+
+TEST(ClassPages, ListBasesAndDerivedClasses)
+{
+    const RecordWithBodies record = recordOf(
+        u"a.h"_s, documented("class B {};") + documented("template <class T> class L : public B, std::list<B> {};") +
+                      documented("struct D : L<int>, protected virtual n::X {};"));
+    EXPECT_EQ(tablesOf(record, "B"), "# Derived Classes\n\n- [L.htm] L\n");
+    EXPECT_EQ(tablesOf(record, "L"), "# Base Classes\n\n- [B.htm] B\n- private std::list&lt;B&gt;\n\n"
+                                     "# Derived Classes\n\n- [D.htm] D\n");
+    EXPECT_EQ(tablesOf(record, "D"), "# Base Classes\n\n- [L.htm] L&lt;int&gt;\n- protected virtual n::X\n");
+}
+
+TEST(ClassPages, ListEnumeratorsWithValuesAndComments)
+{
+    const RecordWithBodies record = recordOf(
+        u"a.h"_s, documented("enum class E {\n A, //!< One.\n /*!\n  * Two \\b{bold}.\n  */\n B = 1 | 2, /**< Three.\n "
+                             "goes on */\n C // none\n};") +
+                      documented("enum { X };") + documented("enum F {};"));
+    EXPECT_EQ(tablesOf(record, "E"), "# Enumerators\n\nName | Value | Description\nA |  | One.\n"
+                                     "B | 1 | 2 | Three.\ngoes on\nC |  | \n");
+    EXPECT_EQ(tablesOf(record, "(Anonymous)"), "# Enumerators\n\nName\nX\n");
+    EXPECT_EQ(tablesOf(record, "F"), "");
+}
+
+TEST(ClassPages, ShowEveryDeclarationOfANameWithItsComment)
+{
+    const RecordWithBodies record = recordOf(
+        u"a.h"_s, documented("class C {\npublic:") + documented("C() :\n  a(1),\n  b(2)\n{\n}", "Far.") +
+                      documented("virtual void f(int a);", "Int.") + documented("virtual void f(char c);", "Char.") +
+                      "};\n" + documented("template <class T> struct S {};", "Any.") +
+                      documented("template <class T> struct S<T *> : C {};", "Pointer.") +
+                      documented("template <> struct S<std::vector<int>> {};", "Vector."));
+    std::string text;
+    for (const RecordPage &page : record.head.pages) {
+        text += page.stem + ": " + page.brief;
+        for (const RecordHeading &heading : page.headings)
+            text += " | " + heading.text;
+        text += '\n';
+    }
+    EXPECT_EQ(text.substr(0, text.find("a_h")),
+              "C.C: Far.\nC.f: Int. | f(int a) | f(char c)\nS<std.vector<int>>: Vector.\n"
+              "C: Text. | Constructors and Destructor | Functions\nS: Any.\nS<T *>: Pointer. | Base Classes\n");
+    EXPECT_EQ(findingsOf(record), "");
+}
+
+TEST(HeaderPages, FoldTheDeclarationsThatNoCommentDocuments)
+{
+    const RecordWithBodies record =
+        recordOf(u"in-put.h"_s, "#ifndef IN_PUT_H\n#define IN_PUT_H\n#define N 1\nnamespace n {\nclass C {\n int a;\n"
+                                "public:\n" +
+                                    documented("void f();") + "void f(int a);\n};\n}\n" + documented("int g;") +
+                                    "typedef int T;\nenum { A };\n#endif\n");
+    const std::string body = siteBodyOf(record, "in-put_h");
+    EXPECT_EQ(outlineOf(std::string_view(body).substr(body.find("<details"))),
+              "Without documentation (5)\n\nN | macro | line 3\nn::C | class | line 5\n"
+              "n::C::f(int a) | function | line 12\nT | typedef | line 19\n{ A } | enum | line 20\n");
+    EXPECT_EQ(siteBodyOf(recordOf(u"a.h"_s, documented("int g;")), "a_h").find("<details"), std::string::npos);
+}
+
+/// The pages of the example as files of one text: each input is the name of a page, each output its body in the site.
+TEST(ClassPages, OfTheExampleAreTheGoldenPages)
+{
+    const RecordWithBodies record = compiled(QStringLiteral(TAVIDOC_SOURCE_DIR "/examples/readings/readings.h"), {});
+    checkGoldenFile(TAVIDOC_SOURCE_DIR "/tests/site/pages/readings.txt",
+                    [&record](const std::string &stem) { return siteBodyOf(record, stem) + "\n"; });
+}
