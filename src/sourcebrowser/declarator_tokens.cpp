@@ -233,7 +233,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wrappedArgum
 {
     const Index close = token(open).match;
     const auto size = static_cast<Index>(m_tokens->size());
-    if (close >= size || open + 1 >= close || !token(open + 1).is('('))
+    if (close >= size || !token(open + 1).is('('))
         return -1;
     return token(open + 1).match == close - 1 ? open + 1 : -1;
 }

@@ -354,7 +354,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Recovery, Declarations,
     testing::Values(
-        Row{u"+ - ; ) } ] int a; @ int b; f(; int c;", "a = int a ; b = int b ; c = int c"},
+        Row{u"+ - ; ) } ] int a; @ int b; f(; int c; namespace d = int e;", "a = int a ; b = int b ; c = int c"},
         Row{u"#if A\nint f(int a) {\n#else\nint g(void) {\n#endif\n} int h;",
             "f = int f(int a) ; g = int g(void) ; h = int h"},
         Row{u"#ifdef A\nstruct a {\n#else\nstruct b {\n#endif\nint x; };\nint y;", "a ; b ; b.x = int x ; y = int y"},
