@@ -1,6 +1,7 @@
 #include "apiref/reference_pages.h"
 
 #include "base/text_escape.h"
+#include "sourcebrowser/members.h"
 
 #include <algorithm>
 #include <string>
@@ -27,6 +28,27 @@ void ReferencePages::tellSummary(const std::vector<MemberGroups::Group> &groups,
             ++row;
         }
     }
+}
+
+/// Notes the arguments of \a object if it is a function, with the offset of its \a heading in the page text if it has
+/// one.
+void ReferencePages::tellOverload(const SourceBrowserObject &object, std::optional<std::size_t> heading)
+{
+    const auto *const method = dynamic_cast<const SourceBrowserMethod *>(&object);
+    if (method == nullptr)
+        return;
+    DocumentOverload overload;
+    for (const SourceBrowserArgument &argument : method->arguments()) {
+        const SourceBrowserType &type = argument.type;
+        QString parameter = type.text;
+        parameter.insert(type.hasInsertion() ? type.insertion : parameter.size(), u' ' + argument.name);
+        overload.types.push_back(type.text.toStdString());
+        overload.parameters.push_back(parameter.toStdString());
+    }
+    overload.isConst = method->isConst;
+    overload.hasHeading = heading.has_value();
+    overload.heading = heading.value_or(0);
+    m_facts->addOverload(std::move(overload));
 }
 
 /// Tells about the header's own page, which is in the page text.

@@ -142,8 +142,11 @@ void ReferencePages::openPage(const Documented &declaration)
     if (!m_facts)
         return;
     m_facts->placeContents(m_surroundings.contents.lines().size(), place(declaration.line));
+    const SourceBrowserContainer *const container = declaration.object->container();
+    const bool isMember = container != nullptr && (container->phylum() == SourceBrowserObject::Class ||
+                                                   container->phylum() == SourceBrowserObject::Structure);
     m_facts->beginDeclaration(place(declaration.line), declarationKind(*declaration.object),
-                              qualifiedByColons(*declaration.object));
+                              qualifiedByColons(*declaration.object), isMember);
 }
 
 /// Translates the comment of \a declaration into the page text. The result is its `\brief` as HTML.

@@ -117,6 +117,7 @@ private:
     [[nodiscard]] std::vector<IndexGroup> summary(const std::vector<MemberGroups::Group> &groups) const;
     void warn(int line, std::string_view message, std::string_view check = {}) const;
     void warnOfEmptyComment(const SourceBrowserObject &object, const std::string &name);
+    void tellOverload(const SourceBrowserObject &object, std::optional<std::size_t> heading);
     void tellHeaderPage(const std::string &stem, const std::string &title, const DocumentPlace &place);
     void tellSummary(const std::vector<MemberGroups::Group> &groups, const std::vector<IndexRowPlace> &rows);
     void tellContents();

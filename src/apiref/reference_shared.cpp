@@ -63,6 +63,9 @@ void ReferencePages::makeSharedPage(const std::vector<Documented *> &declaration
     m_pages.setTitle(finished.name);
     const Documented *described = nullptr; // whose description is that of the page
     for (Documented *const declaration : declarations) {
+        if (m_facts)
+            tellOverload(*declaration->object,
+                         declarations.size() > 1 ? std::optional(m_blocks.text().size()) : std::nullopt);
         if (declarations.size() > 1) {
             declaration->heading = m_blocks.text().size();
             m_blocks.text() += "<h2>";

@@ -64,4 +64,25 @@ std::string simplified(std::string_view text)
     return result;
 }
 
+std::string tightened(std::string_view text)
+{
+    const auto isWord = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_' ||
+               static_cast<unsigned char>(c) >= 0x80;
+    };
+    std::string result;
+    bool hasSpace = false;
+    for (const char c : text) {
+        if (isSpace(c)) {
+            hasSpace = true;
+            continue;
+        }
+        if (hasSpace && isWord(c) && !result.empty() && isWord(result.back()))
+            result += ' ';
+        hasSpace = false;
+        result += c;
+    }
+    return result;
+}
+
 } // namespace tavidoc

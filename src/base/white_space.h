@@ -34,4 +34,8 @@ namespace tavidoc {
 /// Unicode's white space counts.
 [[nodiscard]] std::string simplified(std::string_view text);
 
+/// \a text without white space, except for one blank between two words: how types in C are compared. Words are made of
+/// letters, digits, "_" and characters beyond ASCII.
+[[nodiscard]] std::string tightened(std::string_view text);
+
 } // namespace tavidoc

@@ -47,6 +47,8 @@ void Translator::style(const Command &command)
         return missingArgument();
     beginText();
     write(command.opening);
+    if (m_facts != nullptr && m_commandName == "file")
+        m_facts->addFileName(m_blocks.text().size());
     m_cursor.moveTo(m_cursor.offset() + 1);
     openFrame(*end, *end + 1, command.closing);
 }

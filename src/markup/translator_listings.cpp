@@ -85,10 +85,10 @@ void Translator::writeListing(std::string_view text, std::string_view language, 
     appendListing(m_blocks.text(), text, language);
     m_blocks.setMode(BlockMode::None); // drops what ends the listing
     if (m_facts == nullptr || languageForReaders.empty() || languageForReaders == "plain" ||
-        languageForReaders == "verbatim" || Languages::named(language) != nullptr)
+        languageForReaders == "verbatim")
         return;
     const std::size_t end = m_blocks.text().size() - traitsOf(BlockMode::Literal).closing.size();
-    m_facts->addListing({begin, end - begin, std::string(languageForReaders)});
+    m_facts->addListing({begin, end - begin, std::string(languageForReaders), Languages::named(language) != nullptr});
 }
 
 void Translator::present(const Command &)

@@ -31,12 +31,14 @@ void DocumentFacts::beginPage(DocumentPlace place)
     m_place = std::move(place);
 }
 
-void DocumentFacts::beginDeclaration(DocumentPlace place, std::string_view kind, std::string_view qualifiedName)
+void DocumentFacts::beginDeclaration(DocumentPlace place, std::string_view kind, std::string_view qualifiedName,
+                                     bool isMember)
 {
     m_kind = DocumentPageKind::Declaration;
     m_place = std::move(place);
     m_declaration = kind;
     m_qualifiedName = qualifiedName;
+    m_isMember = isMember;
 }
 
 bool DocumentFacts::hasTag(std::string_view text)
@@ -56,13 +58,15 @@ void DocumentFacts::addHtml(std::string_view body, std::size_t length, DocumentP
 
 void DocumentFacts::setBrief(std::string_view body, std::size_t offset)
 {
-    m_brief = {std::string(body.substr(offset)), partFrom(m_links, offset), partFrom(m_images, offset)};
+    m_brief = {std::string(body.substr(offset)), partFrom(m_links, offset), partFrom(m_images, offset),
+               partFrom(m_fileNames, offset)};
 }
 
 void DocumentFacts::addCopy(const BriefFacts &brief, std::size_t offset)
 {
     appendCopies(m_links, brief.links, offset);
     appendCopies(m_images, brief.images, offset);
+    appendCopies(m_fileNames, brief.fileNames, offset);
 }
 
 void DocumentFacts::finish(DocumentPage page)
@@ -73,6 +77,7 @@ void DocumentFacts::finish(DocumentPage page)
     }
     page.declaration = m_declaration;
     page.qualifiedName = m_qualifiedName;
+    page.isMember = m_isMember;
     page.brief = m_brief.html;
     page.group = m_group;
     page.links = m_links;
@@ -80,6 +85,8 @@ void DocumentFacts::finish(DocumentPage page)
     page.html = m_html;
     page.listings = m_listings;
     page.bases = m_bases;
+    page.fileNames = m_fileNames;
+    page.overloads = m_overloads;
     m_listener.page(page);
     discard();
 }
@@ -97,6 +104,9 @@ void DocumentFacts::discard()
     m_html.clear();
     m_listings.clear();
     m_bases.clear();
+    m_fileNames.clear();
+    m_overloads.clear();
+    m_isMember = false;
 }
 
 DocumentPlace DocumentFacts::contentsPlace(std::size_t index) const

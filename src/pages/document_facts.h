@@ -16,6 +16,7 @@ struct BriefFacts
     std::string html;
     std::vector<DocumentLink> links;
     std::vector<DocumentImage> images;
+    std::vector<DocumentFileName> fileNames;
 };
 
 /// Gathers what a listener is told about a document and the page that is being built. Offsets in pages stay right
@@ -31,7 +32,7 @@ public:
     /// Describes the page that has just been opened: a page of markup.
     void beginPage(DocumentPlace place);
     /// Describes the page that has just been opened: that of a declaration.
-    void beginDeclaration(DocumentPlace place, std::string_view kind, std::string_view qualifiedName);
+    void beginDeclaration(DocumentPlace place, std::string_view kind, std::string_view qualifiedName, bool isMember);
 
     void addLink(DocumentLink link) { m_links.push_back(std::move(link)); }
     void addImage(DocumentImage image) { m_images.push_back(std::move(image)); }
@@ -41,12 +42,14 @@ public:
     void addHtml(std::string_view body, std::size_t length, DocumentPlace place);
     void addListing(DocumentListing listing) { m_listings.push_back(std::move(listing)); }
     void addBase(DocumentBase base) { m_bases.push_back(std::move(base)); }
+    void addFileName(std::size_t offset) { m_fileNames.push_back({offset}); }
+    void addOverload(DocumentOverload overload) { m_overloads.push_back(std::move(overload)); }
     void setGroup(std::string_view group) { m_group = group; }
 
     /// Makes the end of \a body from \a offset on the description of the page.
     void setBrief(std::string_view body, std::size_t offset);
     /// Makes \a html without links the description of the page.
-    void setBrief(std::string_view html) { m_brief = {std::string(html), {}, {}}; }
+    void setBrief(std::string_view html) { m_brief = {std::string(html), {}, {}, {}}; }
     [[nodiscard]] const BriefFacts &brief() const { return m_brief; }
     /// Notes that the page text contains \a brief, the description of another page, at \a offset.
     void addCopy(const BriefFacts &brief, std::size_t offset);
@@ -73,6 +76,7 @@ private:
     DocumentPlace m_place;
     std::string m_declaration;
     std::string m_qualifiedName;
+    bool m_isMember = false;
     std::string m_group;
     BriefFacts m_brief;
     std::vector<DocumentLink> m_links;
@@ -80,6 +84,8 @@ private:
     std::vector<DocumentHtml> m_html;
     std::vector<DocumentListing> m_listings;
     std::vector<DocumentBase> m_bases;
+    std::vector<DocumentFileName> m_fileNames;
+    std::vector<DocumentOverload> m_overloads;
     std::vector<DocumentPlace> m_contentsPlaces;
     std::vector<std::pair<std::size_t, std::size_t>> m_sourceListings; // in order
 };

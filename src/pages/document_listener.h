@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace tavidoc {
 
@@ -58,12 +59,29 @@ struct DocumentHtml
     DocumentPlace place; ///< of its first character; its line ends are those of the file
 };
 
-/// A listing in the body of a page that is not coloured although it has a language.
+/// A listing with a language in the body of a page.
 struct DocumentListing
 {
-    std::size_t offset = 0; ///< in the body, of its escaped text
+    std::size_t offset = 0; ///< in the body, of its text
     std::size_t length = 0;
-    std::string language; ///< as the author wrote it; else the suffix of the presented file
+    std::string language;    ///< as the author wrote it; else the suffix of the presented file
+    bool isColoured = false; ///< its text has spans; else it is only escaped
+};
+
+/// The name of a file in the body of a page, as a "tt" element.
+struct DocumentFileName
+{
+    std::size_t offset = 0; ///< in the body, after the opening tag
+};
+
+/// A function on the page that documents it.
+struct DocumentOverload
+{
+    std::vector<std::string> types;      ///< of its arguments
+    std::vector<std::string> parameters; ///< the same with their names
+    bool isConst = false;
+    bool hasHeading = false; ///< others share the page, so it has a heading
+    std::size_t heading = 0; ///< in the body, of the "<" of its opening tag
 };
 
 /// The name of a base class in the body of the page of a class.
@@ -90,16 +108,19 @@ struct DocumentPage
     std::string_view title = {};         ///< its own, as text; may be empty
     std::string_view documentTitle = {}; ///< text; empty when the document has none
     std::string_view declaration = {}; ///< the kind of the declaration: "function", "class", ...; empty for other pages
-    std::string_view qualifiedName = {};            ///< of the declaration, with "::"
-    std::string_view brief = {};                    ///< HTML
-    std::string_view group = {};                    ///< text; empty for none
-    DocumentPlace place = {};                       ///< of its `\split` or comment
-    std::string_view body = {};                     ///< HTML, without a frame
-    std::span<const DocumentLink> links = {};       ///< in order, disjoint
-    std::span<const DocumentImage> images = {};     ///< in order, disjoint
-    std::span<const DocumentHtml> html = {};        ///< in order, disjoint
-    std::span<const DocumentListing> listings = {}; ///< in order, disjoint
-    std::span<const DocumentBase> bases = {};       ///< in order, disjoint
+    std::string_view qualifiedName = {};              ///< of the declaration, with "::"
+    bool isMember = false;                            ///< the declaration is in a class, structure or union
+    std::string_view brief = {};                      ///< HTML
+    std::string_view group = {};                      ///< text; empty for none
+    DocumentPlace place = {};                         ///< of its `\split` or comment
+    std::string_view body = {};                       ///< HTML, without a frame
+    std::span<const DocumentLink> links = {};         ///< in order, disjoint
+    std::span<const DocumentImage> images = {};       ///< in order, disjoint
+    std::span<const DocumentHtml> html = {};          ///< in order, disjoint
+    std::span<const DocumentListing> listings = {};   ///< in order, disjoint
+    std::span<const DocumentFileName> fileNames = {}; ///< in order
+    std::span<const DocumentOverload> overloads = {}; ///< of a function, in the order of the body
+    std::span<const DocumentBase> bases = {};         ///< in order, disjoint
 };
 
 /// Something about a document that the generator does not report as a message, because it is allowed.

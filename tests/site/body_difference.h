@@ -68,11 +68,10 @@ private:
 
     bool isInserted(std::string_view tag)
     {
-        constexpr std::pair<std::string_view, const char *> openings[] = {{"<div class=\"box\">", "div"},
-                                                                          {"<div class=\"listing\">", "div"},
-                                                                          {"<a class=\"self\" href=\"#", "a"},
-                                                                          {"<span class=\"zkt-code-", "span"},
-                                                                          {"<strong class=\"error\">", "strong"}};
+        constexpr std::pair<std::string_view, const char *> openings[] = {
+            {"<div class=\"box\">", "div"},      {"<div class=\"listing\">", "div"},
+            {"<a class=\"self\" href=\"#", "a"}, {"<a class=\"name\" href=\"", "a"},
+            {"<span class=\"zkt-code-", "span"}, {"<strong class=\"error\">", "strong"}};
         for (const auto &[opening, element] : openings) {
             if (tag.starts_with(opening)) {
                 ++m_open[element];

@@ -408,6 +408,99 @@ TEST(Compile, StatesAndColoursSynopsesAsTheLanguageDoes)
     EXPECT_NE(text.find("<pre>using A = E;</pre>"), std::string::npos) << text;
 }
 
+TEST(Compile, KnowsTheOverloadsOfAPage)
+{
+    const RecordWithBodies record = recordOf(
+        u"a.h"_s, "class B\n{\n/*!\n * One.\n */\nvoid push(int a);\n/*!\n * Two.\n */\n"
+                  "void push(const  char *text, void (*done)(int), std::map<int, int> &m = {}, ...) const;\n};\n"
+                  "/*!\n * Three.\n */\nint f(void);\n");
+    std::string text;
+    for (const RecordPage &page : record.head.pages) {
+        for (const RecordOverload &overload : page.overloads)
+            text += page.stem + "(" + overload.types + ")" + (overload.isConst ? " const" : "") + " (" +
+                    overload.parameters + ") #" + overload.heading + (page.isMember ? " member\n" : "\n");
+    }
+    EXPECT_EQ(text, "B.push(int) (int a) #push-int-a member\n"
+                    "B.push(const char*,void(*)(int),std::map<int,int>&,...) const (const char*text,void(*done)(int),"
+                    "std::map<int,int>&m,...) #push-const-char-text-void-done-int-std-map-int-int-m member\n"
+                    "f() () #\n");
+}
+
+struct CodeRow
+{
+    const char *name;
+    std::string_view source;
+    std::string_view names; ///< "USE NAME" for each, with "*N" when it is there N times
+};
+
+class CompiledCode : public testing::TestWithParam<CodeRow>
+{
+};
+
+TEST_P(CompiledCode, HasTheNamesThatMayBecomeLinks)
+{
+    const RecordWithBodies record = recordOf(u"a.dg"_s, "\\split a\n" + std::string(GetParam().source) + "\n");
+    const RecordPage &page = record.head.pages.at(0);
+    constexpr std::string_view uses[] = {"text", "code", "dot", "type"};
+    std::string text;
+    for (const RecordName &name : page.names) {
+        text += std::string(uses[static_cast<std::size_t>(name.use)]) + " " + name.name;
+        text += name.offsets.size() == 1 ? "\n" : "*" + std::to_string(name.offsets.size()) + "\n";
+        const std::string last =
+            name.use == RecordName::Use::Text ? name.name : name.name.substr(name.name.rfind(':') + 1);
+        for (const std::uint64_t offset : name.offsets)
+            EXPECT_EQ(bodyOf(record, page).substr(offset, last.size()), last);
+    }
+    EXPECT_EQ(text, GetParam().names);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Elements, CompiledCode,
+    testing::Values(
+        CodeRow{"text_that_is_one_name",
+                "\\tt{push} \\tt{a::b_2} \\tt{push()} \\tt{push(int)} \\tt{a b} \\tt{a.b} \\tt{::x} \\tt{x::} \\tt{2x} "
+                "\\tt{} \\tt{\xC3\xA4} \\tt{\\b{q}}",
+                "text push*2\ntext a::b_2\n"},
+        CodeRow{"no_text_in_links_headings_and_names_of_files",
+                "\\section \\tt{head}\n\\xref{p}{\\tt{cap}} \\html{<a href=\"x\"><tt>in</tt></a><tt>raw</tt>} "
+                "\\file{make} \\tt{after}",
+                "text raw\ntext after\n"},
+        CodeRow{"a_listing",
+                "\\code\n#include <stdio.h>\n#include \"push.h\"\nif (a.push(1) == NONE) // push it\n"
+                "    p->pop(\"top\", 'c', b + 0x1F);\nu::v<w::x> \xC3\xA4x; /* y */ return z & MASK;\n\\endcode",
+                "code a\ndot push\ncode NONE\ncode p\ndot pop\ncode b\ncode u\ncode u::v\ncode w\ncode w::x\ncode z\n"
+                "code MASK\n"},
+        CodeRow{"what_a_listing_declares_is_its_own",
+                "\\code\nTimer *timer = make(a, b);\nconst Size size(3), &other = x;\nvoid run(Clock clock, Clock &);\n"
+                "for (auto i : items) timer->run(size, i.clock);\nnamespace n { class C : public Base {}; }\n"
+                "template <typename T> T f(T t);\n\\endcode",
+                "code Timer\ncode make\ncode a\ncode b\ncode Size\ncode size*2\ncode x\ncode run\ncode Clock*2\ncode "
+                "items\n"
+                "dot run\ndot clock\ncode C\ncode Base\ncode f\n"},
+        CodeRow{"a_listing_in_another_language",
+                "\\code{python}\npush()\n\\endcode\n\\pre\npush\n\\endpre\n\\code{xml}\n<push/>\n\\endcode", ""},
+        CodeRow{"a_synopsis",
+                "\\synopsis\nStatus push(Buffer *buffer, const t::Size &size = Size(\"a\"), Flag, \\xref{Linked} l); "
+                "// note\n",
+                "type Status\ntype push\ntype Buffer\ntype t\ntype t::Size\ntype Size\ntype Flag\n"},
+        CodeRow{"no_listing_that_is_written_as_html", "\\html{<pre>Buffer b</pre>}", ""}),
+    [](const auto &row) { return row.param.name; });
+
+TEST(Compile, TakesAnyCode)
+{
+    for (const std::string piece : {"a::", "\"", "'", "/*", "a*", "<", "&", "x ", "->", "\\"}) {
+        std::string code;
+        while (code.size() < 200'000)
+            code += piece;
+        const RecordWithBodies record =
+            recordOf(u"a.dg"_s, "\\split a\n\\synopsis\n" + code + "\n\n\\code\n" + code + "\n");
+        std::size_t size = 0;
+        for (const RecordName &name : record.head.pages.at(0).names)
+            size += name.name.size();
+        EXPECT_LT(size, 1'000'000U) << piece;
+    }
+}
+
 TEST(Compile, RunsInTheDirectoryOfItsInput)
 {
     const QTemporaryDir directory;

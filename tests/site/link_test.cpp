@@ -185,15 +185,19 @@ INSTANTIATE_TEST_SUITE_P(
                 link y#gone
                 link #gone
                 link C#
+                link y#Written
+                link y.htm#Written
                 entry 0 x
                 page y | Why
                 heading there | There
+                anchor Written
                 page sharp | C#
                 entry 0 y
                 entry 0 sharp)",
                 "x.htm 0: #here [Here it is]\nx.htm 1: y.htm#there [There]\nx.htm 2: y.htm#there [There]\n"
                 "x.htm 3: y.htm#there [There]\nx.htm 4: y.htm [y#gone]\nx.htm 5: x.htm [#gone]\n"
-                "x.htm 6: sharp.htm [C#]\n",
+                "x.htm 6: sharp.htm [C#]\nx.htm 7: y.htm#Written [y#Written]\n"
+                "x.htm 8: y.htm#Written [y.htm#Written]\n",
                 "a.dg:7: page \"y\" has no heading with the id \"gone\" [dead-anchor]\n"
                 "a.dg:8: page \"x\" has no heading with the id \"gone\" [dead-anchor]\n"},
         LinkRow{"relative addresses in HTML are checked and follow their page", R"(
@@ -289,6 +293,185 @@ INSTANTIATE_TEST_SUITE_P(
                 "b.dg:8: no page, title or declaration is named \"8\" [dead-link]\n"
                 "b.dg:9: no page, title or declaration is named \"9\" [dead-link]\n"
                 "b.dg:10: no page, title or declaration is named \"dead10\" [dead-link]\n"}),
+    [](const auto &row) { return "Row" + std::to_string(row.index); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Declarations, Links,
+    testing::Values(
+        LinkRow{"on the page of a declaration its scope comes first, then those around it", R"(
+                input a.h -> a
+                class t.Buffer | t::Buffer
+                link push
+                link clear()
+                link Other
+                link Buffer
+                function t.Buffer.push | t::Buffer::push
+                link push
+                link clear
+                entry 0 t.Buffer
+                entry 0 t.Buffer.push
+                input b.h -> b
+                function t.Buffer.clear | t::Buffer::clear
+                link push
+                class t.Other | t::Other
+                function t.Other.clear | t::Other::clear
+                function push | push
+                class Other | Other
+                function t.Buffer.Buffer | t::Buffer::Buffer
+                entry 0 t.Buffer.clear
+                entry 0 t.Other
+                entry 0 t.Other.clear
+                entry 0 push
+                entry 0 Other
+                entry 0 t.Buffer.Buffer)",
+                "a/t.Buffer.htm 0: t.Buffer.push.htm [push]\na/t.Buffer.htm 1: ../b/t.Buffer.clear.htm [clear()]\n"
+                "a/t.Buffer.htm 2: ../b/t.Other.htm [Other]\na/t.Buffer.htm 3: t.Buffer.htm [Buffer]\n"
+                "a/t.Buffer.push.htm 0: t.Buffer.push.htm [push]\n"
+                "a/t.Buffer.push.htm 1: ../b/t.Buffer.clear.htm [clear]\n"
+                "b/t.Buffer.clear.htm 0: ../a/t.Buffer.push.htm [push]\n",
+                ""},
+        LinkRow{"the name of a class is not that of its constructors", R"(
+                input a.dg
+                page x
+                link Buffer
+                link Buffer::Buffer
+                entry 0 x
+                input b.h
+                class t.Buffer | t::Buffer
+                function t.Buffer.Buffer | t::Buffer::Buffer
+                entry 0 t.Buffer
+                entry 0 t.Buffer.Buffer)",
+                "x.htm 0: t.Buffer.htm [Buffer]\nx.htm 1: t.Buffer.Buffer.htm [Buffer::Buffer]\n", ""},
+        LinkRow{"arguments choose an overload", R"(
+                input a.dg
+                page x
+                link B::push(int)
+                link B.push( const  char * )
+                link push(int a)
+                link push(void)
+                link push()
+                link push
+                link push() const
+                link B::operator()(int)
+                link one(int)
+                entry 0 x
+                input b.h
+                function B.push | B::push
+                overload int | push-int
+                overload const char* | push-text
+                overload  | push
+                overload const | push-const
+                link push(int)
+                function B.call | B::operator()
+                overload int
+                function one | one
+                overload int
+                entry 0 B.push
+                entry 0 B.call
+                entry 0 one)",
+                "x.htm 0: B.push.htm#push-int [B::push(int)]\nx.htm 1: B.push.htm#push-text [B.push( const  char * )]\n"
+                "x.htm 2: B.push.htm#push-int [push(int a)]\nx.htm 3: B.push.htm#push [push(void)]\n"
+                "x.htm 4: B.push.htm#push [push()]\nx.htm 5: B.push.htm [push]\n"
+                "x.htm 6: B.push.htm#push-const [push() const]\nx.htm 7: B.call.htm [B::operator()(int)]\n"
+                "x.htm 8: one.htm [one(int)]\nB.push.htm 0: #push-int [push(int)]\n",
+                ""},
+        LinkRow{"an overload that does not exist is a dead link", R"(
+                input a.dg
+                page x
+                link push(char)
+                link Buffer(int)
+                link none(int)
+                link ) const
+                entry 0 x
+                input b.h
+                function B.push | B::push
+                overload int | push-int
+                overload const char*,int | push-text
+                overload  | push-nothing
+                overload int const | push-const
+                overload a | a
+                overload b | b
+                class Buffer | Buffer
+                entry 0 B.push
+                entry 0 Buffer)",
+                "x.htm 0: \nx.htm 1: \nx.htm 2: \nx.htm 3: \n",
+                "a.dg:2: \"B::push\" has no overload \"push(char)\": expected \"push(int)\", \"push(const "
+                "char*,int)\", \"push()\", \"push(int) const\", \"push(a)\" and 1 more [dead-link]\n"
+                "a.dg:3: no page, title or declaration is named \"Buffer(int)\" [dead-link]\n"
+                "a.dg:4: no page, title or declaration is named \"none(int)\" [dead-link]\n"
+                "a.dg:5: no page, title or declaration is named \") const\" [dead-link]\n"}),
+    [](const auto &row) { return "Row" + std::to_string(row.index); });
+
+struct NamesRow
+{
+    std::string name;
+    std::string uses; ///< lines of the page of t::Buffer::push in the folder "api"
+    std::string links;
+};
+
+class NamesInCode : public testing::TestWithParam<NamesRow>
+{
+};
+
+TEST_P(NamesInCode, AreResolvedIfTheyAreUnambiguous)
+{
+    const std::string records = R"(
+        input a.h -> api
+        class t.Buffer | t::Buffer
+        function t.Buffer.push | t::Buffer::push
+        member
+        )" + GetParam().uses + R"(
+        function t.Buffer.size | t::Buffer::size
+        member
+        function t.Buffer.Buffer | t::Buffer::Buffer
+        member
+        function size | size
+        function one | one
+        function api | api
+        function t.two | t::two
+        typedef Type | Type
+        variable var | var
+        input b.h -> lib
+        class u.Stack | u::Stack
+        function u.Stack.pop | u::Stack::pop
+        member
+        function u.Stack.top | u::Stack::top
+        member
+        function u.api | u::api
+        input c.h -> more
+        function v.Heap.top | v::Heap::top
+        member
+        function top | w::top)";
+    SiteSettings settings;
+    const LinkResult result = linked(records, settings);
+    EXPECT_EQ(namesOf(records, result), GetParam().links) << GetParam().name;
+    EXPECT_EQ(findingsOf(result).find("a.h:4"), std::string::npos);
+    settings.autolink = false;
+    EXPECT_EQ(namesOf(records, linked(records, settings)), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Uses, NamesInCode,
+    testing::Values(
+        NamesRow{
+            "in text: scopes outwards, qualified names, bare names; never the page itself",
+            "text size\ntext push\ntext t::Buffer::push\ntext two\ntext one\ntext pop\ntext Stack::pop\ntext Buffer",
+            "api/t.Buffer.push.htm size: t.Buffer.size.htm\napi/t.Buffer.push.htm two: t.two.htm\n"
+            "api/t.Buffer.push.htm one: one.htm\napi/t.Buffer.push.htm pop: ../lib/u.Stack.pop.htm\n"
+            "api/t.Buffer.push.htm Stack::pop: ../lib/u.Stack.pop.htm\n"
+            "api/t.Buffer.push.htm Buffer: t.Buffer.htm\n"},
+        NamesRow{"what is ambiguous or unknown stays text; the same folder comes first",
+                 "text top\ntext none\ntext std::size\ntext api", "api/t.Buffer.push.htm api: api.htm\n"},
+        NamesRow{"in listings members are meant in their class, after dots, and with their class",
+                 "code size\ncode pop\ndot pop\ncode Stack::pop\ndot one\ncode top\ndot size\ncode Stack",
+                 "api/t.Buffer.push.htm size: t.Buffer.size.htm\napi/t.Buffer.push.htm pop: ../lib/u.Stack.pop.htm\n"
+                 "api/t.Buffer.push.htm Stack::pop: ../lib/u.Stack.pop.htm\n"
+                 "api/t.Buffer.push.htm top: ../more/top.htm\napi/t.Buffer.push.htm size: t.Buffer.size.htm\n"
+                 "api/t.Buffer.push.htm Stack: ../lib/u.Stack.htm\n"},
+        NamesRow{"in synopses neither functions nor variables are meant",
+                 "type size\ntype var\ntype one\ntype Type\ntype Stack\ntype Buffer",
+                 "api/t.Buffer.push.htm Type: Type.htm\napi/t.Buffer.push.htm Stack: ../lib/u.Stack.htm\n"
+                 "api/t.Buffer.push.htm Buffer: t.Buffer.htm\n"}),
     [](const auto &row) { return "Row" + std::to_string(row.index); });
 
 class Files : public testing::TestWithParam<LinkRow>

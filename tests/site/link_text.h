@@ -17,6 +17,9 @@
 ///     link TARGET                   captioned TARGET, resolved STEM, raw HREF, external ADDRESS
 ///     image FILE                    icon NAME
 ///     base NAME                     of the class of the last page
+///     anchor NAME                   overload TYPES | HEADING: "const" may follow the types
+///     member                        its declaration is in a class
+///     text NAME                     code NAME, dot NAME, type NAME: a name in code
 ///     entry DEPTH STEM | TITLE      group DEPTH TITLE, include DEPTH X.xml, include-all DEPTH X.xml (with its root)
 ///     finding CHECK TEXT
 class RecordText
@@ -33,6 +36,7 @@ public:
 
 private:
     using Kind = tavidoc::RecordLink::Kind;
+    using Use = tavidoc::RecordName::Use;
     using EntryKind = tavidoc::RecordEntry::Kind;
 
     void addLine(const std::string &line)
@@ -95,6 +99,19 @@ private:
             page.links.push_back({Kind::Resolved, false, 0, 0, rest, rest, m_place});
         else if (word == "raw" || word == "external")
             page.links.push_back({word == "raw" ? Kind::Raw : Kind::External, true, 0, 0, rest, "", m_place});
+        else if (word == "overload")
+            addOverload(page, rest);
+        else if (word == "member")
+            page.isMember = true;
+        else if (word == "anchor")
+            page.anchors.push_back(rest);
+        else if (word == "text" || word == "code" || word == "dot" || word == "type")
+            page.names.push_back({rest,
+                                  word == "text"   ? Use::Text
+                                  : word == "code" ? Use::Code
+                                  : word == "dot"  ? Use::Member
+                                                   : Use::Type,
+                                  {0}});
         else if (word == "image" || word == "icon")
             page.images.push_back({0, 0, rest, word == "icon", m_place});
         else if (word == "base")
@@ -102,6 +119,14 @@ private:
         else
             return false;
         return true;
+    }
+
+    static void addOverload(tavidoc::RecordPage &page, const std::string &rest)
+    {
+        const std::string types = left(rest);
+        const bool isConst = types == "const" || types.ends_with(" const");
+        const std::string arguments = isConst ? types.substr(0, types.size() < 6 ? 0 : types.size() - 6) : types;
+        page.overloads.push_back({arguments, arguments + " a", isConst, right(rest)});
     }
 
     void addEntry(const std::string &word, const std::string &rest)
@@ -153,6 +178,21 @@ inline std::string contentsOf(const tavidoc::LinkResult &result)
     for (const tavidoc::ContentsEntry &entry : result.shared.contents) {
         text += std::string(2 * std::size_t(entry.depth), ' ') + entry.target.title;
         text += (entry.target.address.empty() ? "" : " <" + entry.target.address + '>') + '\n';
+    }
+    return text;
+}
+
+/// "PAGE NAME: ADDRESS" for each name in code that becomes a link.
+inline std::string namesOf(const std::string &records, const tavidoc::LinkResult &result)
+{
+    const std::vector<tavidoc::Record> all = RecordText::records(records);
+    std::string text;
+    for (std::size_t record = 0; record < all.size(); ++record) {
+        for (const tavidoc::PageLinks &page : result.records[record].pages) {
+            for (const tavidoc::ResolvedName &name : page.names)
+                text += page.address + ' ' + all[record].pages[page.page].names[name.name].name + ": " + name.address +
+                        '\n';
+        }
     }
     return text;
 }

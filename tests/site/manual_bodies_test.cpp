@@ -62,15 +62,18 @@ TEST(ManualBodies, AreThoseOfTavidocWithInsertionsAndRelocations)
     const QStringList pages = plain.entryList({QStringLiteral("*.htm")}, QDir::Files, QDir::Name);
     ASSERT_GT(pages.size(), 20) << result.error.toStdString();
     std::size_t added = 0;
+    std::size_t namesLinked = 0;
     for (const QString &page : pages) {
         const QString rendered = directory.filePath(QStringLiteral("site/")) + page;
         const std::string original = plainBody(plain.filePath(page));
+        namesLinked += siteBodyOf(rendered).find("<a class=\"name\" ") != std::string::npos ? 1 : 0;
         EXPECT_EQ(BodyDifference(original, siteBodyOf(rendered)).find(), "") << page.toStdString();
         const std::size_t growth = contentsOf(rendered).size() - contentsOf(plain.filePath(page)).size();
         EXPECT_LE(growth, 9'000U) << page.toStdString();
         added += growth;
     }
     EXPECT_LE(added / static_cast<std::size_t>(pages.size()), 4'000U);
+    EXPECT_GT(namesLinked, 0U);
 }
 
 /// The page of a mistake: an error is marked, steps go on, and the text between stays as it is.

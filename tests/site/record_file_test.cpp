@@ -179,7 +179,10 @@ TEST(LinkFile, KeepsEveryField)
                            std::nullopt,
                            LinkTarget{"B", "b.htm"},
                            {{1, "../b.htm", "B"}},
-                           {{2, "p.png"}}});
+                           {{2, "p.png"}},
+                           {},
+                           {},
+                           {{4, "f.htm"}}});
     SharedLinks shared;
     shared.settings.levels = {{"markup", CheckLevel::Off}};
     shared.settings.redirects = {{"old", "new"}};

@@ -196,6 +196,45 @@ INSTANTIATE_TEST_SUITE_P(Bodies, BodyLinks,
                                                  {0, "x.htm", ""},
                                                  "<a id='q' href=\"x.htm\" title='href='>X</a>"}));
 
+TEST(SiteBody, NamesBecomeLinks)
+{
+    const std::string body =
+        "<tt>a::f</tt> <pre class=\"zkt-code\"><span>a</span><span>::</span><span>f</span>(g)</pre>";
+    RecordPage page;
+    page.names = {{"a::f", RecordName::Use::Text, {4}},
+                  {"a::f", RecordName::Use::Code, {body.find(">f<") + 1}},
+                  {"g", RecordName::Use::Code, {body.find("g)"), 3, 999}}};
+    PageLinks links;
+    links.names = {{0, "a.f.htm"}, {1, "a.f.htm"}, {2, "g&.htm"}, {7, "none.htm"}};
+    const std::string rendered = siteBody(body, page, links);
+    EXPECT_EQ(rendered,
+              "<tt><a class=\"name\" href=\"a.f.htm\">a::f</a></tt> <div class=\"listing\"><pre class=\"zkt-code\">"
+              "<span>a</span><span>::</span><span><a class=\"name\" href=\"a.f.htm\">f</a></span>("
+              "<a class=\"name\" href=\"g&amp;.htm\">g</a>)</pre></div>");
+    EXPECT_EQ(BodyDifference(body, rendered).find(), "");
+}
+
+/// The first place of each name comes before all second ones.
+TEST(SiteBody, LinksOfNamesAreBounded)
+{
+    std::string body;
+    RecordPage page;
+    page.names = {{"f", RecordName::Use::Code, {}}, {"g", RecordName::Use::Code, {}}};
+    for (int i = 0; i < 1'000; ++i) {
+        page.names[0].offsets.push_back(body.size());
+        body += "f ";
+    }
+    page.names[1].offsets.push_back(body.size());
+    body += "g";
+    PageLinks links;
+    links.names = {{0, "f.htm"}, {1, "g.htm"}};
+    const std::string rendered = siteBody(body, page, links);
+    EXPECT_LE(rendered.size(), body.size() + 2'000);
+    EXPECT_GE(rendered.size(), body.size() + 1'900);
+    EXPECT_TRUE(rendered.ends_with("<a class=\"name\" href=\"g.htm\">g</a>"));
+    EXPECT_EQ(BodyDifference(body, rendered).find(), "");
+}
+
 TEST(SiteBody, PicturesAreRelocated)
 {
     const MarkedBody body("<p><img src=\"@a.png\" alt=\"A\"/>");

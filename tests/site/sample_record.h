@@ -51,6 +51,9 @@ inline tavidoc::RecordWithBodies sampleRecord()
     page.images = {{48, 5, "i.png", true, {1, 2}}};
     page.terms = {{"brief", 3}, {"title", 90}};
     page.excerpt = "Title x";
+    page.isMember = true;
+    page.overloads = {{"int,char*", "int a,char*b", true, "f-int"}};
+    page.names = {{"n::g", RecordName::Use::Member, {3, 900}}};
     RecordWithBodies record;
     record.head.input = "manual/a.dg";
     record.head.folder = "api";

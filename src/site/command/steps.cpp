@@ -123,7 +123,9 @@ bool fits(const RecordLinks &links, const Record &record)
         return std::ranges::all_of(links_of_page.links,
                                    [&](const auto &link) { return link.link < page.links.size(); }) &&
                std::ranges::all_of(links_of_page.images,
-                                   [&](const auto &image) { return image.image < page.images.size(); });
+                                   [&](const auto &image) { return image.image < page.images.size(); }) &&
+               std::ranges::all_of(links_of_page.names,
+                                   [&](const auto &name) { return name.name < page.names.size(); });
     });
 }
 

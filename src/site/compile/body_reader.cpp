@@ -59,6 +59,7 @@ BodyReader::Result BodyReader::read()
     closeHeading();
     endBlock();
     assignIds();
+    m_result.names = m_names.takeNames();
     return std::move(m_result);
 }
 
@@ -98,6 +99,10 @@ void BodyReader::takeTag(const HtmlTag &tag)
         }
         noteAnchor(tag);
     }
+    if (tag.name == "tt" || tag.name == "pre")
+        takeCodeTag(tag);
+    if (tag.name == "a")
+        m_isInAnchor = !tag.isClosing;
     if (tag.name == "a")
         return tag.isClosing ? closeLink(tag.end) : openLink(tag);
     if (tag.name == "img")
@@ -199,6 +204,54 @@ void BodyReader::closeHeading()
     text = trimmedEnd(text);
     if (text.empty())
         m_result.headings.pop_back();
+}
+
+/// Reads the names in the elements "tt" and "pre". A link in a link or in a heading, which is one, is not possible.
+void BodyReader::takeCodeTag(const HtmlTag &tag)
+{
+    if (!tag.isClosing) {
+        m_codeTag = m_isInAnchor || m_isInHeading ? std::string_view() : tag.name == "tt" ? "tt" : "pre";
+        m_codeBegin = tag.end;
+        m_hasAttributes = !tag.attributes.empty();
+        return;
+    }
+    const std::string_view html = m_page.body.substr(m_codeBegin, tag.begin - m_codeBegin);
+    if (m_codeTag == tag.name && tag.name == "pre")
+        takeListing(html, m_codeBegin);
+    else if (m_codeTag == tag.name && !isFileName(m_codeBegin))
+        m_names.addText(html, m_codeBegin);
+    m_codeTag = {};
+}
+
+void BodyReader::takeListing(std::string_view html, std::size_t offset)
+{
+    if (isCode(offset))
+        m_names.addListing(html, offset);
+    else if (!m_hasAttributes && !isWrittenAsHtml(offset))
+        m_names.addSynopsis(html, offset);
+}
+
+/// Whether a listing in C or C++ begins at \a offset.
+bool BodyReader::isCode(std::size_t offset)
+{
+    static constexpr std::string_view languages[] = {"c", "c++", "cc", "cpp", "cxx", "h", "hh", "hpp", "hxx"};
+    while (m_nextListing < m_page.listings.size() && m_page.listings[m_nextListing].offset < offset)
+        ++m_nextListing;
+    return m_nextListing < m_page.listings.size() && m_page.listings[m_nextListing].offset == offset &&
+           isIn(languages, m_page.listings[m_nextListing].language);
+}
+
+bool BodyReader::isFileName(std::size_t offset)
+{
+    while (m_nextFileName < m_page.fileNames.size() && m_page.fileNames[m_nextFileName].offset < offset)
+        ++m_nextFileName;
+    return m_nextFileName < m_page.fileNames.size() && m_page.fileNames[m_nextFileName].offset == offset;
+}
+
+bool BodyReader::isWrittenAsHtml(std::size_t offset) const
+{
+    const auto after = std::ranges::upper_bound(m_page.html, offset, {}, &DocumentHtml::offset);
+    return after != m_page.html.begin() && offset < std::prev(after)->offset + std::prev(after)->length;
 }
 
 void BodyReader::assignIds()

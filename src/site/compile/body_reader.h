@@ -1,6 +1,7 @@
 #pragma once
 
 #include "pages/document_listener.h"
+#include "site/compile/code_names.h"
 #include "site/compile/heading_ids.h"
 #include "site/compile/html_tags.h"
 #include "site/record/record.h"
@@ -24,6 +25,7 @@ public:
         std::vector<RecordLink> links;       ///< raw ones, in order, without places
         std::vector<RecordImage> images;     ///< raw ones, in order, without places
         std::vector<std::string> anchors;    ///< ids and names of anchors that the author wrote, sorted
+        std::vector<RecordName> names;       ///< by first offset
         std::string text;                    ///< plain text, without headings; a line end between blocks
     };
 
@@ -43,6 +45,11 @@ private:
     void openHeading(const HtmlTag &tag);
     void closeHeading();
     void assignIds();
+    void takeCodeTag(const HtmlTag &tag);
+    void takeListing(std::string_view html, std::size_t offset);
+    [[nodiscard]] bool isCode(std::size_t offset);
+    [[nodiscard]] bool isFileName(std::size_t offset);
+    [[nodiscard]] bool isWrittenAsHtml(std::size_t offset) const;
     [[nodiscard]] bool isKnownLink(std::size_t offset);
     [[nodiscard]] bool isKnownImage(std::size_t offset);
 
@@ -52,7 +59,14 @@ private:
     std::size_t m_nextImage = 0; // of the page's images
     bool m_isInLink = false;     // the last of the raw links is open
     bool m_isInHeading = false;  // the last of the headings is open
-    std::string_view m_skipped;  // the name of the element whose text is not shown; empty outside
+    bool m_isInAnchor = false;   // in an "a" element, whoever wrote it
+    std::size_t m_nextListing = 0;
+    std::size_t m_nextFileName = 0;
+    std::size_t m_codeBegin = 0;  // of the contents of the open element of code
+    std::string_view m_codeTag;   // "tt" or "pre"; empty outside
+    bool m_hasAttributes = false; // its opening tag
+    CodeNames m_names;
+    std::string_view m_skipped; // the name of the element whose text is not shown; empty outside
 };
 
 } // namespace tavidoc

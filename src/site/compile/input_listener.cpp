@@ -95,6 +95,24 @@ RecordLink::Kind linkKind(DocumentLink::Kind kind)
     return RecordLink::Kind::Open;
 }
 
+/// \a texts, tightened, with "," between them.
+std::string tightList(const std::vector<std::string> &texts)
+{
+    std::string list;
+    for (const std::string &text : texts)
+        list.append(list.empty() ? "" : ",").append(tightened(text));
+    return list;
+}
+
+RecordOverload recorded(const DocumentOverload &overload, const std::vector<RecordHeading> &headings)
+{
+    RecordOverload result = {tightList(overload.types), tightList(overload.parameters), overload.isConst, {}};
+    const auto heading = std::ranges::lower_bound(headings, overload.heading, {}, &RecordHeading::offset);
+    if (overload.hasHeading && heading != headings.end() && heading->offset == overload.heading)
+        result.heading = heading->id;
+    return result;
+}
+
 /// The places of what the author wrote as HTML. Offsets must not decrease.
 class HtmlPlaces
 {
@@ -165,8 +183,14 @@ void InputListener::page(const DocumentPage &told)
     page.anchors = std::move(body.anchors);
     addLinks(page, told, std::move(body.links));
     addImages(page, told, std::move(body.images));
-    for (const DocumentListing &listing : told.listings)
-        page.listings.push_back({listing.offset, listing.length, listing.language});
+    page.names = std::move(body.names);
+    for (const DocumentListing &listing : told.listings) {
+        if (!listing.isColoured)
+            page.listings.push_back({listing.offset, listing.length, listing.language});
+    }
+    page.isMember = told.isMember;
+    for (const DocumentOverload &overload : told.overloads)
+        page.overloads.push_back(recorded(overload, page.headings));
     for (const DocumentBase &base : told.bases)
         page.bases.push_back({base.offset, base.length, base.name});
     noteReplacedPage(page);

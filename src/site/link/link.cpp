@@ -4,6 +4,7 @@
 #include "site/link/contents_tree.h"
 #include "site/link/copied_files.h"
 #include "site/link/link_resolver.h"
+#include "site/link/name_links.h"
 #include "site/link/navigation.h"
 #include "site/link/shared_links.h"
 
@@ -24,7 +25,8 @@ public:
         : m_settings(settings), m_findings(records), m_pages(records, m_findings), m_names(m_pages),
           m_finder(m_pages, m_names, m_findings), m_tree(m_pages, m_finder, m_findings), m_navigation(m_pages, m_tree),
           m_files(m_pages, settings, isReadable, m_findings),
-          m_resolver(m_pages, settings, m_finder, m_files, m_findings, foreign), m_classes(m_pages, m_names)
+          m_resolver(m_pages, settings, m_finder, m_files, m_findings, foreign), m_classes(m_pages, m_names),
+          m_nameLinks(m_pages, m_names)
     {
         m_findings.addThoseOfRecords();
     }
@@ -61,6 +63,8 @@ private:
             pageLinks.title = m_pages.title(page);
             m_navigation.fill(pageLinks, page);
             pageLinks.links = m_resolver.resolvedLinks(page);
+            if (m_settings.autolink)
+                pageLinks.names = m_nameLinks.resolvedNames(page);
             pageLinks.images = m_files.resolvedImages(page, links.images);
             m_classes.fill(pageLinks, page);
         }
@@ -87,6 +91,7 @@ private:
     CopiedFiles m_files;
     LinkResolver m_resolver;
     ClassRelations m_classes;
+    NameLinks m_nameLinks;
 };
 
 } // namespace

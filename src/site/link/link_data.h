@@ -51,6 +51,13 @@ struct ResolvedBase
     std::string address;    ///< relative to the page
 };
 
+/// Where the places of a name in the code of a page lead.
+struct ResolvedName
+{
+    std::uint32_t name = 0; ///< index in RecordPage::names
+    std::string address;    ///< relative to the page
+};
+
 /// What rendering one page needs of all other records.
 struct PageLinks
 {
@@ -65,6 +72,7 @@ struct PageLinks
     std::vector<ResolvedImage> images;    ///< in order; a picture that is not among them stays as it is in the body
     std::vector<ResolvedBase> bases = {}; ///< in order; those that the set documents
     std::vector<LinkTarget> derived = {}; ///< the classes that derive from the one of the page, by name
+    std::vector<ResolvedName> names = {}; ///< in order; those that become links
 };
 
 /// A file that is copied into the site.
@@ -109,7 +117,7 @@ struct SiteSettings
     CopiedFile favicon;                           ///< empty names: none
     CopiedFile style;                             ///< empty names: none
     std::map<std::string, CheckLevel> levels;     ///< of checks, where the project file sets them
-    bool autolink = true;                         ///< names in listings become links
+    bool autolink = true;                         ///< names in text and listings become links
     std::map<std::string, std::string> redirects; ///< from stem to stem; in SharedLinks encoded, and without dead ones
     std::vector<CopiedFile> assets;
     std::string projectFile = "site.toml";                   ///< in findings; empty in SharedLinks

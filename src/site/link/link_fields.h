@@ -44,6 +44,12 @@ void describe(auto &fields, OneOf<ResolvedBase> auto &base)
     fields("address", base.address);
 }
 
+void describe(auto &fields, OneOf<ResolvedName> auto &name)
+{
+    fields("name", name.name);
+    fields("address", name.address);
+}
+
 void describe(auto &fields, OneOf<PageLinks> auto &page)
 {
     fields("page", page.page);
@@ -57,6 +63,7 @@ void describe(auto &fields, OneOf<PageLinks> auto &page)
     fields("images", page.images);
     fields("bases", page.bases);
     fields("derived", page.derived);
+    fields("names", page.names);
 }
 
 void describe(auto &fields, OneOf<CopiedFile> auto &file)

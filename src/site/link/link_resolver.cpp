@@ -1,6 +1,7 @@
 #include "site/link/link_resolver.h"
 
 #include "site/link/addresses.h"
+#include "site/link/calls.h"
 #include "site/link/page_names.h"
 
 #include <algorithm>
@@ -29,6 +30,27 @@ std::string unescaped(std::string_view value)
             i += 4;
     }
     return text;
+}
+
+constexpr std::size_t s_mostOverloads = 5; // that a finding lists
+
+/// A function as a link may name it: "push(int,const char*)".
+std::string shownCall(const RecordPage &page, const RecordOverload &overload)
+{
+    const std::string_view name = page.qualifiedName;
+    const std::size_t separator = name.rfind("::");
+    std::string call(separator == std::string_view::npos ? name : name.substr(separator + 2));
+    call.append("(").append(overload.types).append(overload.isConst ? ") const" : ")");
+    return call;
+}
+
+/// What leads from the top of \a page to the overload without arguments if \a target, which led to the page, ends in
+/// "()". That page may have none.
+std::string headingOfCall(const RecordPage &page, std::string_view target)
+{
+    const std::optional<CallName> call = target.ends_with("()") ? callNameOf(target) : std::nullopt;
+    const RecordOverload *const overload = call ? overloadOf(page.overloads, *call) : nullptr;
+    return overload == nullptr || overload->heading.empty() ? std::string() : '#' + overload->heading;
 }
 
 } // namespace
@@ -87,10 +109,11 @@ LinkResolver::Resolution LinkResolver::resolvedInSet(PageId from, const RecordLi
 {
     if (target.starts_with('#'))
         return resolvedAnchor(from, from, target.substr(1), link);
-    const NameUse use = {m_pages.recordOf(from), directoryOf(m_pages.page(from).stem), link.place};
+    const NameUse use = useOf(from, link);
     FoundPage found = m_finder.find(target, use);
     if (found.page != s_noPage)
-        return ResolvedLink{0, addressOf(from, found.page), captionOf(found, target)};
+        return ResolvedLink{0, addressOf(from, found.page) + headingOfCall(m_pages.page(found.page), target),
+                            captionOf(found, target)};
     const std::size_t hash = target.rfind('#');
     if (!found.isAmbiguous && hash != std::string_view::npos) {
         found = m_finder.find(target.substr(0, hash), use);
@@ -101,9 +124,35 @@ LinkResolver::Resolution LinkResolver::resolvedInSet(PageId from, const RecordLi
         return ResolvedLink{0, name->address, name->title.empty() ? std::string(target) : name->title};
     if (!found.isAmbiguous && isForeignAddress(target))
         return ResolvedLink{0, std::string(target), std::string(target)};
-    if (!found.isAmbiguous)
+    return found.isAmbiguous ? ResolvedLink{} : resolvedOverload(from, link, target);
+}
+
+/// The resolution of a link that leads nowhere else: perhaps it names an overload of a function.
+LinkResolver::Resolution LinkResolver::resolvedOverload(PageId from, const RecordLink &link, std::string_view target)
+{
+    const std::optional<CallName> call = callNameOf(target);
+    const FoundPage found = call ? m_finder.find(call->name, useOf(from, link)) : FoundPage();
+    if (found.isAmbiguous)
+        return ResolvedLink{};
+    const PageId to = found.page;
+    if (to == s_noPage || m_pages.page(to).overloads.empty()) {
         reportDead(from, link, target);
-    return ResolvedLink{};
+        return ResolvedLink{};
+    }
+    const RecordOverload *const overload = overloadOf(m_pages.page(to).overloads, *call);
+    if (overload == nullptr) {
+        reportNoOverload(from, link, target, to);
+        return ResolvedLink{};
+    }
+    const std::string anchor = overload->heading.empty() ? std::string() : '#' + overload->heading;
+    std::string address = from == to && !anchor.empty() ? std::string() : addressOf(from, to);
+    return ResolvedLink{0, std::move(address) + anchor, std::string(target)};
+}
+
+NameUse LinkResolver::useOf(PageId from, const RecordLink &link) const
+{
+    const RecordPage &page = m_pages.page(from);
+    return {m_pages.recordOf(from), directoryOf(page.stem), link.place, page.qualifiedName};
 }
 
 LinkResolver::Resolution LinkResolver::resolvedAnchor(PageId from, PageId to, std::string_view anchor,
@@ -184,6 +233,19 @@ std::string LinkResolver::captionOf(const FoundPage &found, std::string_view tar
     const RecordPage &page = m_pages.page(found.page);
     const bool isPage = page.kind != RecordPageKind::Declaration && !page.title.empty();
     return isPage ? page.title : std::string(target);
+}
+
+void LinkResolver::reportNoOverload(PageId from, const RecordLink &link, std::string_view target, PageId to)
+{
+    const RecordPage &page = m_pages.page(to);
+    std::string text = inQuotes(page.qualifiedName) + " has no overload " + inQuotes(target) + ": expected ";
+    const std::size_t count = std::min(page.overloads.size(), s_mostOverloads);
+    for (std::size_t i = 0; i < count; ++i) {
+        text.append(i == 0 ? "" : ", ").append(inQuotes(shownCall(page, page.overloads[i])));
+    }
+    if (count < page.overloads.size())
+        text += " and " + std::to_string(page.overloads.size() - count) + " more";
+    m_findings.add("dead-link", m_pages.recordOf(from), link.place, std::move(text));
 }
 
 void LinkResolver::reportDead(PageId from, const RecordLink &link, std::string_view target)

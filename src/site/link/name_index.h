@@ -47,11 +47,36 @@ public:
     /// all. Empty when there are none.
     [[nodiscard]] std::span<const NamedPage> find(NameKind kind, std::string_view name, NameSeeker seeker) const;
 
+    /// Whether any page has \a name, of whatever kind.
+    [[nodiscard]] bool knows(std::string_view name) const { return m_names.find(name) != StringIds::s_none; }
+
+    /// Looks for \a name, relative to \a scope, "a::b", and the scopes around it, from the inside out: calls \a take with
+    /// the declarations of the qualified name in each scope that has any, until it returns true. A class's own name
+    /// means the class, not its constructors.
+    template <typename Take>
+    void findInScopes(std::string_view scope, std::string_view name, NameSeeker seeker, Take take) const
+    {
+        std::string qualified;
+        for (int depth = 0; !scope.empty() && depth < s_mostScopes; ++depth) {
+            const std::size_t separator = scope.rfind("::");
+            const std::size_t last = separator == std::string_view::npos ? 0 : separator + 2;
+            if (scope.substr(last) != name) {
+                qualified.assign(scope).append("::").append(name);
+                const std::span<const NamedPage> candidates = find(NameKind::Qualified, qualified, seeker);
+                if (!candidates.empty() && take(candidates))
+                    return;
+            }
+            scope = scope.substr(0, separator == std::string_view::npos ? 0 : separator);
+        }
+    }
+
     /// A name of any kind that is one edit away from \a name (a byte more, less or another one, or two neighbours
     /// swapped); empty when there is none. Takes some thousand look-ups.
     [[nodiscard]] std::string neighbourOf(std::string_view name) const;
 
 private:
+    static constexpr int s_mostScopes = 16;
+
     struct Entry
     {
         std::uint32_t name;

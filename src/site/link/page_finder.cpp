@@ -44,20 +44,34 @@ NameSeeker PageFinder::seekerOf(const NameUse &use) const
 
 FoundPage PageFinder::find(std::string_view target, const NameUse &use)
 {
-    const FoundPage named = findNamed(target, use);
-    if (named.page != s_noPage || named.isAmbiguous)
-        return named;
-    const NameSeeker seeker = seekerOf(use);
-    if (const auto candidates = m_names.find(NameKind::Title, target, seeker); !candidates.empty())
-        return chosen(candidates, target, use);
     std::string_view name = withoutArguments(target);
     const std::string changed = name.find('.') == std::string_view::npos ? std::string() : withColons(name);
     name = changed.empty() ? name : changed;
+    FoundPage found = findInScopes(name, target, use);
+    if (found.page == s_noPage && !found.isAmbiguous)
+        found = findNamed(target, use);
+    if (found.page != s_noPage || found.isAmbiguous)
+        return found;
+    const NameSeeker seeker = seekerOf(use);
+    if (const auto candidates = m_names.find(NameKind::Title, target, seeker); !candidates.empty())
+        return chosen(candidates, target, use);
     for (const NameKind kind : {NameKind::Qualified, NameKind::Bare}) {
         if (const auto candidates = m_names.find(kind, name, seeker); !candidates.empty())
             return chosen(candidates, target, use);
     }
     return {};
+}
+
+FoundPage PageFinder::findInScopes(std::string_view name, std::string_view target, const NameUse &use)
+{
+    FoundPage found;
+    if (use.scope.empty() || !m_names.knows(name)) // the end of a qualified name is a name, too
+        return found;
+    m_names.findInScopes(use.scope, name, seekerOf(use), [&](std::span<const NamedPage> candidates) {
+        found = chosen(candidates, target, use);
+        return true;
+    });
+    return found;
 }
 
 FoundPage PageFinder::findNamed(std::string_view name, const NameUse &use)
@@ -94,6 +108,12 @@ FoundPage PageFinder::chosen(std::span<const NamedPage> candidates, std::string_
 {
     if (candidates.size() == 1)
         return {candidates.front().page, candidates.front().kind};
+    // The name of a class is also that of its constructors, which are not meant.
+    const auto isMeant = [this](const NamedPage &candidate) { return !isConstructor(candidate.page); };
+    if (std::ranges::count_if(candidates, isMeant) == 1) {
+        const NamedPage &meant = *std::ranges::find_if(candidates, isMeant);
+        return {meant.page, meant.kind};
+    }
     std::string text = inQuotes(name) + " is a name of several pages: ";
     for (std::size_t i = 0; i < std::min(candidates.size(), s_mostCandidates); ++i) {
         const std::string &folder = m_pages.records()[candidates[i].record].folder;
@@ -106,6 +126,18 @@ FoundPage PageFinder::chosen(std::span<const NamedPage> candidates, std::string_
         text += " and " + std::to_string(candidates.size() - s_mostCandidates) + " more";
     m_findings.add("ambiguous-link", use.record, use.place, std::move(text));
     return {s_noPage, candidates.front().kind, true};
+}
+
+/// Whether \a page is that of the constructors of a class: "Buffer::Buffer".
+bool PageFinder::isConstructor(PageId page) const
+{
+    const std::string_view name = m_pages.page(page).qualifiedName;
+    const std::size_t separator = name.rfind("::");
+    if (separator == std::string_view::npos)
+        return false;
+    const std::string_view scope = name.substr(0, separator);
+    const std::string_view last = name.substr(separator + 2);
+    return scope == last || (scope.ends_with(last) && scope.substr(0, scope.size() - last.size()).ends_with("::"));
 }
 
 std::string PageFinder::knownNameNear(std::string_view target)

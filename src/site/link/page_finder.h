@@ -25,6 +25,7 @@ struct NameUse
     std::uint32_t record = 0;
     std::string_view directory; ///< of the page with the link, within the folder of its record
     RecordPlace place;
+    std::string_view scope = {}; ///< the qualified name of the declaration that the page documents
 };
 
 /// Finds pages by what writers call them.
@@ -34,8 +35,9 @@ public:
     /// Refers to all arguments for its whole life. Reports `ambiguous-link`.
     PageFinder(const PageSet &pages, const NameIndex &names, FindingList &findings);
 
-    /// The page that \a target means: a page by name, else by title, by qualified name or by bare name. What is nearest
-    /// to the link comes first; several that are equally near are reported.
+    /// The page that \a target means: on the page of a declaration a name in its scope or those around it; a page by
+    /// name, else by title, by qualified name or by bare name. What is nearest to the link comes first; several that are
+    /// equally near are reported.
     [[nodiscard]] FoundPage find(std::string_view target, const NameUse &use);
     /// The page that is named \a name: "stem", "stem.htm", or with directories.
     [[nodiscard]] FoundPage findNamed(std::string_view name, const NameUse &use);
@@ -46,6 +48,8 @@ public:
 
 private:
     [[nodiscard]] FoundPage chosen(std::span<const NamedPage> candidates, std::string_view name, const NameUse &use);
+    [[nodiscard]] FoundPage findInScopes(std::string_view name, std::string_view target, const NameUse &use);
+    [[nodiscard]] bool isConstructor(PageId page) const;
     [[nodiscard]] PageId atPath(std::string_view name, const NameUse &use) const;
     [[nodiscard]] NameSeeker seekerOf(const NameUse &use) const;
 

@@ -94,6 +94,31 @@ struct RecordTerm
     std::uint32_t weight = 0; ///< of all its occurrences in the page; larger is better
 };
 
+/// A name in the code of a page: in listings, synopses, and where it is the whole text of a "tt" element.
+struct RecordName
+{
+    enum class Use : std::uint8_t
+    {
+        Text,   ///< in running text
+        Code,   ///< in a listing
+        Member, ///< in a listing, after "." or "->"
+        Type,   ///< in a synopsis
+    };
+
+    std::string name; ///< identifiers with "::" between them
+    Use use = Use::Text;
+    std::vector<std::uint64_t> offsets; ///< in the body: in text of the whole name, else of its last identifier
+};
+
+/// A function that a page documents.
+struct RecordOverload
+{
+    std::string types;      ///< of its arguments, tightened, with "," between them
+    std::string parameters; ///< the same with the names of the arguments
+    bool isConst = false;
+    std::string heading; ///< the id of its heading; empty when it has the page to itself
+};
+
 enum class RecordPageKind : std::uint8_t
 {
     Markup,      ///< a page of a markup source
@@ -115,14 +140,17 @@ struct RecordPage
     RecordPlace place;            ///< of its `\split` or comment
     std::uint64_t bodyOffset = 0; ///< in the bodies of the record
     std::uint64_t bodyLength = 0;
-    std::vector<RecordHeading> headings; ///< in order
-    std::vector<RecordLink> links;       ///< in order, disjoint
-    std::vector<RecordImage> images;     ///< in order, disjoint
-    std::vector<RecordTerm> terms;       ///< by text
-    std::string excerpt;                 ///< the beginning of its plain text, at most 2,000 bytes
-    std::vector<RecordListing> listings; ///< in order, disjoint; only those that the library leaves plain
-    std::vector<std::string> anchors;    ///< other ids and names that links can lead to, sorted
-    std::vector<RecordBase> bases;       ///< in order, disjoint
+    std::vector<RecordHeading> headings;   ///< in order
+    std::vector<RecordLink> links;         ///< in order, disjoint
+    std::vector<RecordImage> images;       ///< in order, disjoint
+    std::vector<RecordTerm> terms;         ///< by text
+    std::string excerpt;                   ///< the beginning of its plain text, at most 2,000 bytes
+    std::vector<RecordListing> listings;   ///< in order, disjoint; only those that the library leaves plain
+    std::vector<std::string> anchors;      ///< other ids and names that links can lead to, sorted
+    bool isMember = false;                 ///< its declaration is in a class, structure or union
+    std::vector<RecordOverload> overloads; ///< of a function, in the order of the page
+    std::vector<RecordName> names;         ///< by first offset; no place is in a link or heading
+    std::vector<RecordBase> bases;         ///< in order, disjoint
 };
 
 /// An entry of the contents tree of one document, in preorder.

@@ -9,6 +9,10 @@ constexpr RecordLink::Kind lastOf(RecordLink::Kind)
 {
     return RecordLink::Kind::Raw;
 }
+constexpr RecordName::Use lastOf(RecordName::Use)
+{
+    return RecordName::Use::Type;
+}
 constexpr RecordPageKind lastOf(RecordPageKind)
 {
     return RecordPageKind::Declaration;
@@ -88,6 +92,21 @@ void describe(auto &fields, OneOf<RecordTerm> auto &term)
     fields("weight", term.weight);
 }
 
+void describe(auto &fields, OneOf<RecordName> auto &name)
+{
+    fields("name", name.name);
+    fields("use", name.use);
+    fields("offsets", name.offsets);
+}
+
+void describe(auto &fields, OneOf<RecordOverload> auto &overload)
+{
+    fields("types", overload.types);
+    fields("parameters", overload.parameters);
+    fields("isConst", overload.isConst);
+    fields("heading", overload.heading);
+}
+
 void describe(auto &fields, OneOf<RecordPage> auto &page)
 {
     fields("kind", page.kind);
@@ -109,6 +128,9 @@ void describe(auto &fields, OneOf<RecordPage> auto &page)
     fields("listings", page.listings);
     fields("anchors", page.anchors);
     fields("bases", page.bases);
+    fields("isMember", page.isMember);
+    fields("overloads", page.overloads);
+    fields("names", page.names);
 }
 
 void describe(auto &fields, OneOf<RecordEntry> auto &entry)

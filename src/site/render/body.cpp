@@ -7,6 +7,8 @@
 #include "site/render/page_text.h"
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 namespace tavidoc {
 
@@ -14,6 +16,8 @@ namespace {
 
 constexpr std::string_view s_derivedId = "site-derived";
 constexpr std::size_t s_selfLinkLimit = 2'500; // bytes on a page
+constexpr std::size_t s_nameLinkLimit = 2'000; // bytes on a page
+constexpr std::string_view s_linkEnd = "</a>";
 
 /// Adds the edits that a record and its links ask for. Places come from a file: each is tested before it is used.
 class RecordedEdits
@@ -41,6 +45,8 @@ private:
     void image(const RecordImage &image, const ResolvedImage &resolved);
     void base(const RecordBase &base, const ResolvedBase &resolved);
     void listing(const RecordListing &listing);
+    void names();
+    void link(const RecordName &name, std::size_t offset, const std::string &opening);
     void insert(std::size_t offset, std::string inserted) { m_edits.push_back({offset, 0, std::move(inserted)}); }
 
     std::string_view m_body;
@@ -62,6 +68,7 @@ BodyEdits RecordedEdits::edits() &&
     }
     for (const RecordListing &recorded : m_page.listings)
         listing(recorded);
+    names();
     return std::move(m_edits);
 }
 
@@ -82,6 +89,39 @@ void RecordedEdits::relocate()
         if (resolved.image < m_page.images.size())
             image(m_page.images[resolved.image], resolved);
     }
+}
+
+/// Links the first place of each name, then the second ones, and so on, until they are long enough.
+void RecordedEdits::names()
+{
+    std::size_t size = 0;
+    std::vector<std::pair<const RecordName *, std::string>> open;
+    for (const ResolvedName &resolved : m_links.names) {
+        if (resolved.name < m_page.names.size())
+            open.emplace_back(&m_page.names[resolved.name],
+                              "<a class=\"name\" href=\"" + escapedText(resolved.address) + "\">");
+    }
+    for (std::size_t round = 0; !open.empty(); ++round) {
+        std::erase_if(open, [round](const auto &item) { return item.first->offsets.size() <= round; });
+        for (const auto &[name, opening] : open) {
+            size += opening.size() + s_linkEnd.size();
+            if (size > s_nameLinkLimit)
+                return;
+            link(*name, name->offsets[round], opening);
+        }
+    }
+}
+
+/// Makes the place of \a name at \a offset a link that begins with \a opening.
+void RecordedEdits::link(const RecordName &name, std::size_t offset, const std::string &opening)
+{
+    std::string_view text = name.name;
+    if (name.use != RecordName::Use::Text)
+        text = text.substr(text.rfind(':') + 1);
+    if (!isInside(offset, text.size()) || m_body.substr(offset, text.size()) != text)
+        return;
+    insert(offset, opening);
+    insert(offset + text.size(), std::string(s_linkEnd));
 }
 
 /// A page with very many headings does without links to them, so that it does not grow too much.

@@ -13,6 +13,7 @@ namespace tavidoc {
 /// and captions of links and the sources of pictures, which come from \a links. Inserted are:
 /// - ids of headings, and links to them;
 /// - boxes around listings and outermost tables;
+/// - links on the names of declarations in code, as far as they fit into 2,000 bytes;
 /// - spans in listings in a language that only the site knows;
 /// - the number with which a numbered list continues that only listings separate from the one before it;
 /// - an empty description in pictures without one;
