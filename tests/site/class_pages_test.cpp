@@ -211,8 +211,8 @@ TEST(ClassPages, ShowEveryDeclarationOfANameWithItsComment)
         text += '\n';
     }
     EXPECT_EQ(text.substr(0, text.find("a_h")),
-              "C.C: Far.\nC.f: Int. | f(int a) | f(char c)\nS<std.vector<int>>: Vector.\n"
-              "C: Text. | Constructors and Destructor | Functions\nS: Any.\nS<T *>: Pointer. | Base Classes\n");
+              "C.C: Far.\nC.f: Int. | f(int a) | f(char c)\nC: Text. | Constructors and Destructor | Functions\n"
+              "S: Any.\nS<T *>: Pointer. | Base Classes\nS<std::vector<int>>: Vector.\n");
     EXPECT_EQ(findingsOf(record), "");
 }
 

@@ -404,7 +404,7 @@ TEST(Compile, StatesAndColoursSynopsesAsTheLanguageDoes)
         text += page.stem + "|" + page.declaration + "|" + std::string(bodyOf(record, page)) + "\n";
     EXPECT_NE(text.find("E|enum|"), std::string::npos) << text;
     EXPECT_NE(text.find("<pre><span class=\"zkt-code-keyword\">enum</span>"), std::string::npos) << text;
-    EXPECT_NE(text.find("A|alias|<p>Text.</p>"), std::string::npos) << text;
+    EXPECT_NE(text.find("A|alias|<p>Text.\n</p>"), std::string::npos) << text;
     EXPECT_NE(text.find("<pre>using A = E;</pre>"), std::string::npos) << text;
 }
 
