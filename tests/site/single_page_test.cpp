@@ -180,6 +180,22 @@ TEST(SinglePages, HaveATitleContentsAndASectionForEachEntry)
     EXPECT_EQ(html.find("<script"), html.npos);
 }
 
+/// What begins on a new sheet: the parts of the set, even if all of them are below one entry.
+TEST(SinglePages, HaveChapters)
+{
+    const auto kinds = [](std::vector<ContentsEntry> contents) {
+        SharedLinks shared;
+        shared.contents = std::move(contents);
+        const std::string html = SinglePage(shared, "k_files/", {}).file().toStdString();
+        std::string kinds;
+        for (std::size_t at = 0; (at = html.find("<section class=\"", at)) != html.npos; ++at)
+            kinds += html[at + 16];
+        return kinds;
+    };
+    EXPECT_EQ(kinds({{{"A", ""}, 0}, {{"B", ""}, 1}, {{"C", ""}, 2}, {{"D", ""}, 1}}), "ccsc");
+    EXPECT_EQ(kinds({{{"A", ""}, 0}, {{"B", ""}, 1}, {{"C", ""}, 0}}), "csc");
+}
+
 TEST(SinglePages, AreWrittenWithTheirPicturesBeside)
 {
     SiteDirectory directory;

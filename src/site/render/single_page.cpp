@@ -132,7 +132,10 @@ void SinglePage::contents()
 
 void SinglePage::sections()
 {
-    for (const ContentsEntry &entry : m_targets.shared.contents)
+    const std::vector<ContentsEntry> &contents = m_targets.shared.contents;
+    // Below a single entry at the top, the next level divides the set.
+    m_chapterLevel = std::ranges::count(contents, 0U, &ContentsEntry::depth) == 1 ? 2 : 1;
+    for (const ContentsEntry &entry : contents)
         section(entry);
 }
 
@@ -140,7 +143,7 @@ void SinglePage::sections()
 void SinglePage::section(const ContentsEntry &entry)
 {
     const std::size_t level = std::size_t{entry.depth} + 1;
-    const std::string_view kind = level == 1 ? "chapter" : "section";
+    const std::string_view kind = level <= m_chapterLevel ? "chapter" : "section";
     if (entry.target.address.empty()) {
         const std::string digit = std::to_string(std::min<std::size_t>(level, 6));
         return appendHtml(m_html, {"<section class=\"", kind, "\">\n<h", digit, ">", escapedText(entry.target.title),

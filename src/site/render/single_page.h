@@ -6,6 +6,7 @@
 
 #include <QByteArray>
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -46,6 +47,7 @@ private:
     const SiteSettings &m_settings;
     SectionTargets m_targets;
     std::unordered_map<std::string, Page> m_pages; ///< by address
+    std::size_t m_chapterLevel = 1;                ///< sections down to this level begin on a new sheet
     std::string m_html;
 };
 
