@@ -422,7 +422,7 @@ TEST(Compile, KnowsTheOverloadsOfAPage)
     }
     EXPECT_EQ(text, "B.push(int) (int a) #push-int-a member\n"
                     "B.push(const char*,void(*)(int),std::map<int,int>&,...) const (const char*text,void(*done)(int),"
-                    "std::map<int,int>&m,...) #push-const-char-text-void-done-int-std-map-int-int-m member\n"
+                    "std::map<int,int>&m,...) #push-const-char-text-void-done-int-std-map-int-int-m-const member\n"
                     "f() () #\n");
 }
 
