@@ -187,10 +187,10 @@ TEST(SinglePages, HaveChapters)
         SharedLinks shared;
         shared.contents = std::move(contents);
         const std::string html = SinglePage(shared, "k_files/", {}).file().toStdString();
-        std::string kinds;
+        std::string letters;
         for (std::size_t at = 0; (at = html.find("<section class=\"", at)) != html.npos; ++at)
-            kinds += html[at + 16];
-        return kinds;
+            letters += html[at + 16];
+        return letters;
     };
     EXPECT_EQ(kinds({{{"A", ""}, 0}, {{"B", ""}, 1}, {{"C", ""}, 2}, {{"D", ""}, 1}}), "ccsc");
     EXPECT_EQ(kinds({{{"A", ""}, 0}, {{"B", ""}, 1}, {{"C", ""}, 0}}), "csc");
