@@ -13,9 +13,23 @@ namespace {
 constexpr std::size_t s_titleLimit = 80; // characters
 constexpr std::size_t s_itemTags = 40;   // bytes: the tags of an item, at most
 
+constexpr std::string_view s_break = "<wbr>";
+
+/// \a title as HTML that may be broken between the parts of a qualified name.
+std::string breakableTitle(std::string_view title)
+{
+    std::string html = escapedText(shortened(title, s_titleLimit));
+    for (std::size_t at = 0; (at = html.find("::", at)) != std::string::npos;) {
+        at += 2;
+        html.insert(at, s_break);
+    }
+    return html;
+}
+
 std::size_t sizeOf(const NavigationEntry &entry)
 {
-    return entry.target.title.size() + entry.target.address.size() + s_itemTags;
+    const auto colons = static_cast<std::size_t>(std::ranges::count(entry.target.title, ':'));
+    return entry.target.title.size() + colons * s_break.size() + entry.target.address.size() + s_itemTags;
 }
 
 /// The entries that are shown: those closest to the current one, and all ancestors.
@@ -89,7 +103,7 @@ std::size_t sizeOf(const std::vector<const RecordHeading *> &headings)
 
 void appendLink(std::string &html, std::string_view page, const LinkTarget &target, std::string_view attributes)
 {
-    const std::string title = escapedText(shortened(target.title, s_titleLimit));
+    const std::string title = breakableTitle(target.title);
     if (target.address.empty())
         return appendHtml(html, {"<span", attributes, ">", title, "</span>"});
     const std::string address = escapedText(relativeAddress(page, target.address));
