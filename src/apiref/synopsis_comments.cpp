@@ -154,7 +154,9 @@ SynopsisSource::Enumerator SynopsisSource::enumerator(std::size_t begin, std::si
     while (value < end && !isToken(value, u'='))
         ++value;
     enumerator.name = m_tokens.all()[begin].text.toString();
-    enumerator.value = SynopsisLayout::line(tokens(value + 1, end));
+    const Tokens words = tokens(value + 1, end);
+    if (std::ranges::none_of(words, &SynopsisToken::isDirective)) // else a macro that is defined there is the value
+        enumerator.value = SynopsisLayout::line(words);
     takeComments(begin, end, enumerator);
     return enumerator;
 }

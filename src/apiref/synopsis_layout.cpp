@@ -174,10 +174,13 @@ private:
     void add(std::size_t at)
     {
         const SynopsisToken &token = m_tokens[at];
-        if (token.isConditional()) {
+        if (token.isDirective()) {
+            // A definition inside an enumerator changes what follows; between enumerators it does not matter.
+            const bool matters = token.isConditional() || at > m_begin;
             flush(at);
             m_begin = at + 1;
-            append(m_text, m_tokens.subspan(at, 1));
+            if (matters)
+                m_text.append(token.text).append(u'\n');
         } else if (token.is(u'{')) {
             // The outermost brace is broken, those of lists in it are not.
             const bool breaks = m_open.empty() || m_hasStatements[at];
@@ -327,7 +330,7 @@ QString head(const Tokens &tokens)
 
 QString block(const Tokens &tokens, char16_t separator)
 {
-    if (separator == u',' && !hasConditional(tokens)) {
+    if (separator == u',' && std::ranges::none_of(tokens, &SynopsisToken::isDirective)) {
         QString text = lineOf(tokens);
         if (text.size() <= longestLine)
             return text;

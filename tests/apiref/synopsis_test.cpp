@@ -144,7 +144,7 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"a typedef after an extension", u"__extension__ typedef struct { int a; } A;", "A",
             "__extension__ typedef struct {\n    int a;\n} A;"},
         Row{"a definition in an enumeration", u"enum { A =\n#define A A\n  A,\n#if B\n C\n#endif\n};", "(Anonymous)",
-            "enum {\n    A = A,\n#if B\n    C\n#endif\n};"},
+            "enum {\n    A =\n#define A A\n    A,\n#if B\n    C\n#endif\n};"},
         Row{"const in a template head", u"template <class T, class U = A<const T>> struct B { B(); };", "B",
             "template <class T, class U = A<const T>> struct B"},
         Row{"a namespace", u"inline namespace tools { int a; }", "tools", "inline namespace tools"},
