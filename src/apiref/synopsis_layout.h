@@ -7,12 +7,10 @@
 #include <cstddef>
 #include <vector>
 
-namespace tavidoc {
-
 /// Tokens as text with one blank, or none, between them: as the source has it, except that white space becomes one
 /// blank and there is none inside parentheses and before commas. Directives other than conditionals are left out;
 /// a conditional is on a line of its own.
-namespace SynopsisLayout {
+namespace tavidoc::SynopsisLayout {
 
 using Tokens = std::vector<SynopsisToken>;
 
@@ -35,6 +33,4 @@ inline constexpr qsizetype longestLine = 80;
 /// The number of tokens in the template heads that \a tokens begin with.
 [[nodiscard]] std::size_t templateHeads(SynopsisTokens::Range tokens);
 
-} // namespace SynopsisLayout
-
-} // namespace tavidoc
+} // namespace tavidoc::SynopsisLayout

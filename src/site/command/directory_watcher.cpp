@@ -270,7 +270,7 @@ std::uint64_t DirectoryWatcher::polledState() const
         if (watch.isWhole)
             add(path);
         for (const std::string &name : watch.names)
-            add(path + '/' + name);
+            add(std::string(path).append("/").append(name));
     }
     return checksum(fields.takeBytes());
 }

@@ -73,7 +73,7 @@ std::vector<ListedVersion> versionsIn(const QByteArray &script, const QString &n
         throw HException(name.toUtf8() + ": not a list of versions");
     std::vector<ListedVersion> versions;
     const QJsonArray array = json.array();
-    for (const QJsonValue &value : array) {
+    for (const auto &value : array) {
         const QJsonObject version = value.toObject();
         if (!version[u"folder"_s].isString() || !version[u"title"_s].isString())
             throw HException(name.toUtf8() + ": a version without a folder or title");

@@ -11,7 +11,7 @@ namespace tavidoc {
 
 namespace {
 
-constexpr std::size_t s_longestReference = 10;
+constexpr std::size_t s_longestCodeReference = 10;
 constexpr std::string_view s_spanClass = "<span class=\"zkt-code-";
 
 /// The keywords of C and C++ that may be next to names. Sorted.
@@ -40,7 +40,7 @@ constexpr bool isOther(char c)
 class CodeScanner
 {
 public:
-    explicit CodeScanner(std::string_view html) : m_html(html), m_isColoured(html.find("<span") != html.npos) {}
+    explicit CodeScanner(std::string_view html) : m_html(html), m_isColoured(html.find("<span") != std::string_view::npos) {}
 
     std::vector<CodeToken> tokens() &&
     {
@@ -103,7 +103,7 @@ private:
             if (m_html.substr(at).starts_with(entity))
                 return {character, entity.size()};
         }
-        std::string_view reference = m_html.substr(at, s_longestReference);
+        std::string_view reference = m_html.substr(at, s_longestCodeReference);
         reference = reference.substr(0, std::min(reference.find(';'), reference.size() - 1) + 1);
         const bool isReference = reference.ends_with(';') && decoded(reference) != reference;
         return isReference ? std::pair('\0', reference.size()) : std::pair('&', std::size_t(1));

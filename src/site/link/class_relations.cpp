@@ -11,7 +11,7 @@ namespace tavidoc {
 
 namespace {
 
-constexpr std::size_t s_mostCandidates = 16; // of one name; more are taken for ambiguous
+constexpr std::size_t s_mostClasses = 16; // of one name; more are taken for ambiguous
 
 /// Whether a declaration of \a kind can be a base, as a class or as another name of one.
 bool canBeBase(std::string_view kind)
@@ -74,14 +74,14 @@ PageId ClassRelations::pageOf(std::string_view base, PageId derived, const NameI
 PageId ClassRelations::onlyClass(std::span<const NamedPage> pages) const
 {
     PageId only = s_noPage;
-    for (const NamedPage &page : pages.first(std::min(pages.size(), s_mostCandidates))) {
+    for (const NamedPage &page : pages.first(std::min(pages.size(), s_mostClasses))) {
         if (!canBeBase(m_pages.page(page.page).declaration))
             continue;
         if (only != s_noPage)
             return s_noPage;
         only = page.page;
     }
-    return pages.size() > s_mostCandidates ? s_noPage : only;
+    return pages.size() > s_mostClasses ? s_noPage : only;
 }
 
 void ClassRelations::fill(PageLinks &links, PageId page) const

@@ -85,7 +85,7 @@ QByteArray SinglePage::file()
 void SinglePage::head()
 {
     appendHtml(m_html, {"<!DOCTYPE html>\n<html lang=\"", escapedText(m_settings.language),
-                        "\">\n<head>\n<meta charset=\"utf-8\">\n"
+                        "\">\n<head>\n<meta charset=\"utf-8\">\n",
                         "<meta name=\"viewport\" content=\"width=device-width, initial-scale=1\">\n<title>",
                         escapedText(runningTitle()), "</title>\n"});
     appendHtml(m_html, {"<style>\n", asciiStyle(siteFile("site.css")), asciiStyle(singleStyleSheet()),
