@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t s_longestArguments = 80; // in a table, in bytes
 
 /// What follows the name of a member in a table.
-std::string shortened(std::string after)
+std::string shortened(const std::string &after)
 {
     return after.size() > s_longestArguments ? "(\u2026)" : after;
 }

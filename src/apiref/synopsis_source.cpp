@@ -119,7 +119,8 @@ const SynopsisSource::Place *SynopsisSource::placeOf(const SourceBrowserObject &
 
 SynopsisSource::Group SynopsisSource::groupOf(const Place &place) const
 {
-    return std::ranges::equal_range(m_places, place.begin, {}, &Place::begin);
+    const auto first = std::ranges::lower_bound(m_places, place.begin, {}, &Place::begin);
+    return {first, std::ranges::upper_bound(first, m_places.end(), place.begin, {}, &Place::begin)};
 }
 
 SynopsisSource::Facts SynopsisSource::facts(const SourceBrowserObject &object) const

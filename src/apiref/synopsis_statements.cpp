@@ -126,7 +126,7 @@ QString macroText(const SourceBrowserObject &macro)
     QString directive = macro.text();
     directive.replace("\\\n"_L1, " "_L1);
     const qsizetype name = directive.indexOf(macro.name(), directive.indexOf("define"_L1) + 6);
-    const QString plain = "#define "_L1 + macro.name();
+    QString plain = "#define "_L1 + macro.name();
     if (name < 0)
         return plain;
     const qsizetype after = name + macro.name().size();
@@ -417,7 +417,7 @@ QString SynopsisSource::functionOrObject(const Place &place, Tokens tokens) cons
 /// States a concept. A long constraint keeps its lines.
 QString SynopsisSource::conceptText(const Place &place) const
 {
-    const QString text = SynopsisLayout::line(tokens(place.begin, place.end)) + u';';
+    QString text = SynopsisLayout::line(tokens(place.begin, place.end)) + u';';
     if (text.size() <= SynopsisLayout::longestLine)
         return text;
     const std::vector<SynopsisToken> &all = m_tokens.all();

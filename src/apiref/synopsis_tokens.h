@@ -74,13 +74,13 @@ public:
 private:
     void scan();
     [[nodiscard]] qsizetype afterLine(qsizetype at) const;
-    [[nodiscard]] qsizetype afterDirective(qsizetype at) const;
+    [[nodiscard]] qsizetype afterDirective(qsizetype begin) const;
     [[nodiscard]] qsizetype afterBlockComment(qsizetype at) const;
-    [[nodiscard]] qsizetype afterLiteral(qsizetype at) const;
+    [[nodiscard]] qsizetype afterLiteral(qsizetype begin) const;
     [[nodiscard]] qsizetype afterRawString(qsizetype quote) const;
-    [[nodiscard]] qsizetype afterWord(qsizetype at) const;
-    [[nodiscard]] qsizetype afterNumber(qsizetype at) const;
-    [[nodiscard]] qsizetype afterPunctuation(qsizetype at) const;
+    [[nodiscard]] qsizetype afterWord(qsizetype begin) const;
+    [[nodiscard]] qsizetype afterNumber(qsizetype begin) const;
+    [[nodiscard]] qsizetype afterPunctuation(qsizetype begin) const;
     [[nodiscard]] char16_t at(qsizetype offset) const
     {
         return offset < m_text.size() ? m_text[offset].unicode() : u'\0';
