@@ -1,5 +1,6 @@
 #include "apiref/comment_commands.h"
 
+#include "base/byte_search.h"
 #include "base/white_space.h"
 #include "markup/markup_cursor.h"
 
@@ -9,7 +10,7 @@ namespace tavidoc {
 
 std::optional<CommentCommand> CommentCommands::next()
 {
-    while ((m_at = m_comment.find_first_of("\\@\n", m_at)) != std::string_view::npos) {
+    while ((m_at = findAnyOf<'\\', '@', '\n'>(m_comment, m_at)) < m_comment.size()) {
         const std::size_t at = m_at++;
         if (m_comment[at] == '\n') {
             ++m_line;
@@ -26,7 +27,6 @@ std::optional<CommentCommand> CommentCommands::next()
         if (isCommand(at) && !skips(name))
             return CommentCommand{m_comment[at], name, m_at, m_line};
     }
-    m_at = m_comment.size();
     return std::nullopt;
 }
 
