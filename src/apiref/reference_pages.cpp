@@ -301,7 +301,7 @@ std::optional<std::string> ReferencePages::pageOf(std::string_view name) const
 
 std::optional<std::string> ReferencePages::rendering(std::string_view name) const
 {
-    const QString wanted = QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()));
+    const QString wanted = QString::fromUtf8(name);
     const SourceBrowserObject *const object = m_model.find(wanted);
     if (object == nullptr)
         return std::nullopt;

@@ -25,7 +25,7 @@ std::string_view languageOf(std::string_view file)
 
 QString listedFileName(std::string_view file)
 {
-    return QString::fromUtf8(file.data(), static_cast<qsizetype>(file.size()));
+    return QString::fromUtf8(file);
 }
 
 std::optional<PresentedFile> presentedFile(std::string_view file, std::string_view language)

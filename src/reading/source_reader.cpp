@@ -212,7 +212,7 @@ bool SourceReader::include(std::string_view line)
     const std::string_view name = afterFirstBlank(words);
     if (!firstWord(name).ends_with(".dg"))
         return false;
-    enter(Path(QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size()))));
+    enter(Path(QString::fromUtf8(name)));
     return true;
 }
 

@@ -44,7 +44,7 @@ constexpr Kind s_kinds[] = {
 
 QString fromUtf8(std::string_view text)
 {
-    return QString::fromUtf8(text.data(), qsizetype(text.size()));
+    return QString::fromUtf8(text);
 }
 
 /// The names of \a language with \a separator between them.

@@ -46,9 +46,7 @@ std::string asciiLetters(std::string_view text)
     if (isAscii(text))
         return std::string(text);
     QString result;
-    for (const QChar c : QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
-                             .toLower()
-                             .normalized(QString::NormalizationForm_KD)) {
+    for (const QChar c : QString::fromUtf8(text).toLower().normalized(QString::NormalizationForm_KD)) {
         if (const QLatin1StringView letters = transliterated(c); !letters.isEmpty())
             result += letters;
         else if (c.unicode() < 0x80)

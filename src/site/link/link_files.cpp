@@ -51,7 +51,7 @@ QString linkFileName(const std::string &folder, const std::string &input)
     // The CMake function makes the same name. No folder has a "|".
     const QByteArray key = QByteArray::fromStdString(folder + '|' + input);
     const QByteArray hash = QCryptographicHash::hash(key, QCryptographicHash::Sha1).toHex().first(16);
-    return QString::fromUtf8(name.data(), qsizetype(name.size())) + u'-' + QLatin1StringView(hash) + u".lnk"_s;
+    return QString::fromUtf8(name) + u'-' + QLatin1StringView(hash) + u".lnk"_s;
 }
 
 QString sharedLinkFileName()

@@ -35,7 +35,7 @@ std::string cssString(std::string_view text)
 std::string asciiStyle(std::string_view sheet)
 {
     std::string css;
-    for (const char32_t c : QString::fromUtf8(sheet.data(), static_cast<qsizetype>(sheet.size())).toUcs4()) {
+    for (const char32_t c : QString::fromUtf8(sheet).toUcs4()) {
         if (c < 0x80)
             css += static_cast<char>(c);
         else

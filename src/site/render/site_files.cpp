@@ -34,7 +34,7 @@ QStringList siteFileNames()
 
 std::string siteFile(std::string_view name)
 {
-    return resource(s_folder + u'/' + QString::fromUtf8(name.data(), static_cast<qsizetype>(name.size())));
+    return resource(s_folder + u'/' + QString::fromUtf8(name));
 }
 
 std::string singleStyleSheet()
