@@ -170,7 +170,7 @@ void tellParameterMismatches(const SourceBrowserObject &object, std::string_view
                              DocumentListener &listener)
 {
     if (std::optional<Parameters> parameters = parametersOf(object))
-        ParameterCheck(object, *std::move(parameters), place, listener).run(comment);
+        ParameterCheck(object, std::move(*parameters), place, listener).run(comment);
 }
 
 } // namespace tavidoc

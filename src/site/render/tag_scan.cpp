@@ -80,6 +80,7 @@ void TagScan::skipTo(std::string_view closing)
         return c == small || (c >= 'A' && c <= 'Z' && static_cast<char>(c | 0x20) == small);
     };
     const auto *const begin = m_html.begin() + static_cast<std::ptrdiff_t>(m_at);
+    // cppcheck-suppress invalidLifetime
     const auto *const found = std::search(begin, m_html.end(), closing.begin(), closing.end(), isSame);
     if (found != m_html.end()) {
         m_at = static_cast<std::size_t>(found - m_html.begin());
