@@ -61,7 +61,8 @@ void ReferencePages::tellHeaderPage(const std::string &stem, const std::string &
                      .body = m_blocks.text()});
 }
 
-/// Tells about the contents file, whose lines are sorted.
+/// Tells about the contents file. Its lines are sorted by page, so that a class comes before its members: the suffix does
+/// not count, unlike in the file.
 void ReferencePages::tellContents()
 {
     DocumentListener &listener = m_facts->listener();
@@ -69,7 +70,8 @@ void ReferencePages::tellContents()
     std::vector<std::pair<std::string_view, DocumentPlace>> sorted;
     for (std::size_t index = 0; index < lines.size(); ++index)
         sorted.emplace_back(lines[index], m_facts->contentsPlace(index));
-    std::ranges::stable_sort(sorted, {}, &std::pair<std::string_view, DocumentPlace>::first);
+    const auto withoutSuffix = [](const auto &entry) { return entry.first.substr(0, entry.first.rfind(".htm")); };
+    std::ranges::stable_sort(sorted, {}, withoutSuffix);
     listener.contentsLine("<content url=\"" + escapedText(m_header.baseName().toStdString()) + "_h.htm\">", place(1));
     for (const auto &[line, linePlace] : sorted)
         listener.contentsLine(line, linePlace);

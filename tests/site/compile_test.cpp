@@ -312,7 +312,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "\\split a\nA.\n\\contents <content title=\"x\">\n\\contents </p>\n\\split b\nB.\n",
                 "1 page a\n  3 title  'x'\n"},
         TextRow{"of_a_header", u"a.h"_s, "/*!\n * Text.\n */\nint f(int a);\n\n/*!\n * Text.\n */\nint b;\n",
-                "1 page a_h\n  6 page b\n  1 page f\n"}),
+                "1 page a_h\n  6 page b\n  1 page f\n"},
+        TextRow{"of_a_class_before_its_members", u"a.h"_s,
+                "/*!\n * Text.\n */\nclass C\n{\n/*!\n * Text.\n */\nvoid z();\n/*!\n * Text.\n */\nint a;\n};\n",
+                "1 page a_h\n  1 page C\n  10 page C.a\n  6 page C.z\n"}),
     rowName);
 
 TEST(Compile, KnowsTheHeadingsOfAPage)
