@@ -480,6 +480,9 @@ INSTANTIATE_TEST_SUITE_P(
                 "code Timer\ncode make\ncode a\ncode b\ncode Size\ncode size*2\ncode x\ncode run\ncode Clock*2\ncode "
                 "items\n"
                 "dot run\ndot clock\ncode C\ncode Base\ncode f\n"},
+        CodeRow{"the_type_of_a_result_after_an_arrow",
+                "\\code\nauto f() const -> Box<int> { return g() -> h() + i -> j + k->l; }\n\\endcode",
+                "code f\ncode Box\ncode g\ncode h\ncode i\ndot j\ncode k\ndot l\n"},
         CodeRow{"a_listing_in_another_language",
                 "\\code{python}\npush()\n\\endcode\n\\pre\npush\n\\endpre\n\\code{xml}\n<push/>\n\\endcode", ""},
         CodeRow{"a_synopsis",

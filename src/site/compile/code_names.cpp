@@ -83,10 +83,14 @@ private:
     }
     [[nodiscard]] const CodeToken *before(std::size_t at) const { return at == 0 ? nullptr : &m_tokens[at - 1]; }
 
+    /// Whether the name at \a at is that of a member: it follows "." or "->", unless as in "auto f() -> Type".
     [[nodiscard]] bool isMember(std::size_t at) const
     {
         const CodeToken *const token = before(at);
-        return token != nullptr && (token->kind == CodeToken::Kind::Arrow || token->isMark('.'));
+        if (token == nullptr || token->kind != CodeToken::Kind::Arrow)
+            return token != nullptr && token->isMark('.');
+        const bool isAfterName = at > 1 && m_tokens[at - 2].kind == CodeToken::Kind::Name;
+        return isAfterName || !m_tokens[at].hasBlankBefore;
     }
 
     [[nodiscard]] bool isQualified(std::size_t at) const
