@@ -125,6 +125,16 @@ INSTANTIATE_TEST_SUITE_P(
                  "x.htm=Two y.htm=Four ",
                  "a.dg:2: page \"x\" replaces the page made at a.dg:1 [duplicate-page]\n"
                  "b.dg:1: page \"x\" is not written: it was made at a.dg:2 [duplicate-page]\n"},
+        PagesRow{"a source that two inputs contain", R"(
+                input a.dg
+                page x | One
+                entry 0 x
+                input a.dg
+                page x | One
+                entry 0 x)",
+                 "x.htm=One ",
+                 "a.dg:1: page \"x\" is not written: it was made at a.dg:1, which is part of two inputs "
+                 "[duplicate-page]\n"},
         PagesRow{"folders and stems may make one address", R"(
                 input a.dg -> a
                 page b | One

@@ -91,8 +91,11 @@ void PageSet::addPage(PageId page, FindingList &findings)
         m_isWritten[page] = true;
         m_pageOfAddress[id] = page;
     } else {
+        // A source that is an input and is also included by one makes its pages twice.
+        const bool isSamePlace = otherPlace == findings.placeText(record, added.place);
         findings.add("duplicate-page", record, added.place,
-                     "page " + inQuotes(added.stem) + " is not written: it was made at " + otherPlace);
+                     "page " + inQuotes(added.stem) + " is not written: it was made at " + otherPlace +
+                         (isSamePlace ? ", which is part of two inputs" : ""));
     }
 }
 
