@@ -31,13 +31,14 @@ QByteArray sourcesOfTheManual()
     return text;
 }
 
-/// What the commands in "run.sh" of the folder \a step print in \a directory, which gets the files of the step first.
+/// What the commands in "run.sh" of the folder \a step print in \a directory, which gets the files of the step first. A
+/// build right after that would not trust the times of the files, and the next one would read them again.
 QByteArray outputOf(const QTemporaryDir &directory, const QString &step)
 {
-    const ScriptResult result =
-        runScript(directory, u"PATH='%1':$PATH; unset MAKEFLAGS MAKELEVEL; cp -R '%2'/. .; exec 2>&1\n"_s.arg(
-                                 QFileInfo(QStringLiteral(TAVIDOC_PROGRAM)).path(), step) +
-                                 QString::fromUtf8(bytesOf(step + u"/run.sh"_s)));
+    const ScriptResult result = runScript(
+        directory, u"PATH='%1':$PATH; unset MAKEFLAGS MAKELEVEL; cp -R '%2'/. .; sleep 0.05; exec 2>&1\n"_s.arg(
+                       QFileInfo(QStringLiteral(TAVIDOC_PROGRAM)).path(), step) +
+                       QString::fromUtf8(bytesOf(step + u"/run.sh"_s)));
     return result.output;
 }
 
