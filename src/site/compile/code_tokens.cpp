@@ -40,7 +40,10 @@ constexpr bool isOther(char c)
 class CodeScanner
 {
 public:
-    explicit CodeScanner(std::string_view html) : m_html(html), m_isColoured(html.find("<span") != std::string_view::npos) {}
+    explicit CodeScanner(std::string_view html)
+        : m_html(html), m_isColoured(html.find("<span") != std::string_view::npos)
+    {
+    }
 
     std::vector<CodeToken> tokens() &&
     {
