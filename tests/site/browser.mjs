@@ -54,14 +54,17 @@ export async function chromium() {
   ({sessionId} = await send("Target.attachToTarget", {targetId, flatten: true}));
   await send("Page.enable");
   await send("Page.setLifecycleEventsEnabled", {enabled: true});
-  // The documents that are loaded: a page that a key opened may still be loading when the next one is asked for.
-  const loaded = new Set();
-  let tellLoaded = () => {};
+  // The documents in the order in which they began, and those that are loaded. A page that a key opened may still be
+  // loading when the next one is asked for, and a page may replace itself before it is loaded.
+  const begun = [], loaded = new Set();
   events.set("Page.lifecycleEvent", ({params: {name, loaderId}}) => {
+    if (name === "init")
+      begun.push(loaderId);
     if (name === "load")
       loaded.add(loaderId);
-    tellLoaded();
   });
+  const isLoaded = loaderId => begun.includes(loaderId) &&
+    begun.slice(begun.indexOf(loaderId)).some(id => loaded.has(id));
   return {
     name: "Chromium",
     call: send, // of a method of the DevTools protocol
@@ -72,9 +75,12 @@ export async function chromium() {
       await send("Emulation.setScriptExecutionDisabled", {value: !script});
     },
     async goto(url) {
-      const {loaderId} = await send("Page.navigate", {url});
-      while (loaderId && !loaded.has(loaderId))
-        await new Promise(done => tellLoaded = done);
+      // A page that reloads itself can cancel the navigation, so it is asked for again.
+      for (let isThere = false; !isThere;) {
+        const {loaderId} = await send("Page.navigate", {url});
+        for (let left = 500; left-- && !(isThere = !loaderId || isLoaded(loaderId));)
+          await delay(10);
+      }
     },
     async evaluate(expression) {
       const {result, exceptionDetails} = await send("Runtime.evaluate",
