@@ -1,6 +1,9 @@
 #include "base/process.h"
 
+#include <QtGlobal>
+
 #include <csignal>
+#include <cstdlib>
 
 #include <fcntl.h>
 #include <unistd.h>
@@ -29,14 +32,7 @@ void prepareProcess()
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     qInstallMessageHandler(keepQuiet);
-}
-
-QStringList argumentsOf(int count, char **arguments)
-{
-    QStringList result;
-    for (int index = 1; index < count; ++index)
-        result.append(QString::fromLocal8Bit(arguments[index])); // UTF-8 in every locale
-    return result;
+    ::setenv("LC_ALL", "C.UTF-8", 1); // Qt warns about other character sets, which may be made fatal
 }
 
 } // namespace tavidoc

@@ -3,6 +3,8 @@
 #include "driver/command_line.h"
 #include "driver/run.h"
 
+#include <QCoreApplication>
+
 #include <cstdio>
 #include <cstdlib>
 #include <new>
@@ -24,9 +26,10 @@ int fail(const char *message)
 int main(int argc, char *argv[])
 {
     prepareProcess();
+    const QCoreApplication application(argc, argv);
     // Deliberate: arguments are parsed outside the try block, so a missing directory after "-o"
     // terminates the process through the C++ runtime.
-    const Settings settings = parseArguments(ArgumentQueue(argumentsOf(argc, argv)));
+    const Settings settings = parseArguments(ArgumentQueue(QCoreApplication::arguments().mid(1)));
     if (settings.inputs.isEmpty()) {
         std::fputs(usageText().constData(), stderr);
         return EXIT_FAILURE;

@@ -9,6 +9,8 @@
 #include "site/command/verbs.h"
 #include "site/command/worker_pool.h"
 
+#include <QCoreApplication>
+
 #include <csignal>
 #include <cstdio>
 #include <new>
@@ -98,9 +100,10 @@ std::span<const Verb> siteVerbs()
 int siteCommand(int argc, char *argv[])
 {
     prepareProcess();
+    const QCoreApplication application(argc, argv);
     watchInterrupts();
     try {
-        return run(argumentsOf(argc, argv));
+        return run(QCoreApplication::arguments().mid(1));
     } catch (const UsageError &error) {
         return fail({"tavidoc-site: " + error.message}, 2);
     } catch (const ProjectError &error) {
