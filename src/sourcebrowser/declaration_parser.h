@@ -84,6 +84,7 @@ private:
     void leave();
     bool endsWithSection(const Token &colon);
     bool isLabel();
+    bool beginsWidth();
     bool isName(const Token &keyword);
     bool branchInDeclaration(const Token &token);
     bool braceInDeclaration(const Token &brace);

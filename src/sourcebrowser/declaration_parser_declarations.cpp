@@ -109,7 +109,7 @@ std::optional<bool> SourceBrowserDeclarationParser::collectTurn(const Token &tok
             return initialiser(token);
         break;
     case ':':
-        if (m_pending.key < 0 && m_pending.isAfterArguments() && !m_pending.isFieldInParentheses())
+        if (m_pending.key < 0 && m_pending.isAfterArguments() && !beginsWidth())
             return constructorInitialisers(token);
         if (m_context->body == Body::Class && endsWithSection(token)) {
             endDeclaration();
@@ -146,6 +146,20 @@ std::optional<bool> SourceBrowserDeclarationParser::collectTurn(const Token &tok
         break;
     }
     return std::nullopt;
+}
+
+/// Whether the ":" read last, after a group, begins the width of a bit field and not a constructor's initialisers, each
+/// of which has a value.
+bool SourceBrowserDeclarationParser::beginsWidth()
+{
+    if (m_pending.isFieldInParentheses())
+        return true;
+    if (!m_pending.mayBeFieldInParentheses())
+        return false;
+    const Token width = m_stream.next();
+    const bool isName = width.isPlainName() && (m_stream.peek().is(';') || m_stream.peek().is(','));
+    m_stream.giveBack(width);
+    return isName || width.is(Number) || width.is('(');
 }
 
 /// Starts again with \a token if the tokens so far are standalone macros.

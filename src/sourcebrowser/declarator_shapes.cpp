@@ -75,7 +75,7 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readShape(In
     int nesting = 0;
     at = readPointers(at, end, shape, nesting, isArgument);
     if (shape.nameBegin < 0 && at < end && (isWord(token(at)) || token(at).is(Scope)))
-        at = readName(at, end, shape);
+        at = readName(at, end, shape, isArgument);
     else if (code(at, end) == Operator)
         at = readOperator(at, at, end, shape);
     return readSuffixes(at, end, shape, nesting, isArgument);
@@ -133,7 +133,8 @@ bool SourceBrowserDeclaratorReader::isPointerAhead(Index at, Index end) const
 }
 
 /// Reads a run of words after pointers. One is the name, the others are macros.
-SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Index at, Index end, Shape &shape)
+SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Index at, Index end, Shape &shape,
+                                                                             bool isArgument)
 {
     Index previous = -1;
     Index previousEnd = -1;
@@ -165,9 +166,12 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Ind
         shape.nameEnd = previousEnd;
         if (beforeGroup)
             stop = std::min(afterGroup(stop), end);
-        if (inner >= 0) {
+        if (inner >= 0 && !isArgument) {
             shape.arguments = inner;
             shape.isFunction = true;
+        } else if (inner >= 0 && lastIsMacro &&
+                   holdsArguments(inner, end)) { // a pointer is returned: "int *f OF((int))"
+            appendTypeText(shape.suffix, range(inner, afterGroup(inner)));
         }
     }
     return stop;

@@ -206,6 +206,10 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::wordOrCall(I
         shape.nameEnd = stop;
         return stop;
     }
+    if (!isArgument && isFieldType(at, stop, end)) {
+        m_items.push_back({Item::Plain, at, stop});
+        return stop;
+    }
     if (!isArgument && callIsName(at, stop, end)) {
         shape.nameBegin = at;
         shape.nameEnd = stop;
@@ -226,6 +230,13 @@ const SourceBrowserDeclaratorReader::Counts &SourceBrowserDeclaratorReader::coun
         m_counts.typeCalls += isTypeCall(item);
     }
     return m_counts;
+}
+
+/// Whether the name at \a begin is the type of a bit field whose name is in parentheses: `T (flags) : 3`.
+bool SourceBrowserDeclaratorReader::isFieldType(Index begin, Index open, Index end)
+{
+    return code(afterGroup(open), end) == ':' && isNameInParentheses(open, end) && !looksLikeMacro(begin) &&
+           counts().types + counts().words + counts().typeCalls == 0;
 }
 
 /// Whether the name at \a begin is a variable and the group at \a open its value.

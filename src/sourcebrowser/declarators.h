@@ -119,6 +119,7 @@ private:
     const Counts &counts();
     [[nodiscard]] bool isTypeless(const Shape &shape) const;
     void nameFromItems(Shape &shape, bool isArgument);
+    [[nodiscard]] bool isFieldType(Index begin, Index open, Index end);
     [[nodiscard]] bool isInitialised(Index begin, Index open, Index end);
     [[nodiscard]] bool callIsName(Index begin, Index open, Index end);
     [[nodiscard]] bool argumentIsFunction(Index begin, Index open, Index end);
@@ -138,7 +139,7 @@ private:
     // The declarator itself: declarator_shapes.cpp.
     Index readShape(Index at, Index end, Shape &shape, bool isArgument);
     Index readPointers(Index at, Index end, Shape &shape, int &nesting, bool isArgument);
-    Index readName(Index at, Index end, Shape &shape);
+    Index readName(Index at, Index end, Shape &shape, bool isArgument);
     Index readOperator(Index begin, Index at, Index end, Shape &shape);
     Index readSuffixes(Index at, Index end, Shape &shape, int nesting, bool isArgument);
     Index readTail(Index at, Index end, Shape &shape, SourceBrowserDeclarator &declarator);

@@ -130,6 +130,14 @@ bool SourceBrowserPendingDeclaration::isFieldInParentheses() const
     return before.word == Word::BasicType || before.is(',');
 }
 
+bool SourceBrowserPendingDeclaration::mayBeFieldInParentheses() const
+{
+    if (tokens.size() < 4 || !endsWith(')') || !tokens[tokens.size() - 2].isPlainName())
+        return false;
+    const auto isOpener = [](const Token &token) { return token.is('('); };
+    return std::find_if(tokens.begin(), tokens.end(), isOpener) == tokens.end() - 3;
+}
+
 bool SourceBrowserPendingDeclaration::isLanguageBlock() const
 {
     return endsWith(String) && tokens.size() > 1 && tokens[tokens.size() - 2].is(Extern);

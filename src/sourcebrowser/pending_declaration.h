@@ -48,6 +48,8 @@ struct SourceBrowserPendingDeclaration
     /// Whether the tokens end with a name in parentheses directly after a basic type or a ",", as in
     /// `unsigned (flags) : 3, (mode) : 2`.
     [[nodiscard]] bool isFieldInParentheses() const;
+    /// Whether the tokens end with a name in parentheses, the only group. It may also be a constructor's argument.
+    [[nodiscard]] bool mayBeFieldInParentheses() const;
     /// Whether the tokens are `extern "C"`.
     [[nodiscard]] bool isLanguageBlock() const;
     /// Whether the tokens are macros that form statements of their own, so that the declaration begins with

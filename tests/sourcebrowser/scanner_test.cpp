@@ -158,6 +158,14 @@ TEST(Scanner, CountsLines)
     EXPECT_EQ(model.statistics().value(u"a.h"_s), expected);
 }
 
+TEST(Scanner, CountsWhereDocumentationBegins)
+{
+    SourceBrowserModel model;
+    HeaderParser parser(model);
+    parser.parseText(u"/*! text */\n/* plain */\n/*!\n\\fn f */\n/*!< a */\n/*!! b */ /*! \\region c */\n/*!*/"_s);
+    EXPECT_EQ(parser.documentationLines(), (std::vector<int>{1, 3, 7}));
+}
+
 TEST(Scanner, CollectsTheOverview)
 {
     SourceBrowserModel model;
