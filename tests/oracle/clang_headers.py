@@ -228,14 +228,13 @@ def macros(header, source, options, language):
     """The names of the macros that the header defines, and of all macros."""
     text, _ = language.run(["-E", "-dD", *options, source])
     names, every, current = set(), set(), None
-    for line in text.splitlines():
-        marker = re.match(r'# \d+ "(.*?)"', line)
+    for marker, macro in re.findall(r'^#(?: \d+ "(.*?)"|\s*define\s+(\w+))', text, re.MULTILINE):
         if marker:
-            current = marker.group(1)
-        elif line.startswith("#"):
-            macro = re.match(r"#\s*define\s+(\w+)", line)
-            every |= {macro.group(1)} if macro else set()
-            names |= {macro.group(1)} if macro and current == header else set()
+            current = marker
+        if macro:
+            every.add(macro)
+        if macro and current == header:
+            names.add(macro)
     return names, every
 
 

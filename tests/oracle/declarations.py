@@ -118,6 +118,8 @@ def again_in_cxx(texts):
 
 def refused(include_line, options, texts, language):
     """Clang's messages for the texts that it rejects as declarations after the header, by index."""
+    if not texts:
+        return {}
     with tempfile.TemporaryDirectory() as folder:
         source = os.path.join(folder, "again." + language.suffix)
         undefined = "\n".join("#undef %s" % name for name in sorted({item.name.rpartition(".")[2] for item, _ in texts})
