@@ -196,6 +196,9 @@ def outside(text, code, tag, found):
         return "defined outside its class, class not in this header"
     if any(other.start >= 0 and text[:other.start].rstrip().endswith("*/") for other in inside):
         return "defined outside its class, documented in the class"
+    before = [other for other in found if member(other) == member(tag) and other.number and other.start < tag.start]
+    if before and re.match(r"template\s*<\s*>", code[tag.start:tag.name_at]):
+        return "a specialisation of a member, documented at another"
     return None
 
 

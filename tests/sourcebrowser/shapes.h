@@ -9,6 +9,7 @@
 #define EXTERN(type) extern type
 #define ALIAS(name, arguments, other) name arguments __asm__(#other)
 #define NONNULL(...) __attribute__((nonnull(__VA_ARGS__)))
+#define OLD(arguments) arguments
 #define PACKED(size) __attribute__((aligned(size)))
 
 struct point
@@ -52,6 +53,13 @@ extern int(in_parentheses), *(pointer_in_parentheses), ((twice))[2];
 int *(function_in_parentheses(int first));
 void takes_functions(int compare(const void *, const void *), struct point origin(void), void (*then)(word end));
 extern enum colour colours[BLUE + 1];
+
+struct flags
+{
+    word(narrow) : 3;
+    const word(wide) : 5, (rest) : 2;
+};
+void takes_old_functions(int *first OLD((int, char *)), word second OLD((void)), point *(*third)OLD((point)));
 
 // Names that C++ reserves, and types that macros make.
 int swap(int *old, int *new), lookup(enum colour class, int private, void (*delete)(int this));
