@@ -3,6 +3,7 @@
 (() => {
     const address = new URL(".tavidoc-site-watch.js", document.currentScript.src);
     const opened = Date.now() - performance.now();
+    const isRemoved = document.getElementById("site-removed") !== null; // this page takes the place of a removed one
     const scrollKey = "tavidoc-scroll " + location.pathname;
     const dismissedKey = "tavidoc-dismissed";
     const pause = 100; // ms
@@ -34,7 +35,8 @@
 
     const reload = (changed) => {
         leave("tavidoc-reloaded", changed);
-        leave(scrollKey, JSON.stringify([scrollX, scrollY]));
+        if (!isRemoved)
+            leave(scrollKey, JSON.stringify([scrollX, scrollY]));
         location.reload();
     };
 
@@ -72,8 +74,9 @@
         document.head.append(script);
     };
 
-    // What the stamp calls. A page that was removed cannot be loaded again, so it waits until it is back. Loaded as a
-    // script, a page runs nothing: it ends at its first character.
+    // What the stamp calls. Watching never takes a page away: a notice takes the place of one that is removed. But
+    // without the notice, as when all of the site was deleted, the page cannot be loaded again, so it waits. Loaded as
+    // a script, a page runs nothing: it ends at its first character.
     window.tavidocWatch = (changed, messages) => {
         if (!isOld(changed))
             return show(messages);
@@ -83,7 +86,7 @@
     const poll = () => load(address, () => setTimeout(poll, pause), () => setTimeout(poll, longPause));
 
     const scroll = left(scrollKey);
-    if (scroll !== null) {
+    if (scroll !== null && !isRemoved) {
         sessionStorage.removeItem(scrollKey);
         addEventListener("load", () => scrollTo(...JSON.parse(scroll)));
     }

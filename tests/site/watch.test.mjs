@@ -73,7 +73,8 @@ describe("watch", {timeout: 240_000}, () => {
     write("include/pour.h", header("pour"));
     await shows("out/pour.htm", "Does pour.");
     rmSync(path("include/pour.h"));
-    await becomes(() => !existsSync(path("out/pour.htm")));
+    await shows("out/pour.htm", "Page removed"); // never is there a moment without the page
+    assert.ok(!read("out/contents.htm").includes("pour"));
     replace("site.toml", read("site.toml").replace("Tea", "Coffee"));
     await shows("out/tea.htm", "Coffee");
     write("elsewhere/part.dg", "Sugar.\n");
@@ -120,7 +121,7 @@ describe("watch", {timeout: 240_000}, () => {
     await printed("no file matches");
     write("new/page.dg", "\\split{page}\n\\title{Page}\nNew.\n");
     await shows("out/page.htm", "New.");
-    await becomes(() => !existsSync(path("out/boil.htm")));
+    await shows("out/boil.htm", "Page removed");
     rmSync(path("site.toml"));
     await printed("site.toml: error: cannot be read");
     write("site.toml", `[[input]]\nfiles = ["manual.dg"]\n`);
@@ -160,7 +161,11 @@ describe("watch", {timeout: 240_000}, () => {
     const files = () => readdirSync(path("out"), {recursive: true}).sort().map(name => [name, name.includes(".") && read(join("out", name))]);
     const before = files();
     await start();
-    for (const name of ["tea.htm", "boil.htm", "contents.htm"])
+    write("include/pour.h", header("pour"));
+    await shows("out/pour.htm", "Does pour.");
+    rmSync(path("include/pour.h"));
+    await shows("out/pour.htm", "Page removed");
+    for (const name of ["tea.htm", "boil.htm", "contents.htm", "pour.htm"])
       assert.equal(read("out/" + name).split("watch.js").length, 2, name);
     await stop();
     build();
@@ -281,17 +286,57 @@ describe("an open page", {skip: !isInstalled("chromium"), timeout: 240_000}, () 
     await whenTrue(`window.isSame === undefined && ${box} === null`);
   });
 
-  it("waits until it is there again when it was removed", async () => {
+  // Opens the page of a header that is not there otherwise.
+  async function openPour() {
     write("include/pour.h", header("pour"));
     await shows("out/pour.htm", "Does pour.");
     await delay(1000); // the stamp is written last: a page that is opened before would reload itself
     await browser.goto(url.replace("tea", "pour"));
+  }
+  const isBack = () => whenTrue(`document.readyState === "complete" && ${box} === null`);
+
+  it("says that it was removed until it is there again", async () => {
+    await openPour();
+    rmSync(path("include/pour.h"));
+    await pageShows("This page is not part of the site any more.");
+    assert.equal(await browser.evaluate("getComputedStyle(document.querySelector('header')).display"), "grid", "it has the site's style");
+    write("include/pour.h", header("pour").replace("Does", "Again"));
+    await pageShows("Again pour.");
+    await isBack();
+  });
+
+  it("reloads itself also when it is removed between the look whether it is there and the reload", async () => {
+    await openPour();
+    // Holds back what the page hears of that look.
+    await browser.evaluate(`void (document.head.append = script => {
+      if (script.src.includes("/pour.htm")) {
+        const heard = script.onload;
+        script.onload = () => Object.assign(window, {hears: heard});
+      }
+      HTMLHeadElement.prototype.append.call(document.head, script);
+    })`);
+    write("include/pour.h", header("pour").replace("Does", "Changed"));
+    await whenTrue("window.hears !== undefined", "the page saw the change");
+    rmSync(path("include/pour.h"));
+    await becomes(() => !read("out/contents.htm").includes("pour"));
+    await browser.evaluate("void setTimeout(() => window.hears())");
+    await pageShows("This page is not part of the site any more.");
+    write("include/pour.h", header("pour").replace("Does", "Again"));
+    await pageShows("Again pour.");
+    await isBack();
+  });
+
+  it("waits when somebody else deletes it", async () => {
+    await openPour();
+    rmSync(path("out/pour.htm"));
+    symlinkSync("nowhere", path("out/pour.htm")); // so that nothing takes its place
     rmSync(path("include/pour.h"));
     await whenTrue(`${box}?.textContent.includes("This page was removed.")`);
     assert.ok(await browser.evaluate(`document.querySelector("main").textContent.includes("Does pour.")`));
+    rmSync(path("out/pour.htm"));
     write("include/pour.h", header("pour").replace("Does", "Again"));
     await pageShows("Again pour.");
-    await whenTrue(`document.readyState === "complete" && ${box} === null`);
+    await isBack();
   });
 
   it("waits for a watch that is started again", async () => {

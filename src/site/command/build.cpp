@@ -74,7 +74,7 @@ private:
         compileStale();
         std::optional<PageWriter> pages;
         if (!m_request.output.isEmpty())
-            pages.emplace(m_request.output, m_cache, m_request.jobs);
+            pages.emplace(m_request.output, m_request.project.settings, m_cache, m_request.jobs);
         const bool isSiteStale = pages && (m_state.siteKey != linkKey() || !pages->isComplete());
         std::optional<LinkedSite> site;
         if (isSiteStale || m_state.linkKey != linkKey() || !m_cache.isLinkFresh())

@@ -25,8 +25,9 @@ template <typename... Values> std::uint64_t keyOf(const Values &...values)
 
 } // namespace
 
-PageWriter::PageWriter(const QString &output, BuildCache &cache, int jobs)
-    : m_cache(cache), m_state(cache.state()), m_jobs(jobs), m_before(m_state.written), m_output(output, m_before)
+PageWriter::PageWriter(const QString &output, const SiteSettings &settings, BuildCache &cache, int jobs)
+    : m_settings(settings), m_cache(cache), m_state(cache.state()), m_jobs(jobs), m_before(m_state.written),
+      m_output(output, m_before)
 {
     m_parts.push_back(m_state.shared);
     for (const CachedInput &input : m_state.inputs)
@@ -79,6 +80,8 @@ void PageWriter::render(const std::optional<LinkedSite> &site)
     }
     copyFiles();
     findOwners();
+    if (m_settings.isWatched)
+        replaceRemovedPages();
 }
 
 void PageWriter::renderParts(const std::vector<Stale> &stale, const LinkedSite &site)
@@ -178,6 +181,16 @@ void PageWriter::copyFiles()
     }
 }
 
+void PageWriter::replaceRemovedPages()
+{
+    m_notices.clear();
+    for (const WrittenFile &file : m_before) {
+        const std::string &address = file.address;
+        if (address.ends_with(".htm") && !m_owners.contains(address) && !m_output.isForeign(address))
+            m_notices.emplace(address, m_output.stage(address, removedPage(address, m_settings), "removed-"));
+    }
+}
+
 PageWriter::Counts PageWriter::publish()
 {
     std::vector<WrittenFile> written;
@@ -193,8 +206,15 @@ PageWriter::Counts PageWriter::publish()
     Counts counts{written.size(), moved.size(), 0};
     for (const StagedFile *file : moved)
         m_output.publish(*file);
+    for (const auto &[address, notice] : m_notices) {
+        written.push_back(notice.file);
+        if (notice.staged.empty())
+            continue;
+        m_output.publish(notice);
+        ++counts.removed;
+    }
     for (const WrittenFile &file : m_before) {
-        if (!m_owners.contains(file.address))
+        if (!m_owners.contains(file.address) && !m_notices.contains(file.address))
             counts.removed += m_output.remove(file.address) ? 1 : 0;
     }
     m_state.written = std::move(written);

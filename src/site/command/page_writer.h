@@ -26,7 +26,8 @@ struct DamagedRecords
 class PageWriter
 {
 public:
-    PageWriter(const QString &output, BuildCache &cache, int jobs);
+    /// The settings and the cache are borrowed.
+    PageWriter(const QString &output, const SiteSettings &settings, BuildCache &cache, int jobs);
 
     /// Whether everything that the last build wrote is as it was.
     [[nodiscard]] bool isComplete() const;
@@ -41,7 +42,8 @@ public:
         std::size_t written = 0;
         std::size_t removed = 0;
     };
-    /// Puts into the site what was rendered, and removes files of earlier builds.
+    /// Puts into the site what was rendered, and removes files of earlier builds. While the site is watched, a removed
+    /// page gives way to one that says so: the reader's page, which may reload itself at any moment, always exists.
     Counts publish();
 
 private:
@@ -61,10 +63,12 @@ private:
     std::vector<StagedFile> rendered(std::size_t part, const LinkedSite &site, const std::string &prefix);
     void keep(const Stale &stale, std::vector<StagedFile> &&files);
     void copyFiles();
+    void replaceRemovedPages();
     /// Notes in the state that \a files are about to be written, so that the next build knows them as its own even if
     /// this one is killed.
     void announce(const std::vector<const StagedFile *> &files);
 
+    const SiteSettings &m_settings;
     BuildCache &m_cache;
     CacheState &m_state;
     int m_jobs;
@@ -74,7 +78,8 @@ private:
     std::vector<CachedPart> m_parts;
     std::map<std::string, std::size_t> m_owners;                        ///< parts by address
     std::map<std::pair<std::size_t, std::string>, StagedFile> m_staged; ///< by part and address
-    int m_rounds = 0;                                                   ///< of rendering
+    std::map<std::string, StagedFile> m_notices; ///< what takes the place of removed pages, by address
+    int m_rounds = 0;                            ///< of rendering
 };
 
 } // namespace tavidoc

@@ -80,6 +80,12 @@ const WrittenFile *SiteOutput::intact(const std::string &address) const
     return found == m_intact.end() ? nullptr : found->second;
 }
 
+bool SiteOutput::isForeign(const std::string &address) const
+{
+    struct stat status = {};
+    return intact(address) == nullptr && ::lstat(pathOf(address).c_str(), &status) == 0;
+}
+
 StagedFile SiteOutput::stage(const std::string &address, const QByteArray &bytes, const std::string &prefix)
 {
     if (!isInside(address))

@@ -54,6 +54,9 @@ public:
     /// What an earlier build wrote to \a address; null when it is not there any more, or was changed.
     [[nodiscard]] const WrittenFile *intact(const std::string &address) const;
 
+    /// Whether there is something else at \a address than what an earlier build wrote.
+    [[nodiscard]] bool isForeign(const std::string &address) const;
+
     /// Stages \a bytes for \a address, unless the site has them there already. Throws HException for an address outside
     /// of the site and when the file cannot be written. Names of staged files begin with \a prefix, which no other
     /// process may use.

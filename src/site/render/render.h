@@ -20,4 +20,7 @@ void renderRecord(const RecordWithBodies &record, const RecordLinks &links, cons
 /// Renders what belongs to no record: contents.htm, names.htm, search.htm, redirects, site map, style sheet, scripts.
 void renderShared(const SharedLinks &shared, const FileSink &sink);
 
+/// The page that takes the place of the removed page \a address while a site is watched.
+[[nodiscard]] QByteArray removedPage(std::string_view address, const SiteSettings &settings);
+
 } // namespace tavidoc

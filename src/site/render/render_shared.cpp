@@ -117,4 +117,17 @@ void renderShared(const SharedLinks &shared, const FileSink &sink)
     renderFiles(shared.settings, sink);
 }
 
+QByteArray removedPage(std::string_view address, const SiteSettings &settings)
+{
+    PageFrame frame;
+    frame.address = address;
+    frame.title = "Page removed";
+    // watch.js knows such a page by its id.
+    return framedSitePage(
+        frame,
+        "<h1 id=\"site-removed\">Page removed</h1>\n<p>This page is not part of the site any more. If "
+        "it is added again, it is shown here.</p>",
+        settings);
+}
+
 } // namespace tavidoc
