@@ -1,5 +1,5 @@
 # tavidoc_add_site(NAME [PROJECT file] [FOLDER folder] INPUTS file... [[FOLDER folder] INPUTS file...]...
-#                  OUTPUT directory [FAIL_ON_ERROR])
+#                  OUTPUT directory [FAIL_ON_ERROR | STRICT])
 #
 # Adds the target NAME, which is part of "all". It makes one site of markup sources and headers in the directory OUTPUT
 # (relative to the binary directory). Each input is compiled into a record by a process of its own, the records are
@@ -8,7 +8,8 @@
 #
 # A FOLDER holds for the INPUTS after it, up to the next FOLDER; "{name}" in it is the name of the input up to its first
 # dot. PROJECT is a project file (site.toml) with title, assets, levels of checks and so on; what it says about inputs is
-# not used. With FAIL_ON_ERROR an error that linking finds fails the build; otherwise it is only reported.
+# not used. With FAIL_ON_ERROR an error that linking finds fails the build, and with STRICT a warning does, too; without
+# them findings are only reported.
 cmake_policy(PUSH)
 cmake_policy(VERSION 3.25)
 
@@ -17,7 +18,9 @@ function(tavidoc_add_site name)
     set(work "${CMAKE_CURRENT_BINARY_DIR}/CMakeFiles/${name}.site")
     set(link "${work}/link")
     set(strictness --exit-zero)
-    if(site_FAIL_ON_ERROR)
+    if(site_STRICT)
+        set(strictness --strict)
+    elseif(site_FAIL_ON_ERROR)
         set(strictness "")
     endif()
     set(forget_old_dependencies "")
@@ -99,15 +102,19 @@ function(tavidoc_add_site name)
 endfunction()
 
 # Sets site_INPUTS (absolute), site_FOLDERS (one for each input, "/" for the top), site_OUTPUT and site_PROJECT
-# (absolute) and site_FAIL_ON_ERROR in the scope of the caller.
+# (absolute), site_FAIL_ON_ERROR and site_STRICT in the scope of the caller.
 function(_tavidoc_parse_site name)
     set(folder "/")
     set(inputs "")
     set(folders "")
     set(keyword "")
+    foreach(variable FAIL_ON_ERROR STRICT PROJECT OUTPUT) # which the caller may have for another purpose
+        unset(site_${variable})
+        unset(site_${variable} PARENT_SCOPE)
+    endforeach()
     foreach(argument IN LISTS ARGN)
-        if(argument STREQUAL "FAIL_ON_ERROR")
-            set(site_FAIL_ON_ERROR TRUE)
+        if(argument MATCHES "^(FAIL_ON_ERROR|STRICT)$")
+            set(site_${argument} TRUE PARENT_SCOPE)
             set(keyword "")
         elseif(argument MATCHES "^(PROJECT|FOLDER|INPUTS|OUTPUT)$")
             set(keyword "${argument}")
@@ -139,7 +146,6 @@ function(_tavidoc_parse_site name)
     set(site_FOLDERS "${folders}" PARENT_SCOPE)
     set(site_OUTPUT "${site_OUTPUT}" PARENT_SCOPE)
     set(site_PROJECT "${site_PROJECT}" PARENT_SCOPE)
-    set(site_FAIL_ON_ERROR "${site_FAIL_ON_ERROR}" PARENT_SCOPE)
 endfunction()
 
 cmake_policy(POP)
