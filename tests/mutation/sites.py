@@ -25,6 +25,8 @@ FUNCTIONS = {CursorKind.FUNCTION_DECL, CursorKind.CXX_METHOD, CursorKind.CONSTRU
              CursorKind.FUNCTION_TEMPLATE, CursorKind.CONVERSION_FUNCTION, CursorKind.LAMBDA_EXPR}
 COMPILED = re.compile(r"\b(constexpr|consteval|constinit|static_assert)\b")
 # Macro names are all capitals; their arguments have at most two levels of parentheses.
+# What follows the operand of a fold expression, which has to stay a simple expression.
+FOLD = re.compile(rb"\s*(&&|\|\|)\s*\.\.\.")
 MACRO = re.compile(rb"\b[A-Z][A-Z0-9_]{3,}\b(\(([^()]|\(([^()]|\([^()]*\))*\))*\))?")
 
 # begin, end: offsets in the file; detail: the replacement operator, or None
@@ -89,7 +91,7 @@ class Finder:
         return COMPILED.search(re.split(r"[{=(]", head, maxsplit=1)[0]) is not None
 
     def add(self, source, begin, end, kind, detail=None):
-        if not any(first <= begin and end <= last for first, last in source.macros):
+        if not FOLD.match(source.bytes, end) and not any(first <= begin and end <= last for first, last in source.macros):
             self.sites.add(Site(source.path, begin, end, kind, detail))
 
     def visit(self, cursor, children, parent, function, source):
