@@ -218,6 +218,7 @@ INSTANTIATE_TEST_SUITE_P(
                 raw y.htm?a=1&amp;b=2
                 page y
                 page a b
+                anchor z
                 entry 0 x
                 entry 0 y
                 entry 0 a b
@@ -227,6 +228,35 @@ INSTANTIATE_TEST_SUITE_P(
                 "f/x.htm 1: a~20b.htm?q#z\n",
                 "a.dg:5: \"contents.htm\" is neither a page nor an asset [dead-link]\n"
                 "a.dg:7: \"file.zip\" is neither a page nor an asset [dead-link]\n"},
+        LinkRow{"and so are their anchors", R"(
+                input a.dg -> f
+                page x
+                heading here | Here
+                anchor 100%25
+                anchor a name
+                raw #here
+                raw #a%20name
+                raw #100%25
+                raw #
+                raw #TOP
+                raw ?q#gone
+                raw #Here
+                raw y.htm#there
+                raw y.htm?a=1&amp;b=2#here
+                raw ./y.htm#there:~:text=word
+                raw y.htm#:~:text=word
+                raw gone.htm#there
+                raw ../contents.htm#anything
+                raw http://example.org/y.htm#gone
+                page y
+                heading there | There
+                entry 0 x
+                entry 0 y)",
+                "f/x.htm 9: y.htm#there:~:text=word\n",
+                "a.dg:10: page \"x\" has no heading with the id \"gone\" [dead-anchor]\n"
+                "a.dg:11: page \"x\" has no heading with the id \"Here\" [dead-anchor]\n"
+                "a.dg:13: page \"y\" has no heading with the id \"here\" [dead-anchor]\n"
+                "a.dg:16: \"gone.htm\" is neither a page nor an asset [dead-link]\n"},
         LinkRow{"other protocols and external links are left alone", R"(
                 input a.dg
                 page x

@@ -162,11 +162,30 @@ LinkResolver::Resolution LinkResolver::resolvedAnchor(PageId from, PageId to, st
     std::string address = from == to ? std::string() : addressOf(from, to);
     if (heading)
         return ResolvedLink{0, std::move(address) + '#' + heading->id, heading->text};
-    if (std::ranges::binary_search(m_pages.page(to).anchors, anchor)) // written as HTML
+    if (isWrittenAnchor(to, anchor))
         return ResolvedLink{0, std::move(address) + '#' + std::string(anchor), std::string(link.target)};
-    m_findings.add("dead-anchor", m_pages.recordOf(from), link.place,
-                   "page " + inQuotes(m_pages.page(to).stem) + " has no heading with the id " + inQuotes(anchor));
+    reportNoAnchor(from, to, anchor, link);
     return ResolvedLink{0, from == to ? addressOf(from, to) : std::move(address), std::string(link.target)};
+}
+
+/// Whether \a page has the anchor \a id, written as HTML.
+bool LinkResolver::isWrittenAnchor(PageId page, std::string_view id) const
+{
+    return std::ranges::binary_search(m_pages.page(page).anchors, id);
+}
+
+/// Checks the anchor of \a href, the address of a link that is written as HTML and leads to \a to.
+void LinkResolver::checkRawAnchor(PageId from, PageId to, std::string_view href, const RecordLink &link)
+{
+    const std::size_t hash = href.find('#');
+    if (hash == std::string_view::npos)
+        return;
+    std::string_view fragment = href.substr(hash + 1);
+    fragment = fragment.substr(0, fragment.find(":~:")); // a text that the browser is to look for
+    const std::string anchor = percentDecoded(fragment);
+    const bool isTop = anchor.empty() || lowerCase(anchor) == "top"; // which every page has
+    if (!isTop && headingOf(to, anchor) == nullptr && !isWrittenAnchor(to, anchor) && !isWrittenAnchor(to, fragment))
+        reportNoAnchor(from, to, anchor, link);
 }
 
 const RecordHeading *LinkResolver::headingOf(PageId page, std::string_view id)
@@ -190,6 +209,8 @@ LinkResolver::Resolution LinkResolver::resolvedRaw(PageId from, const RecordLink
 {
     const std::string href = unescaped(link.target);
     const std::string_view encoded = std::string_view(href).substr(0, href.find_first_of("?#"));
+    if (encoded.empty())
+        checkRawAnchor(from, from, href, link);
     if (encoded.empty() || encoded.starts_with('/') || !schemeOf(href).empty())
         return {};
     const std::uint32_t record = m_pages.recordOf(from);
@@ -203,6 +224,7 @@ LinkResolver::Resolution LinkResolver::resolvedRaw(PageId from, const RecordLink
     if (target->ends_with(".htm")) {
         const PageId to = m_pages.named({}, std::string_view(*target).substr(0, target->size() - 4));
         if (to != s_noPage) {
+            checkRawAnchor(from, to, href, link);
             const std::string address = addressOf(from, to);
             return address == encoded ? Resolution() : ResolvedLink{0, address + href.substr(encoded.size()), {}};
         }
@@ -246,6 +268,12 @@ void LinkResolver::reportNoOverload(PageId from, const RecordLink &link, std::st
     if (count < page.overloads.size())
         text += " and " + std::to_string(page.overloads.size() - count) + " more";
     m_findings.add("dead-link", m_pages.recordOf(from), link.place, std::move(text));
+}
+
+void LinkResolver::reportNoAnchor(PageId from, PageId to, std::string_view anchor, const RecordLink &link)
+{
+    m_findings.add("dead-anchor", m_pages.recordOf(from), link.place,
+                   "page " + inQuotes(m_pages.page(to).stem) + " has no heading with the id " + inQuotes(anchor));
 }
 
 void LinkResolver::reportDead(PageId from, const RecordLink &link, std::string_view target)

@@ -37,12 +37,15 @@ private:
     [[nodiscard]] Resolution resolvedOverload(PageId from, const RecordLink &link, std::string_view target);
     [[nodiscard]] Resolution resolvedAnchor(PageId from, PageId to, std::string_view anchor, const RecordLink &link);
     [[nodiscard]] const RecordHeading *headingOf(PageId page, std::string_view id);
+    [[nodiscard]] bool isWrittenAnchor(PageId page, std::string_view id) const;
     [[nodiscard]] bool isKnownFile(const std::string &path);
 
     [[nodiscard]] std::string addressOf(PageId from, PageId to);
     [[nodiscard]] std::string captionOf(const FoundPage &found, std::string_view target) const;
     [[nodiscard]] NameUse useOf(PageId from, const RecordLink &link) const;
     void reportNoOverload(PageId from, const RecordLink &link, std::string_view target, PageId to);
+    void checkRawAnchor(PageId from, PageId to, std::string_view href, const RecordLink &link);
+    void reportNoAnchor(PageId from, PageId to, std::string_view anchor, const RecordLink &link);
     void reportDead(PageId from, const RecordLink &link, std::string_view target);
 
     const PageSet &m_pages;
