@@ -1,4 +1,4 @@
-#include "site/compile/html_tags.h"
+#include "site/record/html_tags.h"
 #include "site/render/body.h"
 #include "tests/site/compile_run.h"
 #include "tests/site/link_text.h"
@@ -48,17 +48,18 @@ std::string outlineOf(std::string_view html)
     std::string text;
     std::size_t begin = 0;
     HtmlTags tags(html);
-    for (std::optional<HtmlTag> tag = tags.next(); tag; tag = tags.next()) {
-        text += html.substr(begin, tag->begin - begin);
-        begin = tag->end;
-        if (tag->isClosing)
+    while (tags.next()) {
+        const HtmlTag &tag = tags.tag();
+        text += html.substr(begin, tag.begin - begin);
+        begin = tag.end;
+        if (tag.isClosing)
             continue;
-        if (tag->name == "h3" || tag->name == "li")
-            text += tag->name == "h3" ? "# " : "- ";
-        else if ((tag->name == "td" || tag->name == "th") && !text.ends_with('\n'))
+        if (tag.name == "h3" || tag.name == "li")
+            text += tag.name == "h3" ? "# " : "- ";
+        else if ((tag.name == "td" || tag.name == "th") && !text.ends_with('\n'))
             text += " | ";
-        else if (tag->name == "a" && !attributeOf(*tag, "class"))
-            text += '[' + std::string(attributeOf(*tag, "href").value_or("")) + "] ";
+        else if (tag.name == "a" && !attributeOf(tag, "class"))
+            text += '[' + std::string(attributeOf(tag, "href").value_or("")) + "] ";
     }
     return text;
 }

@@ -279,6 +279,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "3 raw q&r captioned <A HREF='q&amp;r'>q</a\n>\n"
                 "6 raw z captioned <a title=\"a>b\" href=z>z\n"
                 "6 open i <a href=\"i.htm\">i</a>\n"},
+        TextRow{"raw_but_no_tags_in_scripts_comments_and_declarations", u"a.dg"_s,
+                "\\split a\n\\html{<!doctype html><!--><a href=a>a</a><script>if (1<b) '<a href=b>'</SCRIPT>"
+                "<textarea><a href=c></textarea><a href=d>d</a>}\n",
+                "2 raw a captioned <a href=a>a</a>\n2 raw d captioned <a href=d>d</a>\n"},
         TextRow{"of_a_header_and_its_summary", u"a.h"_s,
                 "/*!!\n * \\xref{f}\n */\n/*!\n * \\brief See \\xref{S::m}{m}.\n */\nint f(int a);\nstruct S\n{\n"
                 "/*!\n * Text.\n */\nint m;\n};\n",

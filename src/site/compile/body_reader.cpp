@@ -50,10 +50,10 @@ BodyReader::Result BodyReader::read()
     m_result.text.reserve(body.size() / 2);
     HtmlTags tags(body);
     std::size_t textBegin = 0;
-    while (const std::optional<HtmlTag> tag = tags.next()) {
-        appendText(body.substr(textBegin, tag->begin - textBegin));
-        textBegin = tag->end;
-        takeTag(*tag);
+    while (tags.next()) {
+        appendText(body.substr(textBegin, tags.tag().begin - textBegin));
+        textBegin = tags.tag().end;
+        takeTag(tags.tag());
     }
     appendText(body.substr(textBegin));
     closeHeading();

@@ -3,7 +3,7 @@
 #include "pages/document_listener.h"
 #include "site/compile/code_names.h"
 #include "site/compile/heading_ids.h"
-#include "site/compile/html_tags.h"
+#include "site/record/html_tags.h"
 #include "site/record/record.h"
 
 #include <functional>

@@ -2,7 +2,7 @@
 
 #include "base/white_space.h"
 #include "markup/member_groups.h"
-#include "site/compile/html_tags.h"
+#include "site/record/html_tags.h"
 #include "site/search/terms.h"
 
 #include <algorithm>
@@ -44,11 +44,12 @@ std::string briefLine(std::string_view html)
     std::string line;
     std::size_t begin = 0;
     HtmlTags tags(html);
-    while (const std::optional<HtmlTag> tag = tags.next()) {
-        if (tag->name != "a" && tag->name != "img")
+    while (tags.next()) {
+        const HtmlTag &tag = tags.tag();
+        if (tag.name != "a" && tag.name != "img")
             continue;
-        line += html.substr(begin, tag->begin - begin);
-        begin = tag->end;
+        line += html.substr(begin, tag.begin - begin);
+        begin = tag.end;
     }
     return simplified(line += html.substr(begin));
 }

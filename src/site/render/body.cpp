@@ -2,6 +2,7 @@
 
 #include "base/text_escape.h"
 #include "site/lexers/highlight.h"
+#include "site/record/html_tags.h"
 #include "site/render/body_edits.h"
 #include "site/render/navigation.h"
 #include "site/render/page_text.h"

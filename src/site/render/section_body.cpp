@@ -3,10 +3,10 @@
 #include "base/text_escape.h"
 #include "site/link/addresses.h"
 #include "site/link/page_names.h"
+#include "site/record/html_tags.h"
 #include "site/render/body_edits.h"
 #include "site/render/open_elements.h"
 #include "site/render/page_text.h"
-#include "site/render/tag_scan.h"
 
 #include <algorithm>
 #include <iterator>
@@ -67,9 +67,9 @@ private:
         int level;         ///< of its tag
     };
 
-    void tag(const ScannedTag &tag);
-    void heading(const ScannedTag &tag);
-    void attributes(const ScannedTag &tag);
+    void tag(const HtmlTag &tag);
+    void heading(const HtmlTag &tag);
+    void attributes(const HtmlTag &tag);
     void place(const AttributeReader &attribute);
     void idList(const AttributeReader &attribute);
     void levels();
@@ -95,10 +95,12 @@ private:
 
 std::string SectionWriter::section() &&
 {
-    TagScan scan(m_body);
-    while (scan.next())
-        tag(scan.tag());
-    for (std::size_t at = scan.brokenTag(); at < m_body.size(); at = m_body.find('<', at + 1))
+    HtmlTags tags(m_body);
+    while (tags.next()) {
+        if (!tags.tag().name.empty())
+            tag(tags.tag());
+    }
+    for (std::size_t at = tags.brokenTag(); at < m_body.size(); at = m_body.find('<', at + 1))
         m_edits.push_back({at, 1, "&lt;"});
     levels();
     std::string html;
@@ -107,13 +109,13 @@ std::string SectionWriter::section() &&
         appendHtml(html, {"<h", level, " class=\"title\">", escapedText(m_page.title), "</h", level, ">\n"});
     }
     html += edited(m_body, std::move(m_edits));
-    html += scan.missingEnd();
+    html += tags.missingEnd();
     if (m_isInHeading)
         html += "</h6>"; // ends a heading of any level
     return html + m_elements.closingTags();
 }
 
-void SectionWriter::tag(const ScannedTag &tag)
+void SectionWriter::tag(const HtmlTag &tag)
 {
     if (isHeading(tag.name))
         heading(tag);
@@ -125,7 +127,7 @@ void SectionWriter::tag(const ScannedTag &tag)
         attributes(tag);
 }
 
-void SectionWriter::heading(const ScannedTag &tag)
+void SectionWriter::heading(const HtmlTag &tag)
 {
     if (!tag.isClosing) {
         m_headings.push_back({tag.begin + 2, 0, tag.name[1] - '0'});
@@ -162,7 +164,7 @@ void SectionWriter::levels()
     }
 }
 
-void SectionWriter::attributes(const ScannedTag &tag)
+void SectionWriter::attributes(const HtmlTag &tag)
 {
     m_tagId = {};
     for (AttributeReader attribute(m_body, tag.begin); attribute.next();) {
@@ -249,11 +251,11 @@ std::string_view sectionId(std::string_view address)
 
 void addAnchors(std::string_view body, std::string_view address, std::unordered_set<std::string> &anchors)
 {
-    for (TagScan scan(body); scan.next();) {
-        if (scan.tag().isClosing)
+    for (HtmlTags tags(body); tags.next();) {
+        if (tags.tag().isClosing || tags.tag().name.empty())
             continue;
-        for (AttributeReader attribute(body, scan.tag().begin); attribute.next();) {
-            if (namesPlace(scan.tag().name, lowerCase(attribute.name())))
+        for (AttributeReader attribute(body, tags.tag().begin); attribute.next();) {
+            if (namesPlace(tags.tag().name, lowerCase(attribute.name())))
                 anchors.insert(anchorId(address, attribute.text()));
         }
     }

@@ -1,4 +1,5 @@
 #include "base/white_space.h"
+#include "site/record/html_tags.h"
 #include "site/render/body_edits.h"
 
 #include <algorithm>
@@ -23,12 +24,10 @@ public:
 private:
     /// Handles the tag \a name that begins at \a begin and ends before \a end. Returns where the scan goes on.
     std::size_t tag(std::string_view name, std::size_t begin, std::size_t end);
-    [[nodiscard]] bool isTag(std::size_t begin) const;
     void text(std::size_t begin, std::size_t end);
     void openTable(std::size_t begin);
     void closeTable(std::size_t end);
-    std::size_t listing(std::size_t begin);
-    [[nodiscard]] std::size_t skipTo(std::string_view closing, std::size_t from) const;
+    std::size_t listing(std::size_t begin, std::size_t textBegin);
     void openNumberedList(std::size_t begin, std::size_t end);
     void listTag(std::string_view name, std::size_t begin, std::size_t end);
     void picture(std::size_t begin);
@@ -42,50 +41,39 @@ private:
     std::size_t m_items = 0;       // of the numbered list, with those of the lists that it continues
     bool m_isContinuable = false;  // a numbered list was closed, and only listings have followed
     bool m_isQuoted = false;       // in "tt", "code" or "a", where a marker is not that of an error here
+    bool m_isCode = false;         // in a script or style
     bool m_hasOpenListing = false; // a listing is not closed, so no later one is
 };
 
 BodyEdits StructureScan::edits() &&
 {
+    HtmlTags tags(m_body);
     std::size_t done = 0;
-    for (;;) {
-        const std::size_t begin = m_body.find('<', done);
-        text(done, std::min(begin, m_body.size()));
-        if (begin == std::string_view::npos)
-            break;
-        if (m_body.substr(begin).starts_with("<!--")) {
-            done = skipTo("-->", begin);
+    while (tags.next()) {
+        const HtmlTag &found = tags.tag();
+        text(done, found.begin);
+        done = found.end;
+        if (found.name.empty())
             continue;
-        }
-        if (!isTag(begin)) {
-            done = begin + 1;
-            continue;
-        }
-        const std::size_t nameEnd = std::min(m_body.find_first_of(" \t\r\n>", begin + 1), m_body.size());
-        const std::size_t end = tagEnd(m_body, nameEnd);
-        if (end == std::string_view::npos)
-            break;
-        done = tag(m_body.substr(begin + 1, nameEnd - begin - 1), begin, end);
+        // As it is written: only in small letters do tags count, since those of the generator are.
+        const std::size_t length = found.name.size() + (found.isClosing ? 1 : 0);
+        done = tag(m_body.substr(found.begin + 1, length), found.begin, found.end);
+        tags.goOnAt(done);
     }
+    if (tags.brokenTag() == std::string_view::npos)
+        text(done, m_body.size());
     if (m_tableDepth > 0)
         m_edits.erase(m_edits.begin() + static_cast<std::ptrdiff_t>(m_tableEdit));
     return std::move(m_edits);
 }
 
-/// Whether the "<" at \a begin begins a tag, and is not text.
-bool StructureScan::isTag(std::size_t begin) const
-{
-    const std::string_view after = m_body.substr(begin + 1);
-    const char first = after.starts_with('/') && after.size() > 1 ? after[1] : after.empty() ? ' ' : after.front();
-    return (first >= 'a' && first <= 'z') || (first >= 'A' && first <= 'Z');
-}
-
 std::size_t StructureScan::tag(std::string_view name, std::size_t begin, std::size_t end)
 {
+    m_isCode = name == "script" || name == "style";
+    if (m_isCode)
+        return end;
     if (name == "pre")
-        return listing(begin);
-    if (name == "script" || name == "style")
-        return skipTo("</" + std::string(name), begin);
+        return listing(begin, end);
     if (name == "ol" || name == "/ol" || name == "ul" || name == "/ul" || name == "li" || name == "/li") {
         listTag(name, begin, end);
         return end;
@@ -109,6 +97,8 @@ std::size_t StructureScan::tag(std::string_view name, std::size_t begin, std::si
 
 void StructureScan::text(std::size_t begin, std::size_t end)
 {
+    if (m_isCode)
+        return;
     const std::string_view text = m_body.substr(begin, end - begin);
     if (m_listDepth == 0 && !std::ranges::all_of(text, isSpace))
         m_isContinuable = false;
@@ -141,24 +131,22 @@ void StructureScan::closeTable(std::size_t end)
         insert(end, "</div>");
 }
 
-std::size_t StructureScan::listing(std::size_t begin)
+/// Handles the listing whose first tag begins at \a begin and ends before \a textBegin.
+std::size_t StructureScan::listing(std::size_t begin, std::size_t textBegin)
 {
     constexpr std::string_view closing = "</pre>";
-    const std::size_t end = m_hasOpenListing ? std::string_view::npos : m_body.find(closing, begin);
-    m_hasOpenListing = end == std::string_view::npos;
-    if (m_hasOpenListing)
-        return begin + 1;
+    const std::size_t textEnd = m_hasOpenListing ? std::string_view::npos : m_body.find(closing, textBegin);
+    m_hasOpenListing = textEnd == std::string_view::npos;
+    if (m_hasOpenListing) {
+        m_isContinuable = m_isContinuable && m_listDepth > 0;
+        return textBegin;
+    }
+    const std::size_t end = textEnd + closing.size();
     if (m_tableDepth == 0) {
         insert(begin, "<div class=\"listing\">");
-        insert(end + closing.size(), "</div>");
+        insert(end, "</div>");
     }
-    return end + closing.size();
-}
-
-std::size_t StructureScan::skipTo(std::string_view closing, std::size_t from) const
-{
-    const std::size_t at = m_body.find(closing, from);
-    return at == std::string_view::npos ? m_body.size() : at + closing.size();
+    return end;
 }
 
 void StructureScan::listTag(std::string_view name, std::size_t begin, std::size_t end)
