@@ -43,6 +43,14 @@ class FailedBuild : public testing::TestWithParam<FailureRow>
 /// A script that prints names and contents of all files of the site.
 constexpr const char *s_printSite = "(cd out && find . -type f | LC_ALL=C sort | xargs md5sum)";
 
+/// Runs the rest of a command where the directory \a name can only be read, whoever the user is.
+std::string readOnly(const std::string &name)
+{
+    return "unshare -Urm sh -c 'd=$1; shift; mount --bind \"$d\" \"$d\" && mount -o remount,bind,ro \"$d\" && "
+           "cd \"$PWD\" && exec \"$@\"' - " +
+           name + ' ';
+}
+
 } // namespace
 
 TEST_P(Rebuild, MakesWhatChanged)
@@ -119,6 +127,45 @@ INSTANTIATE_TEST_SUITE_P(
                                "rm -f x; sed -i 's/split{more}/split{rest}/' manual.dg; "
                                "mkdir out/rest.htm; $site build -o out; s=$?; rmdir out/rest.htm; exit $s",
                                "cannot write "}));
+
+TEST(Build, SaysWhatCannotBeWritten)
+{
+    SiteDirectory directory;
+    if (directory.run(readOnly(".") + "true") != 0)
+        GTEST_SKIP() << "the system does not let a directory be read-only";
+    EXPECT_EQ(directory.run(readOnly(".") + "$site build -o out"), 1);
+    EXPECT_TRUE(directory.error.starts_with("error: cannot write ") && directory.error.ends_with("/out.cache\n"))
+        << directory.error;
+    EXPECT_EQ(directory.run("mkdir ../out-$$; " + readOnly(".") +
+                            "$site build -q --strict -o ../out-$$/out; s=$?; "
+                            "ls ../out-$$/out/index.htm; rm -r ../out-$$; exit $s"),
+              0)
+        << "sources are only read: " << directory.error;
+    EXPECT_EQ(directory.run("$site build -q -o out"), 0);
+    const std::string before = directory.outputOf(s_printSite);
+    directory.run("echo Tea. >>part.dg");
+    for (const char *place : {"out", "out.cache", "."}) {
+        EXPECT_EQ(directory.run(readOnly(place) + "$site build -o out"), 1) << place;
+        EXPECT_TRUE(directory.error.starts_with("error: cannot write ")) << place << ": " << directory.error;
+        EXPECT_EQ(directory.outputOf(s_printSite), before) << place;
+    }
+    EXPECT_EQ(directory.run("$site build -q -o out && grep -q Tea. out/more.htm"), 0) << directory.error;
+}
+
+TEST(Build, IconsAreWhereThePagesShowThem)
+{
+    SiteDirectory directory;
+    directory.write("site.toml", "[[input]]\nfiles = [\"icons.dg\"]\nfolder = \"c++ \u00e4/{name}\"\n");
+    directory.write("icons.dg", "\\split{one}\n\\title One\n\\icon{CMake} \\xref{sub/two}\n"
+                                "\\html{<img alt=dot src=\"data:image/png;base64,iVBORw0KGgo=\">}\n"
+                                "\\split{sub/two}\n\\title Two\n\\icon{CMake}\n");
+    EXPECT_EQ(directory.run("$site build --strict -q -o out"), 0) << directory.error;
+    directory.run("cd out; find . -name one.htm -o -name two.htm | sort | while read page; do "
+                  "for image in $(grep -o ' src=\"[^\"]*\\(png\\|base64\\)' $page | sed 's/.*\"//'); do "
+                  "case $image in data:*) echo $image;; *) head -c 4 ${page%/*}/$image | tail -c 3; echo;; esac; "
+                  "done; done");
+    EXPECT_EQ(directory.output, "PNG\ndata:image/png;base64\nPNG\n") << directory.error;
+}
 
 TEST(Build, IsTheSameForAnyNumberOfProcessesLocaleAndPlace)
 {
