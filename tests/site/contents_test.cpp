@@ -63,6 +63,29 @@ INSTANTIATE_TEST_SUITE_P(
             "X <x.htm>\n  B1 <b1.htm>\n    B2 <b2.htm>\n  Root\n    C1 <c1.htm>\n  d.h <d_h.htm>\n    f <f.htm>\n"
             "  Y <y.htm>\n",
             ""},
+        ContentsRow{"members hang below what they follow, in the same order", R"(
+                input a.h
+                header a_h | a.h
+                class n.C | n::C
+                function n.C.D.f | n::C::D::f
+                class n.C.E | n::C::E
+                function n.C.E.g | n::C::E::g
+                page p | P
+                function n.C.h | n::C::h
+                class n.Class | n::Class
+                function n.Class.i | n::Class::i
+                entry 0 a_h
+                entry 1 n.C
+                entry 1 n.C.D.f
+                entry 1 n.C.E
+                entry 1 n.C.E.g
+                entry 1 p
+                entry 1 n.C.h
+                entry 1 n.Class
+                entry 2 n.Class.i)",
+                    "a.h <a_h.htm>\n  C <n.C.htm>\n    f <n.C.D.f.htm>\n    E <n.C.E.htm>\n      g <n.C.E.g.htm>\n"
+                    "  P <p.htm>\n  h <n.C.h.htm>\n  Class <n.Class.htm>\n    i <n.Class.i.htm>\n",
+                    ""},
         ContentsRow{"documents that nobody includes follow in the order of the inputs", R"(
                 input c.dg
                 page c | C

@@ -6,6 +6,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <fstream>
 #include <iterator>
 #include <map>
@@ -136,6 +137,34 @@ TEST(RenderPage, TextsAreCutBetweenCharacters)
     EXPECT_EQ(shortened("\u6C34\u6C34\u6C34", 3), "\u6C34\u6C34\u6C34");
     EXPECT_EQ(shortened("\u6C34\u6C34\u6C34", 2), "\u6C34\u2026");
     EXPECT_EQ(shortened("", 2), "");
+}
+
+TEST(RenderPage, LongNamesStayReadable)
+{
+    const std::string scope(90, 's');
+    EXPECT_EQ(breakable("<a::b>::c"), "&lt;a::<wbr>b&gt;::<wbr>c");
+    EXPECT_EQ(shownTitle(scope + "::C::run"), "\u2026::<wbr>C::<wbr>run") << "what tells it from others stays";
+    EXPECT_EQ(shownTitle("f::" + scope), "\u2026::<wbr>" + std::string(79, 's') + "\u2026");
+    EXPECT_EQ(shownTitle("About a::b, " + scope), "About a::<wbr>b, " + std::string(67, 's') + "\u2026");
+    for (const auto &[title, parent, shown] :
+         std::initializer_list<std::array<std::string_view, 3>>{{"n::C::run", "n::C", "run"},
+                                                                {"n::C::run", "n", "C::run"},
+                                                                {"n::Class", "n::C", "n::Class"},
+                                                                {"n::", "n", "n::"},
+                                                                {"::f", "", "::f"},
+                                                                {"n", "n", "n"}})
+        EXPECT_EQ(titleBelow(title, parent), shown);
+    std::string html;
+    appendNavigation(html, "x.htm",
+                     {{.target = {"n::C", {}}, .depth = 1},
+                      {.target = {"n::C::D", {}}, .depth = 2},
+                      {.target = {"n::C::D::e", {}}, .depth = 3},
+                      {.target = {"n::C::f", {}}, .depth = 2},
+                      {.target = {"n::C::g", {}}, .depth = 1}},
+                     9999);
+    html.erase(std::remove(html.begin(), html.end(), '\n'), html.end());
+    EXPECT_EQ(html, "<ul><li><span>n::<wbr>C</span><ul><li><span>D</span><ul><li><span>e</span></li></ul></li>"
+                    "<li><span>f</span></li></ul></li><li><span>n::<wbr>C::<wbr>g</span></li></ul>");
 }
 
 TEST(RenderPage, ListsAreWellFormedWhateverTheDepths)

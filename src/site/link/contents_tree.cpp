@@ -7,11 +7,56 @@
 
 namespace tavidoc {
 
+namespace {
+
+bool isMember(std::string_view name, std::string_view scope)
+{
+    return name.starts_with(scope) && name.substr(scope.size()).starts_with("::");
+}
+
+} // namespace
+
 ContentsTree::ContentsTree(const PageSet &pages, PageFinder &finder, FindingList &findings) : m_pages(pages)
 {
     ContentsJoin(*this, pages, finder, findings).run();
+    nestMembers();
     linkChildren();
     choosePlaces();
+}
+
+/// Headers list what they declare one after the other. Here members hang below the class or namespace that they follow,
+/// so the order stays.
+void ContentsTree::nestMembers()
+{
+    struct Scope
+    {
+        NodeId node;
+        std::uint32_t depth; ///< in the list
+    };
+    std::vector<Scope> scopes; // the declarations before the current one that it may be a member of
+    for (NodeId id = 0; id < m_nodes.size(); ++id) {
+        ContentsNode &node = m_nodes[id];
+        const std::string_view name = nameOf(node);
+        const auto isOutside = [&](const Scope &scope) {
+            return scope.depth > node.depth ||
+                   (scope.depth == node.depth && !isMember(name, nameOf(m_nodes[scope.node])));
+        };
+        while (!scopes.empty() && isOutside(scopes.back()))
+            scopes.pop_back();
+        const std::uint32_t depth = node.depth;
+        if (!scopes.empty() && scopes.back().depth == depth)
+            node.parent = scopes.back().node;
+        node.depth = node.parent == s_noNode ? 0 : m_nodes[node.parent].depth + 1;
+        if (!name.empty())
+            scopes.push_back({id, depth});
+    }
+}
+
+/// The qualified name of the declaration on the page of \a node; empty for other pages.
+std::string_view ContentsTree::nameOf(const ContentsNode &node) const
+{
+    const bool isDeclaration = node.page != s_noPage && m_pages.page(node.page).kind == RecordPageKind::Declaration;
+    return isDeclaration ? std::string_view(m_pages.page(node.page).qualifiedName) : std::string_view();
 }
 
 void ContentsTree::linkChildren()

@@ -25,7 +25,8 @@ struct ContentsNode
 };
 
 /// The joined contents of all records: entries that include the contents of another input are replaced by them,
-/// documents that nobody includes follow each other, and pages without an entry hang below their document.
+/// documents that nobody includes follow each other, and pages without an entry hang below their document. Members hang
+/// below the declaration that they follow.
 class ContentsTree
 {
 public:
@@ -50,6 +51,8 @@ public:
 private:
     friend class ContentsJoin;
 
+    void nestMembers();
+    [[nodiscard]] std::string_view nameOf(const ContentsNode &node) const;
     void linkChildren();
     void choosePlaces();
 

@@ -31,6 +31,7 @@ private:
     const std::vector<ContentsEntry> &m_entries;
     std::string m_html;
     std::vector<bool> m_isFolded; // of the open lists
+    ParentTitles m_parents;
 };
 
 void ContentsTree::entry(std::size_t index)
@@ -48,7 +49,8 @@ void ContentsTree::entry(std::size_t index)
     m_html += "<li>";
     if (isFolded)
         m_html += entry.depth == 0 ? "<details open><summary>" : "<details><summary>";
-    appendLink(m_html, s_address, entry.target);
+    const std::string_view parent = m_parents.enter(lists, entry.target.title);
+    appendLink(m_html, s_address, {std::string(titleBelow(entry.target.title, parent)), entry.target.address});
     if (isFolded)
         m_html += "</summary>";
     if (hasChildren) {

@@ -13,23 +13,12 @@ namespace {
 constexpr std::size_t s_titleLimit = 80; // characters
 constexpr std::size_t s_itemTags = 40;   // bytes: the tags of an item, at most
 
-constexpr std::string_view s_break = "<wbr>";
-
-/// \a title as HTML that may be broken between the parts of a qualified name.
-std::string breakableTitle(std::string_view title)
-{
-    std::string html = escapedText(shortened(title, s_titleLimit));
-    for (std::size_t at = 0; (at = html.find("::", at)) != std::string::npos;) {
-        at += 2;
-        html.insert(at, s_break);
-    }
-    return html;
-}
+constexpr std::size_t s_breakSize = 5; // bytes: of "<wbr>"
 
 std::size_t sizeOf(const NavigationEntry &entry)
 {
     const auto colons = static_cast<std::size_t>(std::ranges::count(entry.target.title, ':'));
-    return entry.target.title.size() + colons * s_break.size() + entry.target.address.size() + s_itemTags;
+    return entry.target.title.size() + colons * s_breakSize + entry.target.address.size() + s_itemTags;
 }
 
 /// The entries that are shown: those closest to the current one, and all ancestors.
@@ -59,13 +48,14 @@ std::vector<bool> entriesWithin(const std::vector<NavigationEntry> &entries, std
     return isShown;
 }
 
-void appendEntry(std::string &html, std::string_view page, const NavigationEntry &entry)
+void appendEntry(std::string &html, std::string_view page, const NavigationEntry &entry, std::string_view parent)
 {
     if (entry.isGap) {
         const LinkTarget more{"\u2026", entry.target.address};
         return appendLink(html, page, more, " aria-label=\"More pages\"");
     }
-    appendLink(html, page, entry.target, entry.isCurrent ? " aria-current=\"page\"" : "");
+    appendLink(html, page, {std::string(titleBelow(entry.target.title, parent)), entry.target.address},
+               entry.isCurrent ? " aria-current=\"page\"" : "");
 }
 
 void appendItem(std::string &html, const RecordHeading &heading)
@@ -101,9 +91,29 @@ std::size_t sizeOf(const std::vector<const RecordHeading *> &headings)
 
 } // namespace
 
+std::string shownTitle(std::string_view title)
+{
+    if (title.size() <= s_titleLimit || title.find(' ') != std::string_view::npos)
+        return breakable(shortened(title, s_titleLimit));
+    std::string_view name = title;
+    while (name.size() > s_titleLimit) {
+        const std::size_t separator = name.find("::");
+        if (separator == std::string_view::npos || separator + 2 == name.size())
+            break;
+        name.remove_prefix(separator + 2);
+    }
+    return breakable((name.size() < title.size() ? "\u2026::" : "") + shortened(name, s_titleLimit));
+}
+
+std::string_view titleBelow(std::string_view title, std::string_view parent)
+{
+    const bool isMember = !parent.empty() && title.starts_with(parent) && title.substr(parent.size()).starts_with("::");
+    return isMember && title.size() > parent.size() + 2 ? title.substr(parent.size() + 2) : title;
+}
+
 void appendLink(std::string &html, std::string_view page, const LinkTarget &target, std::string_view attributes)
 {
-    const std::string title = breakableTitle(target.title);
+    const std::string title = shownTitle(target.title);
     if (target.address.empty())
         return appendHtml(html, {"<span", attributes, ">", title, "</span>"});
     const std::string address = escapedText(relativeAddress(page, target.address));
@@ -115,11 +125,12 @@ void appendNavigation(std::string &html, std::string_view page, const std::vecto
 {
     const std::vector<bool> isShown = entriesWithin(entries, limit);
     NestedList list(html);
+    ParentTitles parents;
     for (std::size_t index = 0; index < entries.size(); ++index) {
         if (!isShown[index])
             continue;
         list.item(entries[index].depth);
-        appendEntry(html, page, entries[index]);
+        appendEntry(html, page, entries[index], parents.enter(entries[index].depth, entries[index].target.title));
     }
     list.close();
 }
@@ -141,6 +152,15 @@ void appendPageContents(std::string &html, const std::vector<RecordHeading> &hea
     }
     list.close();
     html += "</nav>\n";
+}
+
+std::string_view ParentTitles::enter(std::size_t depth, std::string_view title)
+{
+    while (!m_open.empty() && m_open.back().first >= depth)
+        m_open.pop_back();
+    const std::string_view parent = m_open.empty() ? std::string_view() : m_open.back().second;
+    m_open.emplace_back(depth, title);
+    return parent;
 }
 
 void NestedList::item(std::size_t depth, std::string_view tag)

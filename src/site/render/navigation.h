@@ -5,6 +5,7 @@
 
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tavidoc {
@@ -17,6 +18,23 @@ void appendNavigation(std::string &html, std::string_view page, const std::vecto
 /// Appends the list of \a headings below the first level, nested to two levels; nothing for fewer than two. A list
 /// that is too long has only the upper level, and then only its beginning.
 void appendPageContents(std::string &html, const std::vector<RecordHeading> &headings, std::size_t limit);
+
+/// \a title as HTML of at most 80 characters or little more. A qualified name that is too long loses its outer scopes.
+[[nodiscard]] std::string shownTitle(std::string_view title);
+
+/// What to show of \a title below an entry with the title \a parent: without its name if that is a scope of it.
+[[nodiscard]] std::string_view titleBelow(std::string_view title, std::string_view parent);
+
+/// The titles of the entries around an entry of a tree, whose entries come in their order with their depths.
+class ParentTitles
+{
+public:
+    /// Goes to an entry. Returns the title of the one that it is below; empty at the top.
+    std::string_view enter(std::size_t depth, std::string_view title);
+
+private:
+    std::vector<std::pair<std::size_t, std::string_view>> m_open;
+};
 
 /// Appends "<a href=...>title</a>", or the title alone when \a target has no address.
 void appendLink(std::string &html, std::string_view page, const LinkTarget &target, std::string_view attributes = {});

@@ -52,7 +52,7 @@ std::string FrameWriter::page(std::string_view body)
     navigation();
     m_html += "<main id=\"main\">\n";
     if (body.find("<h1") == std::string_view::npos)
-        appendHtml(m_html, {"<h1 class=\"title\">", escapedText(m_frame.title), "</h1>\n"});
+        appendHtml(m_html, {"<h1 class=\"title\">", breakable(m_frame.title), "</h1>\n"});
     appendHtml(m_html, {body, "\n</main>\n"});
     if (m_frame.headings != nullptr)
         appendPageContents(m_html, *m_frame.headings, s_pageContentsLimit);
@@ -112,12 +112,15 @@ void FrameWriter::breadcrumbs()
         appendHtml(m_html, {"<img src=\"", toTop(m_settings.logo.address), "\" alt=\"\">"});
     appendHtml(m_html, {escapedText(m_settings.title), "</a></li>"});
     std::size_t left = m_frame.ancestors == nullptr ? 0 : m_frame.ancestors->size();
+    std::string_view parent;
     for (std::size_t index = 0; left > 0; ++index, --left) {
-        if (left > s_ancestorsLimit || (*m_frame.ancestors)[index].title == m_settings.title)
+        const auto &[title, address] = (*m_frame.ancestors)[index];
+        if (left > s_ancestorsLimit || title == m_settings.title)
             continue;
         m_html += "<li>";
-        appendLink(m_html, m_frame.address, (*m_frame.ancestors)[index]);
+        appendLink(m_html, m_frame.address, {std::string(titleBelow(title, parent)), address});
         m_html += "</li>";
+        parent = title;
     }
     m_html += "</ol></nav>\n";
 }
@@ -153,7 +156,7 @@ void FrameWriter::neighbour(std::string_view relation, std::string_view label, c
     if (target == nullptr)
         return;
     appendHtml(m_html, {"<a rel=\"", relation, "\" href=\"", toTop(target->address), "\"><small>", label, "</small> ",
-                        escapedText(shortened(target->title, 80)), "</a>"});
+                        shownTitle(target->title), "</a>"});
 }
 
 void FrameWriter::footer()

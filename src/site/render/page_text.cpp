@@ -1,5 +1,6 @@
 #include "site/render/page_text.h"
 
+#include "base/text_escape.h"
 #include "pages/page_encoding.h"
 
 namespace tavidoc {
@@ -24,6 +25,18 @@ std::string shortened(std::string_view text, std::size_t limit)
             return std::string(text.substr(0, end)) + "\u2026";
     }
     return std::string(text);
+}
+
+std::string breakable(std::string_view text)
+{
+    constexpr std::string_view separator = "::";
+    std::string html;
+    for (std::size_t at; (at = text.find(separator)) != std::string_view::npos; text.remove_prefix(at)) {
+        at += separator.size();
+        html += escapedText(text.substr(0, at));
+        html += "<wbr>";
+    }
+    return html += escapedText(text);
 }
 
 QByteArray asciiFile(std::string_view html)

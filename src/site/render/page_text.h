@@ -14,6 +14,9 @@ void appendHtml(std::string &html, std::initializer_list<std::string_view> piece
 /// \a text, cut after \a limit characters at most, with an ellipsis if something was cut.
 [[nodiscard]] std::string shortened(std::string_view text, std::size_t limit);
 
+/// \a text as HTML that may be broken between the parts of a qualified name.
+[[nodiscard]] std::string breakable(std::string_view text);
+
 /// \a html, UTF-8, as a file: pure ASCII, every other character as a reference.
 [[nodiscard]] QByteArray asciiFile(std::string_view html);
 

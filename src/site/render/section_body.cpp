@@ -1,6 +1,5 @@
 #include "site/render/section_body.h"
 
-#include "base/text_escape.h"
 #include "site/link/addresses.h"
 #include "site/link/page_names.h"
 #include "site/record/html_tags.h"
@@ -106,7 +105,7 @@ std::string SectionWriter::section() &&
     std::string html;
     if (m_headings.empty() || m_headings.front().level != 1) {
         const std::string level = std::to_string(std::min<std::size_t>(m_page.level, s_deepestLevel));
-        appendHtml(html, {"<h", level, " class=\"title\">", escapedText(m_page.title), "</h", level, ">\n"});
+        appendHtml(html, {"<h", level, " class=\"title\">", breakable(m_page.title), "</h", level, ">\n"});
     }
     html += edited(m_body, std::move(m_edits));
     html += tags.missingEnd();
