@@ -12,8 +12,6 @@ namespace {
 
 using Range = SynopsisTokens::Range;
 
-constexpr qsizetype s_indentation = 4;
-
 bool needsBlank(const SynopsisToken &before, const SynopsisToken &token)
 {
     if (before.is(u'(') || before.is(u'[') || token.is(u')') || token.is(u']') || token.is(u',') || token.is(u';'))
@@ -82,33 +80,6 @@ int nestingOf(const SynopsisToken &token)
     return opens - closes;
 }
 
-/// The parts of \a tokens between commas outside brackets.
-std::vector<Range> partsOf(Range tokens)
-{
-    std::vector<Range> parts;
-    std::size_t begin = 0;
-    int nesting = 0;
-    int angles = 0;
-    for (std::size_t at = 0; at < tokens.size(); ++at) {
-        nesting += nestingOf(tokens[at]);
-        if (nesting == 0)
-            angles = std::max(0, angles + angleOf(tokens, at));
-        if (nesting == 0 && angles == 0 && tokens[at].is(u',')) {
-            parts.push_back(tokens.subspan(begin, at - begin));
-            begin = at + 1;
-        }
-    }
-    parts.push_back(tokens.subspan(begin));
-    return parts;
-}
-
-QString lineOf(Range tokens)
-{
-    QString text;
-    append(text, tokens);
-    return text;
-}
-
 /// The index of the bracket that closes the one at \a open; the number of tokens if there is none.
 std::size_t closing(Range tokens, std::size_t open)
 {
@@ -133,100 +104,17 @@ void appendAligned(QString &text, const std::vector<Range> &parts, qsizetype col
     for (std::size_t index = 0; index < parts.size(); ++index) {
         if (index > 0)
             text += separator;
-        text += lineOf(parts[index]);
+        text += line(parts[index]);
     }
 }
-
-/// Marks the braces of \a tokens that hold statements: a ";" is in them, not in braces inside them.
-std::vector<bool> bracesWithStatements(Range tokens)
-{
-    std::vector<bool> marks(tokens.size(), false);
-    std::vector<std::size_t> open;
-    for (std::size_t at = 0; at < tokens.size(); ++at) {
-        if (tokens[at].is(u'{'))
-            open.push_back(at);
-        else if (tokens[at].is(u'}') && !open.empty())
-            open.pop_back();
-        else if (tokens[at].is(u';') && !open.empty())
-            marks[open.back()] = true;
-    }
-    return marks;
-}
-
-/// Writes statements in braces.
-class BlockWriter
-{
-public:
-    BlockWriter(Range tokens, char16_t separator)
-        : m_tokens(tokens), m_separator(separator), m_hasStatements(bracesWithStatements(tokens))
-    {
-    }
-
-    QString write()
-    {
-        for (std::size_t at = 0; at < m_tokens.size(); ++at)
-            add(at);
-        flush(m_tokens.size());
-        return m_text;
-    }
-
-private:
-    void add(std::size_t at)
-    {
-        const SynopsisToken &token = m_tokens[at];
-        if (token.isDirective()) {
-            // A definition inside an enumerator changes what follows; between enumerators it does not matter.
-            const bool matters = token.isConditional() || at > m_begin;
-            flush(at);
-            m_begin = at + 1;
-            if (matters)
-                m_text.append(token.text).append(u'\n');
-        } else if (token.is(u'{')) {
-            // The outermost brace is broken, those of lists in it are not.
-            const bool breaks = m_open.empty() || m_hasStatements[at];
-            m_open.push_back(breaks);
-            if (breaks) {
-                flush(at + 1);
-                ++m_depth;
-            }
-        } else if (token.is(u'}') && !m_open.empty()) {
-            if (m_open.back()) {
-                flush(at);
-                --m_depth;
-            }
-            m_open.pop_back();
-        } else {
-            m_groups += token.is(u'(') - token.is(u')');
-            const bool isList = m_separator == u',' && m_open.size() == 1;
-            if (!m_open.empty() && m_open.back() && m_groups == 0 && token.is(isList ? u',' : u';'))
-                flush(at + 1);
-        }
-    }
-
-    /// Writes the tokens up to \a end that have not been written, on a line.
-    void flush(std::size_t end)
-    {
-        if (end <= m_begin)
-            return;
-        m_text += QString(m_depth * s_indentation, u' ') + lineOf(m_tokens.subspan(m_begin, end - m_begin)) + u'\n';
-        m_begin = end;
-    }
-
-    Range m_tokens;
-    char16_t m_separator;
-    std::vector<bool> m_hasStatements;
-    std::vector<bool> m_open; ///< for every open brace, whether its content is on lines of its own
-    QString m_text;
-    std::size_t m_begin = 0;
-    qsizetype m_depth = 0;
-    int m_groups = 0;
-};
 
 } // namespace
 
-QString line(const Tokens &tokens)
+QString line(Range tokens)
 {
-    return lineOf(tokens);
+    QString text;
+    append(text, tokens);
+    return text;
 }
 
 std::size_t closingAngle(Range tokens, std::size_t open)
@@ -244,40 +132,131 @@ std::size_t closingAngle(Range tokens, std::size_t open)
     return tokens.size();
 }
 
-std::size_t templateHeads(Range tokens)
+std::vector<Range> parts(Range tokens)
 {
-    std::size_t end = 0;
-    while (end + 1 < tokens.size() && tokens[end].is(u"template") && tokens[end + 1].is(u'<')) {
-        const std::size_t close = closingAngle(tokens, end + 1);
-        if (close == tokens.size())
-            break;
-        end = close + 1;
+    std::vector<Range> parts;
+    std::size_t begin = 0;
+    int nesting = 0;
+    int angles = 0;
+    for (std::size_t at = 0; at < tokens.size(); ++at) {
+        nesting += nestingOf(tokens[at]);
+        if (nesting == 0)
+            angles = std::max(0, angles + angleOf(tokens, at));
+        if (nesting == 0 && angles == 0 && tokens[at].is(u',')) {
+            parts.push_back(tokens.subspan(begin, at - begin));
+            begin = at + 1;
+        }
     }
-    return end;
+    if (!tokens.empty())
+        parts.push_back(tokens.subspan(begin));
+    return parts;
 }
 
 namespace {
 
-/// The template heads of \a tokens, each on a line of its own; \a tokens loses them.
+/// The index after the name at \a at, which may be qualified and have template arguments.
+std::size_t afterName(Range tokens, std::size_t at)
+{
+    while (at < tokens.size() && (tokens[at].is(u"::") || tokens[at].isWord())) {
+        const bool isWord = tokens[at].isWord() && !tokens[at].is(u"template");
+        ++at;
+        const std::size_t close =
+            isWord && at < tokens.size() && tokens[at].is(u'<') ? closingAngle(tokens, at) : tokens.size();
+        at = close < tokens.size() ? close + 1 : at;
+        if (isWord && !(at < tokens.size() && tokens[at].is(u"::")))
+            break;
+    }
+    return at;
+}
+
+/// The index after the constraint whose "requires" is at \a at.
+std::size_t afterConstraint(Range tokens, std::size_t at)
+{
+    do {
+        ++at;
+        if (at + 1 < tokens.size() && tokens[at].is(u"requires")) { // an expression
+            at += tokens[at + 1].is(u'(') ? closing(tokens, at + 1) - at : 0;
+            at = at + 1 < tokens.size() && tokens[at + 1].is(u'{') ? closing(tokens, at + 1) : at;
+            at = std::min(at + 1, tokens.size());
+        } else if (at < tokens.size() && tokens[at].is(u'(')) {
+            at = std::min(closing(tokens, at) + 1, tokens.size());
+        } else if (at < tokens.size() && tokens[at].kind == SynopsisToken::Number) {
+            ++at;
+        } else {
+            at = afterName(tokens, at);
+        }
+    } while (at < tokens.size() && (tokens[at].is(u"&&") || tokens[at].is(u"||")));
+    return at;
+}
+
+/// The index after the template head that \a tokens begin with, and after the constraint of that head; 0 if there is
+/// none. \a head becomes the index after the head without the constraint.
+std::size_t afterTemplateHead(Range tokens, std::size_t &head)
+{
+    if (tokens.size() < 2 || !tokens[0].is(u"template") || !tokens[1].is(u'<'))
+        return 0;
+    const std::size_t close = closingAngle(tokens, 1);
+    if (close == tokens.size())
+        return 0;
+    head = close + 1;
+    return head < tokens.size() && tokens[head].is(u"requires") ? afterConstraint(tokens, head) : head;
+}
+
+/// The template heads of \a tokens and their constraints, each on a line of its own; \a tokens loses them.
 QString takeTemplateHeads(Range &tokens)
 {
     QString text;
-    while (tokens.size() > 1 && tokens[0].is(u"template") && tokens[1].is(u'<')) {
-        const std::size_t close = closingAngle(tokens, 1);
-        if (close == tokens.size())
-            break;
-        text += lineOf(tokens.first(close + 1)) + u'\n';
-        tokens = tokens.subspan(close + 1);
+    std::size_t head = 0;
+    for (std::size_t end = afterTemplateHead(tokens, head); end > 0; end = afterTemplateHead(tokens, head)) {
+        text += line(tokens.first(head)) + u'\n';
+        if (head < end)
+            text += line(tokens.subspan(head, end - head)) + u'\n';
+        tokens = tokens.subspan(end);
     }
     return text;
 }
 
+/// The constraint at the end of the function \a tokens, after the index \a from, as a line of its own; \a tokens loses it.
+QString takeConstraint(Range &tokens, std::size_t from)
+{
+    for (std::size_t at = from; at < tokens.size(); at = tokens[at].is(u'(') ? closing(tokens, at) + 1 : at + 1) {
+        if (!tokens[at].is(u"requires"))
+            continue;
+        const QString text = u'\n' + QString(indentation, u' ') + line(tokens.subspan(at));
+        tokens = tokens.first(at);
+        return text;
+    }
+    return {};
+}
+
 } // namespace
+
+std::size_t templateHeads(Range tokens)
+{
+    std::size_t end = 0;
+    std::size_t head = 0;
+    for (std::size_t next = afterTemplateHead(tokens, head); next > 0;
+         next = afterTemplateHead(tokens.subspan(end), head))
+        end += next;
+    return end;
+}
+
+std::size_t argumentsAfter(Range tokens, std::size_t name)
+{
+    if (name < tokens.size() && tokens[name].is(u"operator") && name + 2 < tokens.size() && tokens[name + 1].is(u'(') &&
+        tokens[name + 2].is(u')'))
+        name += 2;
+    while (++name < tokens.size() && !tokens[name].is(u'(')) {
+    }
+    while (name + 1 < tokens.size() && tokens[name + 1].is(u'(') && tokens[name].match == tokens[name + 1].match + 1)
+        ++name; // "f OF((int a))"
+    return std::min(name, tokens.size());
+}
 
 QString function(const Tokens &tokens, std::size_t open)
 {
     if (hasConditional(tokens))
-        return lineOf(tokens);
+        return line(tokens);
     Tokens joined = tokens;
     if (open > 0 && open < joined.size() && joined[open - 1].isWord()) {
         // "f (void)" is written "f(void)".
@@ -285,57 +264,49 @@ QString function(const Tokens &tokens, std::size_t open)
         for (std::size_t at = open; at < joined.size() && gap > 0; ++at)
             joined[at].offset -= gap;
     }
-    QString text = lineOf(joined);
+    QString text = line(joined);
     if (text.size() <= longestLine)
         return text;
     Range rest = joined;
     const std::size_t total = rest.size();
     text = takeTemplateHeads(rest);
     const std::size_t removed = total - rest.size();
-    const QString whole = lineOf(rest);
+    QString whole = line(rest);
     if (whole.size() <= longestLine || open < removed || open - removed >= rest.size())
         return text + whole;
     const std::size_t begin = open - removed + 1;
     const std::size_t end = closing(rest, begin - 1);
-    if (end == rest.size() || end == begin)
-        return text + whole;
-    text += lineOf(rest.first(begin));
-    const std::vector<Range> arguments = partsOf(rest.subspan(begin, end - begin));
-    const auto widest = std::ranges::max(arguments, {}, [](Range part) { return lineOf(part).size(); });
+    const QString constraint = takeConstraint(rest, end);
+    whole = line(rest);
+    if (whole.size() <= longestLine || end >= rest.size() || end == begin)
+        return text + whole + constraint;
+    text += line(rest.first(begin));
+    const std::vector<Range> arguments = parts(rest.subspan(begin, end - begin));
+    const auto widest = std::ranges::max(arguments, {}, [](Range part) { return line(part).size(); });
     qsizetype column = widthOfLastLine(text);
-    if (column + lineOf(widest).size() > longestLine && column > 2 * s_indentation) {
-        column = 2 * s_indentation;
+    if (column + line(widest).size() > longestLine && column > 2 * indentation) {
+        column = 2 * indentation;
         text += u'\n' + QString(column, u' ');
     }
     appendAligned(text, arguments, column);
-    return text + lineOf(rest.subspan(end));
+    return text + line(rest.subspan(end)) + constraint;
 }
 
 QString head(const Tokens &tokens)
 {
-    QString text = lineOf(tokens);
+    QString text = line(tokens);
     if (text.size() <= longestLine || hasConditional(tokens))
         return text;
     Range rest = tokens;
     text = takeTemplateHeads(rest);
-    const QString whole = lineOf(rest);
+    const QString whole = line(rest);
     const auto colon = std::ranges::find_if(rest, [](const SynopsisToken &token) { return token.is(u':'); });
     if (whole.size() <= longestLine || colon == rest.end())
         return text + whole;
     const auto before = static_cast<std::size_t>(std::distance(rest.begin(), colon)) + 1;
-    text += lineOf(rest.first(before)) + u' ';
-    appendAligned(text, partsOf(rest.subspan(before)), widthOfLastLine(text));
+    text += line(rest.first(before)) + u' ';
+    appendAligned(text, parts(rest.subspan(before)), widthOfLastLine(text));
     return text;
-}
-
-QString block(const Tokens &tokens, char16_t separator)
-{
-    if (separator == u',' && std::ranges::none_of(tokens, &SynopsisToken::isDirective)) {
-        QString text = lineOf(tokens);
-        if (text.size() <= longestLine)
-            return text;
-    }
-    return BlockWriter(tokens, separator).write().trimmed();
 }
 
 } // namespace tavidoc::SynopsisLayout

@@ -16,9 +16,11 @@ using Tokens = std::vector<SynopsisToken>;
 
 /// The longest line of a synopsis, if it can be broken.
 inline constexpr qsizetype longestLine = 80;
+/// The columns of one level.
+inline constexpr qsizetype indentation = 4;
 
 /// \a tokens on one line.
-[[nodiscard]] QString line(const Tokens &tokens);
+[[nodiscard]] QString line(SynopsisTokens::Range tokens);
 /// \a tokens of a function, whose argument list begins at the index \a open: on one line if it is short enough, otherwise
 /// with one argument per line.
 [[nodiscard]] QString function(const Tokens &tokens, std::size_t open);
@@ -30,7 +32,11 @@ inline constexpr qsizetype longestLine = 80;
 
 /// The index of the ">" for the "<" at \a open; the number of tokens if there is none.
 [[nodiscard]] std::size_t closingAngle(SynopsisTokens::Range tokens, std::size_t open);
-/// The number of tokens in the template heads that \a tokens begin with.
+/// The number of tokens in the template heads that \a tokens begin with, with the constraints after them.
 [[nodiscard]] std::size_t templateHeads(SynopsisTokens::Range tokens);
+/// The index of the "(" of the arguments of the function whose name is at \a name; the number of tokens if there is none.
+[[nodiscard]] std::size_t argumentsAfter(SynopsisTokens::Range tokens, std::size_t name);
+/// The parts of \a tokens between commas outside brackets; none of no tokens.
+[[nodiscard]] std::vector<SynopsisTokens::Range> parts(SynopsisTokens::Range tokens);
 
 } // namespace tavidoc::SynopsisLayout

@@ -61,9 +61,26 @@ void SynopsisSource::addPlace(SourceBrowserObject &object)
         while (isToken(end, u'{'))
             end = endFrom(std::max(matchOf(end), end) + 1);
     }
+    while (beginsRequirements(end)) // which the parser takes for the body of the function
+        end = endFrom(matchOf(end) + 1);
     const std::size_t name = m_tokens.indexAt(object.source().name).value_or(s_none);
     if (end > *begin)
         m_places.push_back({&object, extendedBegin(*begin), name < end ? name : s_none, end});
+}
+
+/// Whether the token at \a index is the "{" of a "requires" expression.
+bool SynopsisSource::beginsRequirements(std::size_t index) const
+{
+    const std::vector<SynopsisToken> &all = m_tokens.all();
+    if (!isToken(index, u'{') || matchOf(index) <= index || index < 2)
+        return false;
+    std::size_t word = index - 1;
+    if (isToken(word, u')'))
+        word = matchOf(word) - 1;
+    if (word == 0 || word >= index || !all[word].is(u"requires"))
+        return false;
+    const SynopsisToken &before = all[word - 1]; // a constraint with parentheses is no expression
+    return before.is(u"requires") || before.is(u"&&") || before.is(u"||");
 }
 
 /// The index of the token that ends the declaration at \a begin, as far as braces and semicolons show it.

@@ -87,6 +87,7 @@ private:
     [[nodiscard]] Group groupOf(const Place &place) const;
     [[nodiscard]] std::size_t extendedBegin(std::size_t begin) const;
     [[nodiscard]] std::size_t endFrom(std::size_t begin) const;
+    [[nodiscard]] bool beginsRequirements(std::size_t index) const;
     [[nodiscard]] bool isToken(std::size_t index, char16_t unit) const;
     [[nodiscard]] std::size_t matchOf(std::size_t index) const;
 

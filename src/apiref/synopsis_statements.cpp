@@ -42,19 +42,6 @@ std::size_t indexOf(const Tokens &tokens, qsizetype offset)
     return static_cast<std::size_t>(found - tokens.begin());
 }
 
-/// The index of the "(" of the arguments of the function whose name is at \a name; the number of tokens if there is none.
-std::size_t argumentsAfter(const Tokens &tokens, std::size_t name)
-{
-    if (name < tokens.size() && tokens[name].is(u"operator") && name + 2 < tokens.size() && tokens[name + 1].is(u'(') &&
-        tokens[name + 2].is(u')'))
-        name += 2;
-    while (++name < tokens.size() && !tokens[name].is(u'(')) {
-    }
-    while (name + 1 < tokens.size() && tokens[name + 1].is(u'(') && tokens[name].match == tokens[name + 1].match + 1)
-        ++name; // "f OF((int a))"
-    return std::min(name, tokens.size());
-}
-
 /// The index of what begins the value of the variable whose name is at \a name; the number of tokens if it has none.
 std::size_t valueAfter(const Tokens &tokens, std::size_t name)
 {
@@ -409,9 +396,9 @@ QString SynopsisSource::functionOrObject(const Place &place, Tokens tokens) cons
     if (place.object->phylum() == SourceBrowserObject::Variable) {
         if (isLong(tokens))
             tokens.resize(valueAfter(tokens, name));
-        return SynopsisLayout::function(tokens, argumentsAfter(tokens, name)) + u';';
+        return SynopsisLayout::function(tokens, SynopsisLayout::argumentsAfter(tokens, name)) + u';';
     }
-    return SynopsisLayout::function(tokens, argumentsAfter(tokens, name)) + u';';
+    return SynopsisLayout::function(tokens, SynopsisLayout::argumentsAfter(tokens, name)) + u';';
 }
 
 /// States a concept. A long constraint keeps its lines.

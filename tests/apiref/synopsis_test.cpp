@@ -98,6 +98,14 @@ INSTANTIATE_TEST_SUITE_P(
             "some_quite_long_function_name_indeed",
             "some_long_type_name *some_quite_long_function_name_indeed(\n"
             "        const some_other_type_name *argument_one,\n        int b);"},
+        Row{"constraints before and after a long function",
+            u"template <class T, class U> requires std::regular<T> && (sizeof(U) > 4) [[nodiscard]] constexpr T f(T "
+            u"&&t, U u) noexcept requires requires(T x) { x.g(); };",
+            "f",
+            "template <class T, class U>\nrequires std::regular<T> && (sizeof(U) > 4)\n"
+            "[[nodiscard]] constexpr T f(T &&t, U u) noexcept\n    requires requires(T x) { x.g(); };"},
+        Row{"constraints that fit", u"template <class T> requires n::C<T, 1> void f(T t) requires D<T>;", "f",
+            "template <class T> requires n::C<T, 1> void f(T t) requires D<T>;"},
         Row{"a condition inside", u"int f(int a\n#ifdef B\n, int b\n#else\n, long b\n#endif\n);", "f",
             "int f(int a\n#ifdef B\n, int b\n#else\n, long b\n#endif\n);"},
         Row{"a macro that makes the declaration", u"PNG_EXPORT(1, int, f, (int a))\nint g;", "f",
@@ -109,6 +117,12 @@ INSTANTIATE_TEST_SUITE_P(
         Row{"a class with bases",
             u"template <typename T> class Buffer final : public Base<T>, virtual Other { int a; };", "Buffer",
             "template <typename T> class Buffer final : public Base<T>, virtual Other"},
+        Row{"a constraint before a long class",
+            u"template <class Something> requires std::integral<Something> || requires(Something s) { s.x; } struct A "
+            u": B<Something> { A(); };",
+            "A",
+            "template <class Something>\nrequires std::integral<Something> || requires(Something s) { s.x; }\n"
+            "struct A : B<Something>"},
         Row{"a structure of C", u"struct A { int a, b; /* c */ void (*f)(int, /* d */ int); union { int g; } h; };",
             "A", "struct A {\n    int a, b;\n    void (*f)(int, int);\n    union {\n        int g;\n    } h;\n};"},
         Row{"a union of C", u"union A { int a; float b; };", "A", "union A {\n    int a;\n    float b;\n};"},
