@@ -111,6 +111,11 @@ bool SourceBrowserDeclarationParser::declareGuide()
     guide.kind = SourceBrowserDeclarator::Function;
     guide.name = tokens[first].text.toString();
     guide.place = positionOf(tokens[first]);
+    const auto begin = tokens.begin() + static_cast<std::ptrdiff_t>(first);
+    std::vector<Token> constructor(begin, tokens.begin() + static_cast<std::ptrdiff_t>(arrow));
+    SourceBrowserDeclarators declarators = m_reader.read(constructor, guide.name, false);
+    if (!declarators.empty())
+        guide.arguments = std::move(declarators.front().arguments);
     m_pending.form = SourceBrowserObject::Form::DeductionGuide;
     declareFunction(guide, true, nullptr);
     return true;

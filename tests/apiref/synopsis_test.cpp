@@ -235,4 +235,12 @@ TEST(Synopsis, Enumerators)
     EXPECT_EQ(text, "int\na= 2: before\nb=f(1, 2) 3: after\nc=x<1, 2>::v 5: one|two\nd= -1: \n");
 }
 
+TEST(Synopsis, KnowsGuidesArguments)
+{
+    const Header header(u"template <class T> explicit A(const T *first, int) -> A<T>;"_s);
+    const auto *const guide = dynamic_cast<const SourceBrowserMethod *>(header.model.find(u"A"));
+    ASSERT_NE(guide, nullptr);
+    EXPECT_EQ(guide->description(), u"A(const T *first, int)"_s);
+}
+
 } // namespace
