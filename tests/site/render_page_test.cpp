@@ -143,6 +143,8 @@ TEST(RenderPage, LongNamesStayReadable)
 {
     const std::string scope(90, 's');
     EXPECT_EQ(breakable("<a::b>::c"), "&lt;a::<wbr>b&gt;::<wbr>c");
+    EXPECT_EQ(breakable("next_page::documentationLines2Of_THE__model::"),
+              "next_page::<wbr>documentation<wbr>Lines2<wbr>Of_<wbr>THE__<wbr>model::");
     EXPECT_EQ(shownTitle(scope + "::C::run"), "\u2026::<wbr>C::<wbr>run") << "what tells it from others stays";
     EXPECT_EQ(shownTitle("f::" + scope), "\u2026::<wbr>" + std::string(79, 's') + "\u2026");
     EXPECT_EQ(shownTitle("About a::b, " + scope), "About a::<wbr>b, " + std::string(67, 's') + "\u2026");

@@ -17,8 +17,8 @@ constexpr std::size_t s_breakSize = 5; // bytes: of "<wbr>"
 
 std::size_t sizeOf(const NavigationEntry &entry)
 {
-    const auto colons = static_cast<std::size_t>(std::ranges::count(entry.target.title, ':'));
-    return entry.target.title.size() + colons * s_breakSize + entry.target.address.size() + s_itemTags;
+    const std::size_t breaks = breakableParts(entry.target.title).size() - 1;
+    return entry.target.title.size() + breaks * s_breakSize + entry.target.address.size() + s_itemTags;
 }
 
 /// The entries that are shown: those closest to the current one, and all ancestors.
