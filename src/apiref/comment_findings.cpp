@@ -94,7 +94,7 @@ bool isForReaders(const SourceBrowserObject &object)
 }
 
 /// What is the same for declarations of the same thing.
-QString identity(const SourceBrowserObject &object)
+QString identity(const SourceBrowserObject &object, const SynopsisSource *source)
 {
     QString text = object.qualifiedName();
     const auto *const method = dynamic_cast<const SourceBrowserMethod *>(&object);
@@ -102,21 +102,24 @@ QString identity(const SourceBrowserObject &object)
         return text;
     for (const SourceBrowserArgument &argument : method->arguments())
         text += u',' + argument.type.text;
+    if (source != nullptr)
+        return text + u')' + source->signature(*method).qualifiers;
     return method->isConst ? text + u'+' : text;
 }
 
 } // namespace
 
-void tellUndocumented(const QString &file, const SourceBrowserModel &model, DocumentListener &listener)
+void tellUndocumented(const QString &file, const SourceBrowserModel &model, const SynopsisSource *source,
+                      DocumentListener &listener)
 {
     std::set<QString> known; // documented, or reported
     for (const SourceBrowserObject *object :
          model.chosen([](const SourceBrowserObject &candidate) { return candidate.documentation().startsWith(u'!'); }))
-        known.insert(identity(*object));
+        known.insert(identity(*object, source));
     if (known.empty())
         return;
     for (const SourceBrowserObject *object : model.chosen(isForReaders)) {
-        if (object->lines().first < 0 || !known.insert(identity(*object)).second)
+        if (object->lines().first < 0 || !known.insert(identity(*object, source)).second)
             continue;
         std::string text(declarationKind(*object));
         text.append(" \"").append(qualifiedByColons(*object)).append("\" has no documentation comment");

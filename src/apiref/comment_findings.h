@@ -1,5 +1,6 @@
 #pragma once
 
+#include "apiref/synopsis_source.h"
 #include "pages/document_listener.h"
 #include "sourcebrowser/model.h"
 
@@ -19,8 +20,10 @@ void tellStrayComments(const QString &file, const std::vector<int> &commentLines
                        DocumentListener &listener);
 
 /// Tells \a listener about the public functions, classes, enumerations and macros of \a model, the declarations of the
-/// header \a file, that have no documentation comment. Nothing is told about a header without any such comment.
-void tellUndocumented(const QString &file, const SourceBrowserModel &model, DocumentListener &listener);
+/// header \a file, that have no documentation comment. Nothing is told about a header without any such comment. \a source,
+/// if it is not null, distinguishes overloads by all their qualifiers.
+void tellUndocumented(const QString &file, const SourceBrowserModel &model, const SynopsisSource *source,
+                      DocumentListener &listener);
 
 /// Tells \a listener where the parameters and the result that \a comment describes are not those of \a object, a
 /// function or macro. \a comment is UTF-8, without the delimiters; it begins at \a place.

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 #include <optional>
 
 namespace tavidoc {
@@ -34,7 +35,8 @@ constexpr std::array<std::string_view, KindCount> s_titles = {
 
 constexpr std::array<std::string_view, 3> s_accesses = {"", "Protected ", "Private "};
 
-constexpr std::size_t s_shownEnumerators = 3; // of an enumeration without a name
+constexpr std::size_t s_longestDetailedHeading = 120; // in bytes
+constexpr std::size_t s_shownEnumerators = 3;         // of an enumeration without a name
 
 std::size_t accessIndex(SourceBrowserObject::Access access)
 {
@@ -201,12 +203,10 @@ MemberCaption memberCaption(const SourceBrowserObject &member, const SynopsisSou
 {
     MemberCaption caption{{}, member.name().toStdString(), {}};
     if (const auto *const method = dynamic_cast<const SourceBrowserMethod *>(&member)) {
-        const unsigned flags = SourceBrowserObject::TightParenthesis | SourceBrowserObject::StripUnderscores;
-        std::string arguments = method->description(flags).mid(member.name().size()).toStdString();
-        // Only C++ has functions in scopes, and there an empty list has no "void".
-        if (arguments == "(void)" && !member.scope().isEmpty())
-            arguments = "()";
-        caption.after = arguments + (method->isConst ? " const" : "");
+        const SynopsisSource::Signature signature = source.signature(*method);
+        caption.after = signature.arguments.toStdString();
+        if (!signature.qualifiers.isEmpty())
+            caption.after += ' ' + signature.qualifiers.toStdString();
     } else if (member.phylum() != SourceBrowserObject::Variable) {
         caption.before.append(declarationKind(member)).append(" ");
     }
@@ -217,12 +217,66 @@ MemberCaption memberCaption(const SourceBrowserObject &member, const SynopsisSou
     return caption;
 }
 
-std::string sharedHeading(const SourceBrowserObject &object, const SynopsisSource &source)
+namespace {
+
+/// What distinguishes \a object from others of its name: a function's name and arguments, else the kind and the name.
+std::string heading(const SourceBrowserObject &object, const SynopsisSource &source)
 {
     const MemberCaption caption = memberCaption(object, source);
     if (object.phylum() == SourceBrowserObject::Method)
         return caption.name + caption.after;
     return std::string(declarationKind(object)) + ' ' + caption.name + caption.after;
+}
+
+/// \a plain, the heading of \a object, with the template head and the constraint.
+std::string detailedHeading(const SourceBrowserObject &object, const std::string &plain, const SynopsisSource &source)
+{
+    const auto *const method = dynamic_cast<const SourceBrowserMethod *>(&object);
+    if (method == nullptr)
+        return plain;
+    const SynopsisSource::Signature signature = source.signature(*method);
+    std::string text = signature.templateHeads.toStdString();
+    text.append(text.empty() ? "" : " ").append(plain);
+    return text.append(signature.constraint.isEmpty() ? "" : " ").append(signature.constraint.toStdString());
+}
+
+/// The indices of \a texts, those of equal ones together, in order.
+std::vector<std::vector<std::size_t>> groupsOfEqual(const std::vector<std::string> &texts)
+{
+    std::map<std::string_view, std::vector<std::size_t>> byText;
+    for (std::size_t index = 0; index < texts.size(); ++index)
+        byText[texts[index]].push_back(index);
+    std::vector<std::vector<std::size_t>> groups;
+    for (auto &[text, group] : byText)
+        groups.push_back(std::move(group));
+    return groups;
+}
+
+} // namespace
+
+std::vector<std::string> sharedHeadings(const std::vector<const SourceBrowserObject *> &objects,
+                                        const SynopsisSource &source)
+{
+    std::vector<std::string> headings;
+    for (const SourceBrowserObject *const object : objects)
+        headings.push_back(heading(*object, source));
+    for (const std::vector<std::size_t> &group : groupsOfEqual(headings)) {
+        std::vector<std::string> detailed;
+        for (const std::size_t index : group)
+            detailed.push_back(detailedHeading(*objects[index], headings[index], source));
+        const bool isShort = std::ranges::all_of(
+            detailed, [](const std::string &text) { return text.size() <= s_longestDetailedHeading; });
+        if (!isShort || std::ranges::count(detailed, detailed.front()) == std::ssize(detailed))
+            continue;
+        for (std::size_t at = 0; at < group.size(); ++at)
+            headings[group[at]] = std::move(detailed[at]);
+    }
+    for (const std::vector<std::size_t> &group : groupsOfEqual(headings)) {
+        const std::string count = " of " + std::to_string(group.size()) + ')';
+        for (std::size_t at = 0; at < group.size() && group.size() > 1; ++at)
+            headings[group[at]] += " (" + std::to_string(at + 1) + count;
+    }
+    return headings;
 }
 
 std::string baseName(std::string_view base)

@@ -34,8 +34,11 @@ struct MemberCaption
 };
 [[nodiscard]] MemberCaption memberCaption(const SourceBrowserObject &member, const SynopsisSource &source);
 
-/// What distinguishes \a object from others of its name: a function's name and arguments, else the kind and the name.
-[[nodiscard]] std::string sharedHeading(const SourceBrowserObject &object, const SynopsisSource &source);
+/// The headings of \a objects, declarations of one name that share a page, all different: a function's name, arguments
+/// and qualifiers, else the kind and the name; where these are equal, also the template head and the constraint, if
+/// they are short; where that does not help, "(1 of 2)".
+[[nodiscard]] std::vector<std::string> sharedHeadings(const std::vector<const SourceBrowserObject *> &objects,
+                                                      const SynopsisSource &source);
 
 /// The name of the class in \a base, an entry of a list of bases, without template arguments.
 [[nodiscard]] std::string baseName(std::string_view base);

@@ -45,7 +45,7 @@ void ReferencePages::tellOverload(const SourceBrowserObject &object, std::option
         overload.types.push_back(type.text.toStdString());
         overload.parameters.push_back(parameter.toStdString());
     }
-    overload.isConst = method->isConst;
+    overload.qualifiers = m_source->signature(*method).qualifiers.toStdString();
     overload.hasHeading = heading.has_value();
     overload.heading = heading.value_or(0);
     m_facts->addOverload(std::move(overload));

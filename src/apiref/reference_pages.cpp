@@ -93,7 +93,7 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
     if (m_facts) {
         m_facts->listener().file(m_header.given(), m_lines.wasRead());
         tellStrayComments(m_header.given(), parser.documentationLines(), m_model, m_facts->listener());
-        tellUndocumented(m_header.given(), m_model, m_facts->listener());
+        tellUndocumented(m_header.given(), m_model, m_source ? &*m_source : nullptr, m_facts->listener());
         tellForeignComments(m_header.given(),
                             {m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())},
                             m_facts->listener());

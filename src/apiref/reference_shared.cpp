@@ -61,19 +61,21 @@ void ReferencePages::makeSharedPage(const std::vector<Documented *> &declaration
     Finished finished{first.line, qualifiedByColons(*first.object), {}, {}};
     openPage(first);
     m_pages.setTitle(finished.name);
+    std::vector<const SourceBrowserObject *> objects;
+    for (const Documented *const declaration : declarations)
+        objects.push_back(declaration->object);
+    const std::vector<std::string> headings = sharedHeadings(objects, *m_source);
     const Documented *described = nullptr; // whose description is that of the page
-    for (Documented *const declaration : declarations) {
+    for (std::size_t index = 0; index < declarations.size(); ++index) {
+        Documented &declaration = *declarations[index];
+        if (declarations.size() > 1)
+            declaration.heading = m_blocks.text().size();
         if (m_facts)
-            tellOverload(*declaration->object,
-                         declarations.size() > 1 ? std::optional(m_blocks.text().size()) : std::nullopt);
-        if (declarations.size() > 1) {
-            declaration->heading = m_blocks.text().size();
-            m_blocks.text() += "<h2>";
-            appendEscaped(m_blocks.text(), sharedHeading(*declaration->object, *m_source));
-            m_blocks.text() += "</h2>";
-        }
-        if (writeShared(*declaration) && described == nullptr)
-            described = declaration;
+            tellOverload(*declaration.object, declaration.heading);
+        if (declaration.heading)
+            m_blocks.text().append("<h2>").append(escapedText(headings[index])).append("</h2>");
+        if (writeShared(declaration) && described == nullptr)
+            described = &declaration;
     }
     if (described == nullptr) {
         const auto any = std::ranges::find_if(declarations, [](auto *each) { return !each->description.empty(); });

@@ -35,6 +35,15 @@ public:
         QString underlyingType; ///< of an enumeration, as written; empty if it has none
     };
 
+    /// What distinguishes a function from others of its name, spelled as in the header, with one blank for white space.
+    struct Signature
+    {
+        QString templateHeads; ///< on one line; empty if it is no template
+        QString arguments;     ///< in parentheses, without default values
+        QString qualifiers;    ///< after the arguments: "const &&"
+        QString constraint;    ///< at the end, with "requires"
+    };
+
     struct Enumerator
     {
         QString name;
@@ -54,6 +63,7 @@ public:
     /// or the members of a class. Empty if it is unknown.
     [[nodiscard]] QStringView stated(const SourceBrowserObject &object) const;
     [[nodiscard]] Facts facts(const SourceBrowserObject &object) const;
+    [[nodiscard]] Signature signature(const SourceBrowserMethod &function) const;
     [[nodiscard]] std::vector<Enumerator> enumerators(const SourceBrowserEnum &enumeration) const;
 
     /// The text of the header.
@@ -106,6 +116,10 @@ private:
     [[nodiscard]] std::size_t classKey(std::size_t begin, std::size_t end) const;
     [[nodiscard]] std::size_t tagOf(std::size_t key, std::size_t brace) const;
     [[nodiscard]] std::size_t declaratorBegin(const Place &place, std::size_t from) const;
+
+    // Signatures: synopsis_signature.cpp.
+    [[nodiscard]] static QString argumentsText(SynopsisTokens::Range list);
+    void takeQualifiers(std::size_t at, std::size_t end, Signature &signature) const;
 
     // Comments and enumerators: synopsis_comments.cpp.
     [[nodiscard]] const Place *placeBefore(std::size_t token, const QHash<std::size_t, const Place *> &byEnd) const;

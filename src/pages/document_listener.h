@@ -79,9 +79,9 @@ struct DocumentOverload
 {
     std::vector<std::string> types;      ///< of its arguments
     std::vector<std::string> parameters; ///< the same with their names
-    bool isConst = false;
-    bool hasHeading = false; ///< others share the page, so it has a heading
-    std::size_t heading = 0; ///< in the body, of the "<" of its opening tag
+    std::string qualifiers;              ///< after the arguments: "const &&"
+    bool hasHeading = false;             ///< others share the page, so it has a heading
+    std::size_t heading = 0;             ///< in the body, of the "<" of its opening tag
 };
 
 /// The name of a base class in the body of the page of a class.

@@ -184,6 +184,67 @@ INSTANTIATE_TEST_SUITE_P(
             u"#define TEXT \"................................................................................\"",
             "TEXT", "#define TEXT"}));
 
+/// A row of a table of functions: a header, and the signatures of all that are named "f", "operator..." or "A".
+struct SignatureRow
+{
+    const char *name;
+    const char16_t *header;
+    const char *signatures; ///< "TEMPLATE HEADS|ARGUMENTS|QUALIFIERS|CONSTRAINT; ..."
+};
+
+void PrintTo(const SignatureRow &row, std::ostream *out)
+{
+    *out << row.name;
+}
+
+class Signatures : public testing::TestWithParam<SignatureRow>
+{
+};
+
+TEST_P(Signatures, AreSpelledAsInTheHeader)
+{
+    const Header header(QString::fromUtf16(GetParam().header));
+    std::string text;
+    for (const SourceBrowserObject *const object : header.model.all()[1]) {
+        const auto *const method = dynamic_cast<const SourceBrowserMethod *>(object);
+        ASSERT_NE(method, nullptr) << GetParam().name;
+        const SynopsisSource::Signature signature = header.source.signature(*method);
+        text += (text.empty() ? "" : "; ") + signature.templateHeads.toStdString() + '|' +
+                signature.arguments.toStdString() + '|' + signature.qualifiers.toStdString() + '|' +
+                signature.constraint.toStdString();
+    }
+    EXPECT_EQ(text, GetParam().signatures) << GetParam().name;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Functions, Signatures,
+    testing::Values(
+        SignatureRow{"white space and default values",
+                     u"void f(U&& x,  const  T *y = g<1, 2>(a, b), bool (*z)(int, int) = nullptr, E e = (A < B));",
+                     "|(U&& x, const T *y, bool (*z)(int, int), E e)||"},
+        SignatureRow{"all qualifiers",
+                     u"struct A { int f() &; int f() const &; int f() && noexcept(a && b); auto f() const volatile -> "
+                     u"int &; int f() const && = delete; };",
+                     "|()|&|; |()|const &|; |()|&&|; |()|const volatile|; |()|const &&|"},
+        SignatureRow{"what follows initialisers and bodies",
+                     u"struct A { A(int a) noexcept : b(a & 1) {} int f() const { return 1 & 2; } int b; };",
+                     "|(int a)||; |()|const|"},
+        SignatureRow{"constraints",
+                     u"template <class T> requires C<T> void f(T t) requires (D<T> && sizeof(T) == 1); template <class "
+                     u"T> void f(T t) requires E<T> = delete;",
+                     "template <class T> requires C<T>|(T t)||requires (D<T> && sizeof(T) == 1); template <class T>|(T "
+                     "t)||requires E<T>"},
+        SignatureRow{"deduction guides", u"template <class T> A(const T *, int n = 1) -> A<T>;",
+                     "template <class T>|(const T *, int n)||"},
+        SignatureRow{"call operators and conversions",
+                     u"struct A { bool operator ()(int a) const; explicit operator bool() const; };",
+                     "|()|const|; |(int a)|const|"},
+        SignatureRow{"void and names with underscores", u"int f(void); struct A { int f(void); int g(int __n); };",
+                     "|(void)||; |(int __n)||; |(void)||"},
+        SignatureRow{"arguments of a macro", u"int f OF((int a, char *b));", "|(int a, char *b)||"},
+        SignatureRow{"conditions, which only the model can state", u"int f(int a\n#if B\n, int b\n#endif\n) const;",
+                     "|(int a, int b)|const|"}));
+
 TEST(Synopsis, CommentsAfterDeclarations)
 {
     const Header header(uR"(#define A 1 /*!< macro */

@@ -217,6 +217,31 @@ TEST(ClassPages, ShowEveryDeclarationOfANameWithItsComment)
     EXPECT_EQ(findingsOf(record), "");
 }
 
+TEST(ClassPages, GiveEveryOverloadItsOwnHeading)
+{
+    const RecordWithBodies record = recordOf(
+        u"a.h"_s, documented("struct C {") + documented("int &f() &;") + documented("int f() &&;") +
+                      documented("int f() const;") + documented("template <class T> void g(T&& t) requires A<T>;") +
+                      documented("template <class T> void g(T&& t);") + documented("auto h() -> int;") + "#if X\n" +
+                      documented("long h();") + "#endif\n};\n" + documented("template <class T> C(T) -> C<T>;") +
+                      documented("C(int, char) -> C<char>;"));
+    std::string text;
+    for (const RecordPage &page : record.head.pages) {
+        for (const RecordHeading &heading : page.headings)
+            text += page.stem + '#' + heading.id + ' ' + heading.text + '\n';
+        for (const RecordOverload &overload : page.overloads)
+            text += page.stem + '(' + overload.types + ") " + overload.qualifiers + " #" + overload.heading + '\n';
+    }
+    EXPECT_EQ(text.substr(0, text.find("a_h")),
+              "C.f#f f() &\nC.f#f-2 f() &&\nC.f#f-const f() const\nC.f() & #f\nC.f() && #f-2\nC.f() const #f-const\n"
+              "C.g#template-class-t-g-t-t-requires-a-t template <class T> g(T&& t) requires A<T>\n"
+              "C.g#template-class-t-g-t-t template <class T> g(T&& t)\n"
+              "C.g(T&&)  #template-class-t-g-t-t-requires-a-t\nC.g(T&&)  #template-class-t-g-t-t\n"
+              "C.h#h-1-of-2 h() (1 of 2)\nC.h#h-2-of-2 h() (2 of 2)\nC.h()  #h-1-of-2\nC.h()  #h-2-of-2\n"
+              "C#struct-c struct C\nC#functions Functions\nC#c-t C(T)\nC#c-int-char C(int, char)\nC(T)  #c-t\n"
+              "C(int,char)  #c-int-char\n");
+}
+
 TEST(HeaderPages, FoldTheDeclarationsThatNoCommentDocuments)
 {
     const RecordWithBodies record =

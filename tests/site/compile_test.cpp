@@ -424,8 +424,9 @@ TEST(Compile, KnowsTheOverloadsOfAPage)
     std::string text;
     for (const RecordPage &page : record.head.pages) {
         for (const RecordOverload &overload : page.overloads)
-            text += page.stem + "(" + overload.types + ")" + (overload.isConst ? " const" : "") + " (" +
-                    overload.parameters + ") #" + overload.heading + (page.isMember ? " member\n" : "\n");
+            text += page.stem + "(" + overload.types + ")" + (overload.qualifiers.empty() ? "" : " ") +
+                    overload.qualifiers + " (" + overload.parameters + ") #" + overload.heading +
+                    (page.isMember ? " member\n" : "\n");
     }
     EXPECT_EQ(text, "B.push(int) (int a) #push-int-a member\n"
                     "B.push(const char*,void(*)(int),std::map<int,int>&,...) const (const char*text,void(*done)(int),"

@@ -405,6 +405,32 @@ INSTANTIATE_TEST_SUITE_P(
                 "x.htm 6: B.push.htm#push-const [push() const]\nx.htm 7: B.call.htm [B::operator()(int)]\n"
                 "x.htm 8: one.htm [one(int)]\nB.push.htm 0: #push-int [push(int)]\n",
                 ""},
+        LinkRow{"qualifiers choose an overload, and without those it needs a link to several is ambiguous", R"(
+                input a.dg
+                page x
+                link get(int) &
+                link get(int)&&
+                link get(int) const noexcept &&
+                link get(int)
+                link get()
+                link get(char)
+                link get(char) &
+                entry 0 x
+                input b.h
+                function B.get | B::get
+                overload int & | get-left
+                overload int const & | get-const
+                overload int && | get-right
+                overload int const && | get-both
+                overload & | none-left
+                overload && | none-right
+                overload char const & | only
+                entry 0 B.get)",
+                "x.htm 0: B.get.htm#get-left [get(int) &]\nx.htm 1: B.get.htm#get-right [get(int)&&]\n"
+                "x.htm 2: B.get.htm#get-both [get(int) const noexcept &&]\nx.htm 3: \nx.htm 4: B.get.htm [get()]\n"
+                "x.htm 5: B.get.htm#only [get(char)]\nx.htm 6: B.get.htm#only [get(char) &]\n",
+                "a.dg:5: \"get(int)\" means several overloads of \"B::get\": expected \"get(int) &\", \"get(int) const "
+                "&\", \"get(int) &&\", \"get(int) const &&\", \"get() &\" and 2 more [ambiguous-link]\n"},
         LinkRow{"an overload that does not exist is a dead link", R"(
                 input a.dg
                 page x

@@ -17,7 +17,7 @@
 ///     link TARGET                   captioned TARGET, resolved STEM, raw HREF, external ADDRESS
 ///     image FILE                    icon NAME
 ///     base NAME                     of the class of the last page
-///     anchor NAME                   overload TYPES | HEADING: "const" may follow the types
+///     anchor NAME                   overload TYPES | HEADING: "const", " &" and " &&" may follow the types
 ///     member                        its declaration is in a class
 ///     text NAME                     code NAME, dot NAME, type NAME: a name in code
 ///     entry DEPTH STEM | TITLE      group DEPTH TITLE, include DEPTH X.xml, include-all DEPTH X.xml (with its root)
@@ -123,10 +123,15 @@ private:
 
     static void addOverload(tavidoc::RecordPage &page, const std::string &rest)
     {
-        const std::string types = left(rest);
-        const bool isConst = types == "const" || types.ends_with(" const");
-        const std::string arguments = isConst ? types.substr(0, types.size() < 6 ? 0 : types.size() - 6) : types;
-        page.overloads.push_back({arguments, arguments + " a", isConst, right(rest)});
+        std::string types = left(rest);
+        std::string qualifiers;
+        for (const std::string word : {"&&", "&", "const"}) {
+            if (types != word && !types.ends_with(' ' + word))
+                continue;
+            types.resize(types.size() - std::min(types.size(), word.size() + 1));
+            qualifiers = word + (qualifiers.empty() ? "" : ' ' + qualifiers);
+        }
+        page.overloads.push_back({types, types + " a", qualifiers, right(rest)});
     }
 
     void addEntry(const std::string &word, const std::string &rest)

@@ -52,7 +52,7 @@ inline tavidoc::RecordWithBodies sampleRecord()
     page.terms = {{"brief", 3}, {"title", 90}};
     page.excerpt = "Title x";
     page.isMember = true;
-    page.overloads = {{"int,char*", "int a,char*b", true, "f-int"}};
+    page.overloads = {{"int,char*", "int a,char*b", "const &", "f-int"}};
     page.names = {{"n::g", RecordName::Use::Member, {3, 900}}};
     RecordWithBodies record;
     record.head.input = "manual/a.dg";

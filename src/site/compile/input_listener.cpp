@@ -107,7 +107,7 @@ std::string tightList(const std::vector<std::string> &texts)
 
 RecordOverload recorded(const DocumentOverload &overload, const std::vector<RecordHeading> &headings)
 {
-    RecordOverload result = {tightList(overload.types), tightList(overload.parameters), overload.isConst, {}};
+    RecordOverload result = {tightList(overload.types), tightList(overload.parameters), overload.qualifiers, {}};
     const auto heading = std::ranges::lower_bound(headings, overload.heading, {}, &RecordHeading::offset);
     if (overload.hasHeading && heading != headings.end() && heading->offset == overload.heading)
         result.heading = heading->id;

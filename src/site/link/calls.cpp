@@ -20,6 +20,43 @@ std::size_t openingParenthesis(std::string_view text)
     return std::string_view::npos;
 }
 
+struct QualifierWord
+{
+    std::string_view word;
+    unsigned bit;
+};
+
+/// What may follow the arguments; "&&" comes before "&", which it ends with.
+constexpr std::array<QualifierWord, 5> s_qualifiers = {{{"const", CallName::Const},
+                                                        {"noexcept", 0},
+                                                        {"volatile", CallName::Volatile},
+                                                        {"&&", CallName::RvalueReference},
+                                                        {"&", CallName::LvalueReference}}};
+
+/// Removes the qualifiers at the end of \a text and returns them.
+unsigned takeQualifiers(std::string_view &text)
+{
+    unsigned bits = 0;
+    text = trimmed(text);
+    for (bool hasQualifier = true; hasQualifier;) {
+        hasQualifier = false;
+        for (const auto &[word, bit] : s_qualifiers) {
+            if (!text.ends_with(word))
+                continue;
+            text = trimmedEnd(text.substr(0, text.size() - word.size()));
+            bits |= bit;
+            hasQualifier = true;
+        }
+    }
+    return bits;
+}
+
+unsigned qualifiersOf(const RecordOverload &overload)
+{
+    std::string_view text = overload.qualifiers;
+    return takeQualifiers(text);
+}
+
 bool isOperatorName(std::string_view name)
 {
     constexpr std::string_view word = "operator";
@@ -33,19 +70,8 @@ bool isOperatorName(std::string_view name)
 
 std::optional<CallName> callNameOf(std::string_view target)
 {
-    static constexpr std::array<std::string_view, 5> qualifiers = {"const", "noexcept", "volatile", "&", "&&"};
     CallName call;
-    target = trimmed(target);
-    for (bool hasQualifier = true; hasQualifier;) {
-        hasQualifier = false;
-        for (const std::string_view qualifier : qualifiers) {
-            if (!target.ends_with(qualifier))
-                continue;
-            target = trimmedEnd(target.substr(0, target.size() - qualifier.size()));
-            call.isConst = call.isConst || qualifier == "const";
-            hasQualifier = true;
-        }
-    }
+    call.qualifiers = takeQualifiers(target);
     const std::size_t open = target.ends_with(')') ? openingParenthesis(target) : std::string_view::npos;
     if (open == std::string_view::npos)
         return std::nullopt;
@@ -57,18 +83,31 @@ std::optional<CallName> callNameOf(std::string_view target)
     return isName ? std::optional(std::move(call)) : std::nullopt;
 }
 
-const RecordOverload *overloadOf(std::span<const RecordOverload> overloads, const CallName &call)
+FoundOverload overloadOf(std::span<const RecordOverload> overloads, const CallName &call)
 {
-    const RecordOverload *found = nullptr;
+    FoundOverload found;
+    unsigned qualifiers = 0; // of what was found
     for (const RecordOverload &overload : overloads) {
         if (overload.types != call.arguments && overload.parameters != call.arguments)
             continue;
-        if (overload.isConst == call.isConst)
-            return &overload;
-        if (!call.isConst && found == nullptr)
-            found = &overload;
+        const unsigned own = qualifiersOf(overload);
+        if (own == call.qualifiers)
+            return {&overload, false};
+        if ((own & call.qualifiers) != call.qualifiers)
+            continue;
+        found.isAmbiguous |= found.overload != nullptr && own != qualifiers;
+        found.overload = found.overload == nullptr ? &overload : found.overload;
+        qualifiers = own;
     }
-    return found;
+    return found.isAmbiguous ? FoundOverload{nullptr, true} : found;
+}
+
+std::string shownCall(std::string_view name, const RecordOverload &overload)
+{
+    const std::size_t separator = name.rfind("::");
+    std::string call(separator == std::string_view::npos ? name : name.substr(separator + 2));
+    call.append("(").append(overload.types).append(")");
+    return call.append(overload.qualifiers.empty() ? "" : " ").append(overload.qualifiers);
 }
 
 } // namespace tavidoc

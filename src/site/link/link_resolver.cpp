@@ -34,22 +34,12 @@ std::string unescaped(std::string_view value)
 
 constexpr std::size_t s_mostOverloads = 5; // that a finding lists
 
-/// A function as a link may name it: "push(int,const char*)".
-std::string shownCall(const RecordPage &page, const RecordOverload &overload)
-{
-    const std::string_view name = page.qualifiedName;
-    const std::size_t separator = name.rfind("::");
-    std::string call(separator == std::string_view::npos ? name : name.substr(separator + 2));
-    call.append("(").append(overload.types).append(overload.isConst ? ") const" : ")");
-    return call;
-}
-
 /// What leads from the top of \a page to the overload without arguments if \a target, which led to the page, ends in
 /// "()". That page may have none.
 std::string headingOfCall(const RecordPage &page, std::string_view target)
 {
     const std::optional<CallName> call = target.ends_with("()") ? callNameOf(target) : std::nullopt;
-    const RecordOverload *const overload = call ? overloadOf(page.overloads, *call) : nullptr;
+    const RecordOverload *const overload = call ? overloadOf(page.overloads, *call).overload : nullptr;
     return overload == nullptr || overload->heading.empty() ? std::string() : '#' + overload->heading;
 }
 
@@ -139,12 +129,12 @@ LinkResolver::Resolution LinkResolver::resolvedOverload(PageId from, const Recor
         reportDead(from, link, target);
         return ResolvedLink{};
     }
-    const RecordOverload *const overload = overloadOf(m_pages.page(to).overloads, *call);
-    if (overload == nullptr) {
-        reportNoOverload(from, link, target, to);
+    const FoundOverload chosen = overloadOf(m_pages.page(to).overloads, *call);
+    if (chosen.overload == nullptr) {
+        reportNoOverload(from, link, target, to, chosen.isAmbiguous);
         return ResolvedLink{};
     }
-    const std::string anchor = overload->heading.empty() ? std::string() : '#' + overload->heading;
+    const std::string anchor = chosen.overload->heading.empty() ? std::string() : '#' + chosen.overload->heading;
     std::string address = from == to && !anchor.empty() ? std::string() : addressOf(from, to);
     return ResolvedLink{0, std::move(address) + anchor, std::string(target)};
 }
@@ -257,17 +247,20 @@ std::string LinkResolver::captionOf(const FoundPage &found, std::string_view tar
     return isPage ? page.title : std::string(target);
 }
 
-void LinkResolver::reportNoOverload(PageId from, const RecordLink &link, std::string_view target, PageId to)
+/// Reports that none of the overloads on the page \a to is the one that \a target names, or that several are.
+void LinkResolver::reportNoOverload(PageId from, const RecordLink &link, std::string_view target, PageId to,
+                                    bool isAmbiguous)
 {
     const RecordPage &page = m_pages.page(to);
-    std::string text = inQuotes(page.qualifiedName) + " has no overload " + inQuotes(target) + ": expected ";
+    std::string text = isAmbiguous ? inQuotes(target) + " means several overloads of " + inQuotes(page.qualifiedName)
+                                   : inQuotes(page.qualifiedName) + " has no overload " + inQuotes(target);
+    text += ": expected ";
     const std::size_t count = std::min(page.overloads.size(), s_mostOverloads);
-    for (std::size_t i = 0; i < count; ++i) {
-        text.append(i == 0 ? "" : ", ").append(inQuotes(shownCall(page, page.overloads[i])));
-    }
+    for (std::size_t i = 0; i < count; ++i)
+        text.append(i == 0 ? "" : ", ").append(inQuotes(shownCall(page.qualifiedName, page.overloads[i])));
     if (count < page.overloads.size())
         text += " and " + std::to_string(page.overloads.size() - count) + " more";
-    m_findings.add("dead-link", m_pages.recordOf(from), link.place, std::move(text));
+    m_findings.add(isAmbiguous ? "ambiguous-link" : "dead-link", m_pages.recordOf(from), link.place, std::move(text));
 }
 
 void LinkResolver::reportNoAnchor(PageId from, PageId to, std::string_view anchor, const RecordLink &link)

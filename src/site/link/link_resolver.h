@@ -43,7 +43,7 @@ private:
     [[nodiscard]] std::string addressOf(PageId from, PageId to);
     [[nodiscard]] std::string captionOf(const FoundPage &found, std::string_view target) const;
     [[nodiscard]] NameUse useOf(PageId from, const RecordLink &link) const;
-    void reportNoOverload(PageId from, const RecordLink &link, std::string_view target, PageId to);
+    void reportNoOverload(PageId from, const RecordLink &link, std::string_view target, PageId to, bool isAmbiguous);
     void checkRawAnchor(PageId from, PageId to, std::string_view href, const RecordLink &link);
     void reportNoAnchor(PageId from, PageId to, std::string_view anchor, const RecordLink &link);
     void reportDead(PageId from, const RecordLink &link, std::string_view target);

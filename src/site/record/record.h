@@ -115,8 +115,8 @@ struct RecordOverload
 {
     std::string types;      ///< of its arguments, tightened, with "," between them
     std::string parameters; ///< the same with the names of the arguments
-    bool isConst = false;
-    std::string heading; ///< the id of its heading; empty when it has the page to itself
+    std::string qualifiers; ///< after the arguments: "const &&"
+    std::string heading;    ///< the id of its heading; empty when it has the page to itself
 };
 
 enum class RecordPageKind : std::uint8_t

@@ -103,7 +103,7 @@ void describe(auto &fields, OneOf<RecordOverload> auto &overload)
 {
     fields("types", overload.types);
     fields("parameters", overload.parameters);
-    fields("isConst", overload.isConst);
+    fields("qualifiers", overload.qualifiers);
     fields("heading", overload.heading);
 }
 
