@@ -24,14 +24,17 @@ enum Kind : std::size_t
     Types,
     Constructors,
     Functions,
+    Signals,
+    Slots,
     Operators,
     Data,
     Constants,
     KindCount
 };
 
-constexpr std::array<std::string_view, KindCount> s_titles = {
-    "Namespaces", "Types", "Constructors and Destructor", "Functions", "Operators", "Data", "Constants"};
+constexpr std::array<std::string_view, KindCount> s_titles = {"Namespaces", "Types",   "Constructors and Destructor",
+                                                              "Functions",  "Signals", "Slots",
+                                                              "Operators",  "Data",    "Constants"};
 
 constexpr std::array<std::string_view, 3> s_accesses = {"", "Protected ", "Private "};
 
@@ -78,6 +81,8 @@ Kind kindOf(const SourceBrowserObject &member, const QString &constructor, const
     case SourceBrowserObject::Method:
         if (isOperator(member.name()))
             return Operators;
+        if (const SynopsisSource::Section section = source.section(member); section != SynopsisSource::Section::Plain)
+            return section == SynopsisSource::Section::Signals ? Signals : Slots;
         return member.name() == constructor || member.name().startsWith(u'~') ? Constructors : Functions;
     case SourceBrowserObject::Variable:
     case SourceBrowserObject::Macro:

@@ -24,14 +24,20 @@ std::string shortened(const std::string &after)
 
 } // namespace
 
-/// Appends tables of the documented members of \a container: those with a page, and those with a comment after them.
+/// Appends tables of the documented members and friends of \a container: those with a page, and members with a comment
+/// after them.
 void ReferencePages::appendMembers(const SourceBrowserContainer &container)
 {
     std::vector<const SourceBrowserObject *> members = visibleMembers(container);
     std::erase_if(members, [this](const SourceBrowserObject *member) {
         return !m_byObject.contains(member) && member->trailingComment().isEmpty();
     });
-    for (const MemberSection &section : memberSections(container, members, *m_source)) {
+    std::vector<MemberSection> sections = memberSections(container, members, *m_source);
+    std::vector<const SourceBrowserObject *> friends = m_source->friends(container);
+    std::erase_if(friends, [this](const SourceBrowserObject *each) { return !m_byObject.contains(each); });
+    if (!friends.empty())
+        sections.push_back({"Friends", std::move(friends)});
+    for (const MemberSection &section : sections) {
         m_blocks.text().append("<h3>").append(section.title).append("</h3>\n<table class=\"members\">\n");
         for (const SourceBrowserObject *const member : section.members)
             appendMember(*member);

@@ -44,6 +44,7 @@ SynopsisSource::SynopsisSource(const QByteArray &text, const SourceBrowserModel 
                       [](const Place &place) { return std::pair(place.begin, place.isNamed() ? place.name + 1 : 0); });
     for (std::size_t index = 0; index < m_places.size(); ++index)
         m_placeOf.insert(m_places[index].object, index);
+    readSections();
 }
 
 void SynopsisSource::addPlace(SourceBrowserObject &object)

@@ -7,6 +7,7 @@
 #include <QHash>
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -44,6 +45,14 @@ public:
         QString constraint;    ///< at the end, with "requires"
     };
 
+    /// What the label before a method makes it. The labels are those of Qt.
+    enum class Section : unsigned char
+    {
+        Plain,
+        Signals, ///< "signals:", "Q_SIGNALS:", or Q_SIGNAL before the method
+        Slots,   ///< "public slots:", "public Q_SLOTS:", or Q_SLOT before the method
+    };
+
     struct Enumerator
     {
         QString name;
@@ -64,6 +73,12 @@ public:
     [[nodiscard]] QStringView stated(const SourceBrowserObject &object) const;
     [[nodiscard]] Facts facts(const SourceBrowserObject &object) const;
     [[nodiscard]] Signature signature(const SourceBrowserMethod &function) const;
+    [[nodiscard]] Section section(const SourceBrowserObject &method) const { return m_sections.value(&method); }
+    /// The functions that the class \a container declares as its friends, in the order of the header.
+    [[nodiscard]] std::vector<const SourceBrowserObject *> friends(const SourceBrowserContainer &container) const
+    {
+        return m_friends.value(&container);
+    }
     [[nodiscard]] std::vector<Enumerator> enumerators(const SourceBrowserEnum &enumeration) const;
 
     /// The text of the header.
@@ -101,6 +116,11 @@ private:
     [[nodiscard]] bool isToken(std::size_t index, char16_t unit) const;
     [[nodiscard]] std::size_t matchOf(std::size_t index) const;
 
+    // What is around them: synopsis_sections.cpp.
+    void readSections();
+    [[nodiscard]] Section sectionOf(const Place &place, Section labelled) const;
+    [[nodiscard]] std::optional<Section> labelAt(std::size_t index) const;
+
     // Stating them: synopsis_statements.cpp.
     [[nodiscard]] QString container(const Place &place) const;
     [[nodiscard]] QString declarator(const Place &place) const;
@@ -132,6 +152,8 @@ private:
     std::vector<Place> m_places; ///< by begin and name
     QHash<const SourceBrowserObject *, std::size_t> m_placeOf;
     std::vector<SourceBrowserObject *> m_macros;
+    QHash<const SourceBrowserObject *, Section> m_sections; ///< of signals and slots
+    QHash<const SourceBrowserContainer *, std::vector<const SourceBrowserObject *>> m_friends;
 };
 
 } // namespace tavidoc

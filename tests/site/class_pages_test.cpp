@@ -173,6 +173,27 @@ TEST(ClassPages, EndWithTheirMembersByAccessAndKind)
               "# Private Data\n\n[C.hidden.htm] hidden | Text.\n");
 }
 
+TEST(ClassPages, ListSignalsSlotsAndFriends)
+{
+    const RecordWithBodies record = recordOf(
+        u"a.h"_s, documented("class C : public QObject\n{\n    Q_OBJECT") + "signals:\n" +
+                      documented("void changed(int a);") + "public Q_SLOTS:\n" + documented("void set(int a);") +
+                      "public:\n" + documented("void f();") + documented("Q_SIGNAL void moved();") +
+                      documented("friend bool operator==(const C &, const C &);") +
+                      "friend class D;\n friend void none();\nprotected slots:\n" + documented("void reset();") +
+                      "private:\n" + documented("int signals : 3;") + documented("void g();") + "};\n" +
+                      documented("struct E { struct F {\n" + documented("friend void swap(F&, F&) { }") + "}; };"));
+    EXPECT_EQ(tablesOf(record, "C"),
+              "# Functions\n\n[C.f.htm] f() | Text.\n\n"
+              "# Signals\n\n[C.changed.htm] changed(int a) | Text.\n[C.moved.htm] moved() | Text.\n\n"
+              "# Slots\n\n[C.set.htm] set(int a) | Text.\n\n"
+              "# Protected Slots\n\n[C.reset.htm] reset() | Text.\n\n"
+              "# Private Functions\n\n[C.g.htm] g() | Text.\n\n"
+              "# Private Data\n\n[C.signals.htm] signals | Text.\n\n"
+              "# Friends\n\n[operator~3d~3d.htm] operator==(const C &amp;, const C &amp;) | Text.\n\n"
+              "# Base Classes\n\n- QObject\n");
+}
+
 TEST(ClassPages, ListBasesAndDerivedClasses)
 {
     const RecordWithBodies record = recordOf(
