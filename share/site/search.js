@@ -193,7 +193,7 @@ var tavidocSearch = (() => {
     const [name, codes, file] = rows.slice(page % root.block * 3);
     const next = numbers(codes ?? "AAA"), place = next() * 2;
     return {name, where: places[place], kind: root.kinds[next()], text: next(),
-      address: places[place + 1] + (file || name.replace(/::/g, ".")) + ".htm"};
+      address: places[place + 1] + (file || name.replace(/::/g, ".")).replace(/#|$/, ".htm$&")};
   };
 
   // Calls show() with rows, the best first. Later calls have what goes below; their second argument is true if nothing

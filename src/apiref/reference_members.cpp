@@ -16,10 +16,37 @@ namespace {
 
 constexpr std::size_t s_longestArguments = 80; // in a table, in bytes
 
+/// \a name as a part of an id that needs no escapes in an address.
+std::string anchorName(std::string_view name)
+{
+    constexpr std::string_view digits = "0123456789abcdef";
+    std::string text;
+    for (const char c : name) {
+        const auto byte = static_cast<unsigned char>(c);
+        const bool isPlain = (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') || c == '_';
+        if (isPlain)
+            text += c;
+        else
+            text.append("~").append(1, digits[byte / 16]).append(1, digits[byte % 16]);
+    }
+    return text;
+}
+
 /// What follows the name of a member in a table.
 std::string shortened(const std::string &after)
 {
     return after.size() > s_longestArguments ? "(\u2026)" : after;
+}
+
+/// The names of the enumerator \a name of \a enumeration. Outside a scoped enumeration it is known in the scope around, too.
+DocumentMember enumeratorNames(const SourceBrowserEnum &enumeration, const QString &name)
+{
+    const std::string outer = qualifiedByColons(enumeration.scope(), name.toStdString());
+    const bool hasName = enumeration.name() != SourceBrowserContainer::anonymousName();
+    const bool isScoped = enumeration.form() == SourceBrowserObject::Form::ScopedEnumeration;
+    return {.kind = "enumerator",
+            .qualifiedName = hasName ? qualifiedByColons(enumeration.qualifiedName(), name.toStdString()) : outer,
+            .outerName = hasName && !isScoped ? outer : std::string()};
 }
 
 } // namespace
@@ -40,29 +67,54 @@ void ReferencePages::appendMembers(const SourceBrowserContainer &container)
     for (const MemberSection &section : sections) {
         m_blocks.text().append("<h3>").append(section.title).append("</h3>\n<table class=\"members\">\n");
         for (const SourceBrowserObject *const member : section.members)
-            appendMember(*member);
+            appendMember(container, *member);
         m_blocks.text() += "</table>\n";
     }
 }
 
-/// Appends the row of \a member. Its name is a link if it has a page.
-void ReferencePages::appendMember(const SourceBrowserObject &member)
+/// Appends the row of \a member, a member or a friend of \a container. Its name is a link if it has a page.
+void ReferencePages::appendMember(const SourceBrowserContainer &container, const SourceBrowserObject &member)
 {
     const auto found = m_byObject.find(&member);
     const Documented *const page = found == m_byObject.end() ? nullptr : found->second;
     const MemberCaption caption = memberCaption(member, *m_source);
     std::string &text = m_blocks.text();
-    text.append("<tr><td><code>").append(caption.before);
+    std::optional<DocumentMember> row;
+    if (page == nullptr)
+        row = openRow("member",
+                      {.kind = std::string(declarationKind(member)),
+                       .qualifiedName = qualifiedByColons(container.qualifiedName(), member.name().toStdString()),
+                       .outerName = {}});
+    else
+        text += "<tr>";
+    text.append("<td><code>").append(caption.before);
     if (page != nullptr)
         appendLink(*page, caption.name);
     else
         appendEscaped(text, caption.name);
     text.append(escapedText(shortened(caption.after))).append("</code></td><td>");
     if (page == nullptr)
-        appendText(member.trailingComment(), member.trailingCommentLine());
+        appendText(member.trailingComment(), member.trailingCommentLine(), std::move(row));
     else if (m_facts)
         m_facts->addCopy(page->facts, text.size());
     text.append(page != nullptr ? page->description : std::string()).append("</td></tr>\n");
+}
+
+/// Opens the row of \a member, which has no page, with an id that begins with \a kind. The result is \a member with that
+/// id; nothing if nobody is told or the page has such a row already: then the row has no id.
+std::optional<DocumentMember> ReferencePages::openRow(std::string_view kind, DocumentMember member)
+{
+    const std::size_t separator = member.qualifiedName.rfind("::");
+    const std::string_view name =
+        std::string_view(member.qualifiedName).substr(separator == std::string::npos ? 0 : separator + 2);
+    member.anchor.append(kind).append(".").append(anchorName(name));
+    const bool isNew = m_facts && m_rows.insert(member.qualifiedName).second && m_rowIds.insert(member.anchor).second;
+    if (!isNew) {
+        m_blocks.text() += "<tr>";
+        return std::nullopt;
+    }
+    m_blocks.text().append("<tr id=\"").append(member.anchor).append("\">");
+    return member;
 }
 
 /// Appends a link from \a name to the text of \a member.
@@ -121,29 +173,34 @@ void ReferencePages::appendEnumerators(const SourceBrowserEnum &enumeration)
     text += "<h3>Enumerators</h3>\n<table class=\"members\">\n<tr><th>Name</th>";
     text.append(hasValues ? "<th>Value</th>" : "").append(hasTexts ? "<th>Description</th>" : "").append("</tr>\n");
     for (const SynopsisSource::Enumerator &enumerator : enumerators) {
-        text.append("<tr><td><code>").append(escapedText(enumerator.name.toStdString())).append("</code></td>");
+        std::optional<DocumentMember> row = openRow("enumerator", enumeratorNames(enumeration, enumerator.name));
+        text.append("<td><code>").append(escapedText(enumerator.name.toStdString())).append("</code></td>");
         if (hasValues && enumerator.value.isEmpty())
             text += "<td></td>";
         else if (hasValues)
             text.append("<td><code>").append(escapedText(enumerator.value.toStdString())).append("</code></td>");
-        if (hasTexts) {
-            text += "<td>";
-            appendText(enumerator.comment, enumerator.commentLine);
-            text += "</td>";
-        }
-        text += "</tr>\n";
+        text += hasTexts ? "<td>" : "";
+        appendText(enumerator.comment, enumerator.commentLine, std::move(row));
+        text += hasTexts ? "</td></tr>\n" : "</tr>\n";
     }
     text += "</table>\n";
 }
 
-/// Translates \a comment, which begins on \a line, counted from 1, into the page text.
-void ReferencePages::appendText(const QString &comment, int line)
+/// Translates \a comment, which begins on \a line, counted from 1, into the page text. It describes \a row, if that is
+/// given.
+void ReferencePages::appendText(const QString &comment, int line, std::optional<DocumentMember> row)
 {
-    if (comment.isEmpty())
+    const std::size_t begin = m_blocks.text().size();
+    if (!comment.isEmpty()) {
+        SourceMap map;
+        map.beginStretch(0, map.addFile(m_header.given()), line);
+        translate(overviewMarkup(comment.toStdString()), map);
+    }
+    if (!row)
         return;
-    SourceMap map;
-    map.beginStretch(0, map.addFile(m_header.given()), line);
-    translate(overviewMarkup(comment.toStdString()), map);
+    row->offset = begin;
+    row->length = m_blocks.text().size() - begin;
+    m_facts->addMember(std::move(*row));
 }
 
 /// Appends a folded list of the declarations that no comment documents, if there are any.

@@ -25,6 +25,7 @@
 #include <QStringList>
 
 #include <optional>
+#include <set>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -100,11 +101,12 @@ private:
     void makeSharedPage(const std::vector<Documented *> &declarations);
     bool writeShared(Documented &declaration);
     void appendMembers(const SourceBrowserContainer &container);
-    void appendMember(const SourceBrowserObject &member);
+    void appendMember(const SourceBrowserContainer &container, const SourceBrowserObject &member);
+    std::optional<DocumentMember> openRow(std::string_view kind, DocumentMember member);
     void appendLink(const Documented &member, std::string_view name);
     void appendBases(const SourceBrowserContainer &container);
     void appendEnumerators(const SourceBrowserEnum &enumeration);
-    void appendText(const QString &comment, int line);
+    void appendText(const QString &comment, int line, std::optional<DocumentMember> row);
     void appendUndocumented();
     void openPage(const Documented &declaration);
     std::string writeText(const Documented &declaration);
@@ -136,6 +138,8 @@ private:
     const Documented *m_current = nullptr;                                          // whose page is being made
     TextMap<std::string> m_stems;                                                   // by bare and by qualified name
     std::unordered_map<const SourceBrowserObject *, const Documented *> m_byObject; // filled for shared pages
+    std::set<std::string> m_rows;                                                   // qualified names, of the page
+    std::set<std::string> m_rowIds;                                                 // of the page
     TextMap<Finished> m_finished;                                                   // by stem
 };
 

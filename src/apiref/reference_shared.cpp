@@ -60,6 +60,8 @@ void ReferencePages::makeSharedPage(const std::vector<Documented *> &declaration
     const Documented &first = *declarations.front();
     Finished finished{first.line, qualifiedByColons(*first.object), {}, {}};
     openPage(first);
+    m_rows.clear();
+    m_rowIds.clear();
     m_pages.setTitle(finished.name);
     std::vector<const SourceBrowserObject *> objects;
     for (const Documented *const declaration : declarations)

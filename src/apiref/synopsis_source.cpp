@@ -80,7 +80,7 @@ bool SynopsisSource::beginsRequirements(std::size_t index) const
         word = matchOf(word) - 1;
     if (word == 0 || word >= index || !all[word].is(u"requires"))
         return false;
-    const SynopsisToken &before = all[word - 1]; // a constraint with parentheses is no expression
+    const SynopsisToken &before = all[word - 1]; // "requires (a)" alone is a constraint
     return before.is(u"requires") || before.is(u"&&") || before.is(u"||");
 }
 

@@ -85,6 +85,7 @@ void DocumentFacts::finish(DocumentPage page)
     page.html = m_html;
     page.listings = m_listings;
     page.bases = m_bases;
+    page.members = m_members;
     page.fileNames = m_fileNames;
     page.overloads = m_overloads;
     m_listener.page(page);
@@ -104,6 +105,7 @@ void DocumentFacts::discard()
     m_html.clear();
     m_listings.clear();
     m_bases.clear();
+    m_members.clear();
     m_fileNames.clear();
     m_overloads.clear();
     m_isMember = false;

@@ -42,6 +42,7 @@ public:
     void addHtml(std::string_view body, std::size_t length, DocumentPlace place);
     void addListing(DocumentListing listing) { m_listings.push_back(std::move(listing)); }
     void addBase(DocumentBase base) { m_bases.push_back(std::move(base)); }
+    void addMember(DocumentMember member) { m_members.push_back(std::move(member)); }
     void addFileName(std::size_t offset) { m_fileNames.push_back({offset}); }
     void addOverload(DocumentOverload overload) { m_overloads.push_back(std::move(overload)); }
     void setGroup(std::string_view group) { m_group = group; }
@@ -84,6 +85,7 @@ private:
     std::vector<DocumentHtml> m_html;
     std::vector<DocumentListing> m_listings;
     std::vector<DocumentBase> m_bases;
+    std::vector<DocumentMember> m_members;
     std::vector<DocumentFileName> m_fileNames;
     std::vector<DocumentOverload> m_overloads;
     std::vector<DocumentPlace> m_contentsPlaces;

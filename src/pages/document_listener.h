@@ -84,6 +84,19 @@ struct DocumentOverload
     std::size_t heading = 0;             ///< in the body, of the "<" of its opening tag
 };
 
+/// A declaration without a page of its own, in a table of the body of the page of what it belongs to: an enumerator, or a
+/// member with a comment after it.
+struct DocumentMember
+{
+    std::string kind;               ///< "enumerator", "variable", ...
+    std::string qualifiedName = {}; ///< with "::"
+    std::string
+        outerName; ///< another qualified name: of an enumerator that is also known in the scope around the enumeration
+    std::string anchor = {}; ///< the id of its row: ASCII, needs no escapes; no two of a page are equal
+    std::size_t offset = 0;  ///< in the body, of its description, as HTML
+    std::size_t length = 0;
+};
+
 /// The name of a base class in the body of the page of a class.
 struct DocumentBase
 {
@@ -121,6 +134,7 @@ struct DocumentPage
     std::span<const DocumentFileName> fileNames = {}; ///< in order
     std::span<const DocumentOverload> overloads = {}; ///< of a function, in the order of the body
     std::span<const DocumentBase> bases = {};         ///< in order, disjoint
+    std::span<const DocumentMember> members = {};     ///< in order
 };
 
 /// Something about a document that the generator does not report as a message, because it is allowed.

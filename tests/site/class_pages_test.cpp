@@ -217,6 +217,36 @@ TEST(ClassPages, ListEnumeratorsWithValuesAndComments)
     EXPECT_EQ(tablesOf(record, "F"), "");
 }
 
+TEST(ClassPages, HaveAnchorsForWhatHasNoPage)
+{
+    const RecordWithBodies record =
+        recordOf(u"a.h"_s, "namespace n {\n" + documented("enum class E {\n A, //!< One \\b{bold}.\n B };") +
+                               documented("enum F { C = 1 };") + documented("enum { D };") + documented("struct S {") +
+                               "int a; ///< An \\xref{S.b}.\n" + documented("int b;") +
+                               "union { int c; ///< In it.\n };\n" + "bool operator!() const; ///< Not.\n};\n#if X\n" +
+                               documented("struct S {\nint a; ///< Again.\n};") + "#endif\n}\n");
+    std::string text;
+    for (const RecordPage &page : record.head.pages) {
+        for (const RecordMember &member : page.members) {
+            text += page.stem + '#' + member.anchor + ' ' + member.kind + ' ' + member.qualifiedName + " (" +
+                    member.outerName + "): " + member.excerpt + " /";
+            for (const RecordTerm &term : member.terms)
+                text += ' ' + term.text;
+            EXPECT_TRUE(std::ranges::binary_search(page.anchors, member.anchor)) << member.anchor;
+            text += '\n';
+        }
+    }
+    EXPECT_EQ(text,
+              "n.E#enumerator.A enumerator n::E::A (): One bold. / a bold e e::a n n::e::a one\n"
+              "n.E#enumerator.B enumerator n::E::B ():  / b e e::b n n::e::b\n"
+              "n.F#enumerator.C enumerator n::F::C (n::C):  / c f f::c n n::f::c\n"
+              "n.(Anonymous)#enumerator.D enumerator n::D ():  / d n n::d\n"
+              "n.S#member.operator~21 function n::S::operator! (): Not. / ! n n::s::operator! not operator operator! s "
+              "s::operator!\n"
+              "n.S#member.a variable n::S::a (): An S.b. / a an b n n::s::a s s.b s::a\n"
+              "n.S#member.c variable n::S::c (): In it. / c in it n n::s::c s s::c\n");
+}
+
 TEST(ClassPages, ShowEveryDeclarationOfANameWithItsComment)
 {
     const RecordWithBodies record = recordOf(

@@ -431,6 +431,40 @@ INSTANTIATE_TEST_SUITE_P(
                 "x.htm 5: B.get.htm#only [get(char)]\nx.htm 6: B.get.htm#only [get(char) &]\n",
                 "a.dg:5: \"get(int)\" means several overloads of \"B::get\": expected \"get(int) &\", \"get(int) const "
                 "&\", \"get(int) &&\", \"get(int) const &&\", \"get() &\" and 2 more [ambiguous-link]\n"},
+        LinkRow{"what has a row on a page is found last, from the inside out", R"(
+                input a.dg
+                page x
+                link n::Color::Red
+                link Color.Red
+                link Red
+                link n::Green
+                link Color::Green
+                link Blue
+                link Blue()
+                link n.Color#row.Red
+                link n::Purple
+                entry 0 x
+                input b.h
+                enum n.Color | n::Color
+                row n::Color::Red
+                row n::Color::Green | n::Green
+                row n::Color::Blue
+                link Red
+                enum n.Shade | n::Shade
+                row n::Shade::Red | n::Red
+                function n.Blue | n::Blue
+                link Red
+                entry 0 n.Color
+                entry 0 n.Shade
+                entry 0 n.Blue)",
+                "x.htm 0: n.Color.htm#row.Red [n::Color::Red]\nx.htm 1: n.Color.htm#row.Red [Color.Red]\nx.htm 2: \n"
+                "x.htm 3: n.Color.htm#row.Green [n::Green]\nx.htm 4: n.Color.htm#row.Green [Color::Green]\n"
+                "x.htm 5: n.Blue.htm [Blue]\nx.htm 6: n.Blue.htm [Blue()]\n"
+                "x.htm 7: n.Color.htm#row.Red [n.Color#row.Red]\nx.htm 8: \n"
+                "n.Color.htm 0: #row.Red [Red]\nn.Blue.htm 0: n.Shade.htm#row.Red [Red]\n",
+                "a.dg:4: \"Red\" is a name of several pages: \"n.Color#row.Red\", \"n.Shade#row.Red\" "
+                "[ambiguous-link]\n"
+                "a.dg:10: no page, title or declaration is named \"n::Purple\" [dead-link]\n"},
         LinkRow{"an overload that does not exist is a dead link", R"(
                 input a.dg
                 page x
@@ -474,6 +508,7 @@ TEST_P(NamesInCode, AreResolvedIfTheyAreUnambiguous)
     const std::string records = R"(
         input a.h -> api
         class t.Buffer | t::Buffer
+        row t::Buffer::Large
         function t.Buffer.push | t::Buffer::push
         member
         )" + GetParam().uses + R"(
@@ -524,6 +559,10 @@ INSTANTIATE_TEST_SUITE_P(
                  "api/t.Buffer.push.htm Stack::pop: ../lib/u.Stack.pop.htm\n"
                  "api/t.Buffer.push.htm top: ../more/top.htm\napi/t.Buffer.push.htm size: t.Buffer.size.htm\n"
                  "api/t.Buffer.push.htm Stack: ../lib/u.Stack.htm\n"},
+        NamesRow{"what has a row on a page only needs a qualified name",
+                 "text Large\ncode Buffer::Large\ndot Large\ntype t::Buffer::Large\ntext Buffer::Small",
+                 "api/t.Buffer.push.htm Buffer::Large: t.Buffer.htm#row.Large\n"
+                 "api/t.Buffer.push.htm t::Buffer::Large: t.Buffer.htm#row.Large\n"},
         NamesRow{"in synopses neither functions nor variables are meant",
                  "type size\ntype var\ntype one\ntype Type\ntype Stack\ntype Buffer",
                  "api/t.Buffer.push.htm Type: Type.htm\napi/t.Buffer.push.htm Stack: ../lib/u.Stack.htm\n"

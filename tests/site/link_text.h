@@ -2,6 +2,7 @@
 
 #include "site/link/link.h"
 
+#include <algorithm>
 #include <set>
 #include <sstream>
 #include <string>
@@ -18,6 +19,7 @@
 ///     image FILE                    icon NAME
 ///     base NAME                     of the class of the last page
 ///     anchor NAME                   overload TYPES | HEADING: "const", " &" and " &&" may follow the types
+///     row QUALIFIED::NAME | OUTER::NAME   an enumerator; its anchor is "row." and the bare name
 ///     member                        its declaration is in a class
 ///     text NAME                     code NAME, dot NAME, type NAME: a name in code
 ///     entry DEPTH STEM | TITLE      group DEPTH TITLE, include DEPTH X.xml, include-all DEPTH X.xml (with its root)
@@ -103,6 +105,8 @@ private:
             addOverload(page, rest);
         else if (word == "member")
             page.isMember = true;
+        else if (word == "row")
+            addRow(page, rest);
         else if (word == "anchor")
             page.anchors.push_back(rest);
         else if (word == "text" || word == "code" || word == "dot" || word == "type")
@@ -132,6 +136,13 @@ private:
             qualifiers = word + (qualifiers.empty() ? "" : ' ' + qualifiers);
         }
         page.overloads.push_back({types, types + " a", qualifiers, right(rest)});
+    }
+
+    static void addRow(tavidoc::RecordPage &page, const std::string &rest)
+    {
+        const std::string anchor = "row." + left(rest).substr(left(rest).rfind(':') + 1);
+        page.members.push_back({"enumerator", left(rest), right(rest), anchor, "", {}});
+        page.anchors.insert(std::ranges::lower_bound(page.anchors, anchor), anchor);
     }
 
     void addEntry(const std::string &word, const std::string &rest)

@@ -53,6 +53,7 @@ inline tavidoc::RecordWithBodies sampleRecord()
     page.excerpt = "Title x";
     page.isMember = true;
     page.overloads = {{"int,char*", "int a,char*b", "const &", "f-int"}};
+    page.members = {{"enumerator", "n::E::A", "n::A", "enumerator.A", "One", {{"a", 15}}}};
     page.names = {{"n::g", RecordName::Use::Member, {3, 900}}};
     RecordWithBodies record;
     record.head.input = "manual/a.dg";

@@ -111,9 +111,9 @@ test("what is there once is found by any right or nearly right query", async () 
 });
 
 test("addresses come back whole", async () => {
-  const addresses = ["a.htm", "api/ring/Buffer.push.htm", "api/ring/odd.htm", "x/y/tools.Buffer.htm"];
-  const search = indexed(addresses.map((address, i) => ({name: ["zeta", "Buffer::push", "ring::odd2", "tools::Buffer"][i], address})));
-  const rows = await Promise.all(["zeta", "push", "odd2", "buffer"].map(async query => (await found(search, query))[0].address));
+  const addresses = ["a.htm", "api/ring/Buffer.push.htm", "api/ring/odd.htm", "x/y/tools.Buffer.htm", "api/Color.htm#enumerator.Red"];
+  const search = indexed(addresses.map((address, i) => ({name: ["zeta", "Buffer::push", "ring::odd2", "tools::Buffer", "Color::Red"][i], address})));
+  const rows = await Promise.all(["zeta", "push", "odd2", "buffer", "red"].map(async query => (await found(search, query))[0].address));
   assert.deepEqual(rows, addresses);
 });
 

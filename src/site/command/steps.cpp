@@ -92,6 +92,11 @@ private:
                         .kind = page.declaration.empty() ? "page" : page.declaration,
                         .address = links.address,
                         .where = document});
+        for (const RecordMember &member : page.members) {
+            const std::string address = links.address + '#' + member.anchor;
+            m_search.place(m_search.addText(member.terms, member.excerpt),
+                           {.name = member.qualifiedName, .kind = member.kind, .address = address, .where = document});
+        }
     }
 
     /// Removes the files in the folder \a folder that match \a pattern and that this link did not write.

@@ -70,6 +70,17 @@ std::vector<RecordTerm> termsOf(const RecordPage &page, const DocumentPage &told
     return terms.takeTerms();
 }
 
+RecordMember recorded(const DocumentMember &member, std::string_view body)
+{
+    DocumentPage description;
+    description.body = body.substr(member.offset, member.length);
+    const std::string text = BodyReader(description).read().text;
+    TermCollector terms;
+    terms.add(TermField::Name, member.qualifiedName);
+    terms.add(TermField::Brief, text);
+    return {member.kind, member.qualifiedName, member.outerName, member.anchor, excerptOf(text), terms.takeTerms()};
+}
+
 RecordPageKind pageKind(DocumentPageKind kind)
 {
     switch (kind) {
@@ -194,6 +205,8 @@ void InputListener::page(const DocumentPage &told)
         page.overloads.push_back(recorded(overload, page.headings));
     for (const DocumentBase &base : told.bases)
         page.bases.push_back({base.offset, base.length, base.name});
+    for (const DocumentMember &member : told.members)
+        page.members.push_back(recorded(member, told.body));
     noteReplacedPage(page);
     m_record.head.pages.push_back(std::move(page));
 }

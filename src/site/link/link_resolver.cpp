@@ -101,6 +101,8 @@ LinkResolver::Resolution LinkResolver::resolvedInSet(PageId from, const RecordLi
         return resolvedAnchor(from, from, target.substr(1), link);
     const NameUse use = useOf(from, link);
     FoundPage found = m_finder.find(target, use);
+    if (found.page != s_noPage && found.member != s_noMember)
+        return ResolvedLink{0, memberAddress(from, found), std::string(target)};
     if (found.page != s_noPage)
         return ResolvedLink{0, addressOf(from, found.page) + headingOfCall(m_pages.page(found.page), target),
                             captionOf(found, target)};
@@ -238,6 +240,13 @@ std::string LinkResolver::addressOf(PageId from, PageId to)
     if (from != to)
         m_isLinked[to] = true;
     return relativeAddress(m_pages.address(from), m_pages.address(to));
+}
+
+/// The address of the row of a member that has no page of its own.
+std::string LinkResolver::memberAddress(PageId from, const FoundPage &found)
+{
+    const std::string anchor = '#' + m_pages.page(found.page).members[found.member].anchor;
+    return from == found.page ? anchor : addressOf(from, found.page) + anchor;
 }
 
 std::string LinkResolver::captionOf(const FoundPage &found, std::string_view target) const

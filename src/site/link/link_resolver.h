@@ -41,6 +41,7 @@ private:
     [[nodiscard]] bool isKnownFile(const std::string &path);
 
     [[nodiscard]] std::string addressOf(PageId from, PageId to);
+    [[nodiscard]] std::string memberAddress(PageId from, const FoundPage &found);
     [[nodiscard]] std::string captionOf(const FoundPage &found, std::string_view target) const;
     [[nodiscard]] NameUse useOf(PageId from, const RecordLink &link) const;
     void reportNoOverload(PageId from, const RecordLink &link, std::string_view target, PageId to, bool isAmbiguous);

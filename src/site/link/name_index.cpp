@@ -14,7 +14,21 @@ constexpr std::size_t s_longestCorrected = 64;
 
 auto orderOf(const NamedPage &page)
 {
-    return std::tie(page.kind, page.folder, page.record, page.page);
+    return std::tie(page.kind, page.folder, page.record, page.page, page.member);
+}
+
+/// Calls \a take with the ends of the qualified name \a name, from the last one on: "push" and "Buffer::push" of
+/// "tools::Buffer::push". The whole name is none of them.
+template <typename Take> void forEachEnd(std::string_view name, Take take)
+{
+    std::size_t end = name.size();
+    for (int count = 0; count < s_mostBareNames && end > 0; ++count) {
+        const std::size_t separator = name.rfind("::", end - 1);
+        if (separator == std::string_view::npos)
+            break;
+        take(name.substr(separator + 2));
+        end = separator;
+    }
 }
 
 } // namespace
@@ -45,19 +59,34 @@ void NameIndex::addPage(std::vector<Entry> &entries, PageId page)
     const RecordPage &named = m_pages.page(page);
     add(NameKind::Stem, named.stem);
     add(NameKind::Title, named.title);
-    std::string_view name = named.qualifiedName;
+    const std::string_view name = named.qualifiedName;
     add(NameKind::Qualified, name);
-    // The ends of a name from the last one on: "push" and "Buffer::push" of "tools::Buffer::push".
-    std::size_t end = name.size();
-    for (int count = 0; count < s_mostBareNames && end > 0; ++count) {
-        const std::size_t separator = name.rfind("::", end - 1);
-        if (separator == std::string_view::npos)
-            break;
-        add(NameKind::Bare, name.substr(separator + 2));
-        end = separator;
-    }
+    forEachEnd(name, [&](std::string_view bare) { add(NameKind::Bare, bare); });
     if (name.find("::") == std::string_view::npos)
         add(NameKind::Bare, name);
+    addMembers(entries, page);
+}
+
+/// Adds the names of what has a row on \a page: all ends of its qualified names.
+void NameIndex::addMembers(std::vector<Entry> &entries, PageId page)
+{
+    const std::vector<RecordMember> &members = m_pages.page(page).members;
+    const std::uint32_t record = m_pages.recordOf(page);
+    for (std::uint32_t member = 0; member < members.size(); ++member) {
+        const auto add = [&](std::string_view name) {
+            entries.push_back({m_names.insert(name), {NameKind::Member, m_pages.folder(record), record, page, member}});
+        };
+        const RecordMember &named = members[member];
+        add(named.qualifiedName);
+        forEachEnd(named.qualifiedName, add);
+        if (!named.outerName.empty()) { // its last end is one already
+            add(named.outerName);
+            forEachEnd(named.outerName, [&](std::string_view end) {
+                if (!named.qualifiedName.ends_with(end))
+                    add(end);
+            });
+        }
+    }
 }
 
 void NameIndex::groupByName(const std::vector<Entry> &entries)

@@ -18,7 +18,10 @@ enum class NameKind : std::uint8_t
     Title,     ///< the title of the page, exactly
     Qualified, ///< the qualified name of its declaration
     Bare,      ///< the end of that name, after any "::"
+    Member,    ///< a qualified name, or the end of one, of a declaration that has a row on the page
 };
+
+constexpr auto s_noMember = static_cast<std::uint32_t>(-1);
 
 /// Who looks for a name: what is nearest to it comes first.
 struct NameSeeker
@@ -34,6 +37,7 @@ struct NamedPage
     std::uint32_t folder = 0;
     std::uint32_t record = 0;
     PageId page = s_noPage;
+    std::uint32_t member = s_noMember; ///< index in RecordPage::members
 };
 
 /// The names of all pages that are written.
@@ -51,8 +55,8 @@ public:
     [[nodiscard]] bool knows(std::string_view name) const { return m_names.find(name) != StringIds::s_none; }
 
     /// Looks for \a name, relative to \a scope, "a::b", and the scopes around it, from the inside out: calls \a take with
-    /// the declarations of the qualified name in each scope that has any, until it returns true. A class's own name
-    /// means the class, not its constructors.
+    /// the declarations of the qualified name in each scope that has any, and with those that have no page of their
+    /// own, until it returns true. A class's own name means the class, not its constructors.
     template <typename Take>
     void findInScopes(std::string_view scope, std::string_view name, NameSeeker seeker, Take take) const
     {
@@ -62,9 +66,11 @@ public:
             const std::size_t last = separator == std::string_view::npos ? 0 : separator + 2;
             if (scope.substr(last) != name) {
                 qualified.assign(scope).append("::").append(name);
-                const std::span<const NamedPage> candidates = find(NameKind::Qualified, qualified, seeker);
-                if (!candidates.empty() && take(candidates))
-                    return;
+                for (const NameKind kind : {NameKind::Qualified, NameKind::Member}) {
+                    const std::span<const NamedPage> candidates = find(kind, qualified, seeker);
+                    if (!candidates.empty() && take(candidates))
+                        return;
+                }
             }
             scope = scope.substr(0, separator == std::string_view::npos ? 0 : separator);
         }
@@ -85,6 +91,7 @@ private:
 
     [[nodiscard]] std::vector<Entry> collectedEntries();
     void addPage(std::vector<Entry> &entries, PageId page);
+    void addMembers(std::vector<Entry> &entries, PageId page);
     void groupByName(const std::vector<Entry> &entries);
 
     const PageSet &m_pages;

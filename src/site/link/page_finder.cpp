@@ -55,7 +55,7 @@ FoundPage PageFinder::find(std::string_view target, const NameUse &use)
     const NameSeeker seeker = seekerOf(use);
     if (const auto candidates = m_names.find(NameKind::Title, target, seeker); !candidates.empty())
         return chosen(candidates, target, use);
-    for (const NameKind kind : {NameKind::Qualified, NameKind::Bare}) {
+    for (const NameKind kind : {NameKind::Qualified, NameKind::Bare, NameKind::Member}) {
         if (const auto candidates = m_names.find(kind, name, seeker); !candidates.empty())
             return chosen(candidates, target, use);
     }
@@ -107,25 +107,31 @@ PageId PageFinder::atPath(std::string_view name, const NameUse &use) const
 FoundPage PageFinder::chosen(std::span<const NamedPage> candidates, std::string_view name, const NameUse &use)
 {
     if (candidates.size() == 1)
-        return {candidates.front().page, candidates.front().kind};
+        return {candidates.front().page, candidates.front().kind, false, candidates.front().member};
     // The name of a class is also that of its constructors, which are not meant.
-    const auto isMeant = [this](const NamedPage &candidate) { return !isConstructor(candidate.page); };
+    const auto isMeant = [this](const NamedPage &candidate) {
+        return candidate.member != s_noMember || !isConstructor(candidate.page);
+    };
     if (std::ranges::count_if(candidates, isMeant) == 1) {
         const NamedPage &meant = *std::ranges::find_if(candidates, isMeant);
-        return {meant.page, meant.kind};
+        return {meant.page, meant.kind, false, meant.member};
     }
     std::string text = inQuotes(name) + " is a name of several pages: ";
-    for (std::size_t i = 0; i < std::min(candidates.size(), s_mostCandidates); ++i) {
-        const std::string &folder = m_pages.records()[candidates[i].record].folder;
-        const std::string &stem = m_pages.page(candidates[i].page).stem;
-        std::string path = folder;
-        path.append(folder.empty() ? "" : "/").append(stem);
-        text.append(i == 0 ? "" : ", ").append(inQuotes(path));
-    }
+    for (std::size_t i = 0; i < std::min(candidates.size(), s_mostCandidates); ++i)
+        text.append(i == 0 ? "" : ", ").append(inQuotes(shownPath(candidates[i])));
     if (candidates.size() > s_mostCandidates)
         text += " and " + std::to_string(candidates.size() - s_mostCandidates) + " more";
     m_findings.add("ambiguous-link", use.record, use.place, std::move(text));
     return {s_noPage, candidates.front().kind, true};
+}
+
+/// \a candidate as a finding names it: its page with the folder, and the anchor of its row.
+std::string PageFinder::shownPath(const NamedPage &candidate) const
+{
+    const RecordPage &page = m_pages.page(candidate.page);
+    std::string path = m_pages.records()[candidate.record].folder;
+    path.append(path.empty() ? "" : "/").append(page.stem);
+    return candidate.member == s_noMember ? path : path + '#' + page.members[candidate.member].anchor;
 }
 
 /// Whether \a page is that of the constructors of a class: "Buffer::Buffer".

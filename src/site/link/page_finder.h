@@ -15,8 +15,9 @@ namespace tavidoc {
 struct FoundPage
 {
     PageId page = s_noPage;
-    NameKind kind = NameKind::Stem; ///< how it was found
-    bool isAmbiguous = false;       ///< a name of several pages, which was reported; there is no page
+    NameKind kind = NameKind::Stem;    ///< how it was found
+    bool isAmbiguous = false;          ///< a name of several pages, which was reported; there is no page
+    std::uint32_t member = s_noMember; ///< index in RecordPage::members, if it has a row on the page
 };
 
 /// A place in the markup from where a page is looked for.
@@ -36,7 +37,7 @@ public:
     PageFinder(const PageSet &pages, const NameIndex &names, FindingList &findings);
 
     /// The page that \a target means: on the page of a declaration a name in its scope or those around it; a page by
-    /// name, else by title, by qualified name or by bare name. What is nearest to the link comes first; several that are
+    /// name, else by title, by qualified name or by bare name, else one with a row for a declaration of this name. What is nearest to the link comes first; several that are
     /// equally near are reported.
     [[nodiscard]] FoundPage find(std::string_view target, const NameUse &use);
     /// The page that is named \a name: "stem", "stem.htm", or with directories.
@@ -49,6 +50,7 @@ public:
 private:
     [[nodiscard]] FoundPage chosen(std::span<const NamedPage> candidates, std::string_view name, const NameUse &use);
     [[nodiscard]] FoundPage findInScopes(std::string_view name, std::string_view target, const NameUse &use);
+    [[nodiscard]] std::string shownPath(const NamedPage &candidate) const;
     [[nodiscard]] bool isConstructor(PageId page) const;
     [[nodiscard]] PageId atPath(std::string_view name, const NameUse &use) const;
     [[nodiscard]] NameSeeker seekerOf(const NameUse &use) const;

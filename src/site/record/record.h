@@ -119,6 +119,18 @@ struct RecordOverload
     std::string heading;    ///< the id of its heading; empty when it has the page to itself
 };
 
+/// A declaration that has a row of a table on a page instead of a page of its own: an enumerator, or a member with a
+/// comment after it.
+struct RecordMember
+{
+    std::string kind;          ///< "enumerator", "variable", ...
+    std::string qualifiedName; ///< with "::"
+    std::string outerName;     ///< another such name, of an enumerator that is known outside its enumeration; or empty
+    std::string anchor;        ///< the id of its row; it needs no escapes
+    std::string excerpt;       ///< the beginning of its description, as plain text
+    std::vector<RecordTerm> terms; ///< of its name and description, by text
+};
+
 enum class RecordPageKind : std::uint8_t
 {
     Markup,      ///< a page of a markup source
@@ -151,6 +163,7 @@ struct RecordPage
     std::vector<RecordOverload> overloads; ///< of a function, in the order of the page
     std::vector<RecordName> names;         ///< by first offset; no place is in a link or heading
     std::vector<RecordBase> bases;         ///< in order, disjoint
+    std::vector<RecordMember> members;     ///< in order; no two have the same qualified name
 };
 
 /// An entry of the contents tree of one document, in preorder.

@@ -107,6 +107,16 @@ void describe(auto &fields, OneOf<RecordOverload> auto &overload)
     fields("heading", overload.heading);
 }
 
+void describe(auto &fields, OneOf<RecordMember> auto &member)
+{
+    fields("kind", member.kind);
+    fields("qualifiedName", member.qualifiedName);
+    fields("outerName", member.outerName);
+    fields("anchor", member.anchor);
+    fields("excerpt", member.excerpt);
+    fields("terms", member.terms);
+}
+
 void describe(auto &fields, OneOf<RecordPage> auto &page)
 {
     fields("kind", page.kind);
@@ -131,6 +141,7 @@ void describe(auto &fields, OneOf<RecordPage> auto &page)
     fields("isMember", page.isMember);
     fields("overloads", page.overloads);
     fields("names", page.names);
+    fields("members", page.members);
 }
 
 void describe(auto &fields, OneOf<RecordEntry> auto &entry)

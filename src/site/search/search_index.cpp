@@ -55,6 +55,15 @@ std::string field(std::string_view text)
     return plain;
 }
 
+/// \a file without ".htm" at its end or before "#".
+std::string withoutSuffix(std::string_view file)
+{
+    const std::size_t end = std::min(file.find('#'), file.size());
+    std::string_view stem = file.substr(0, end);
+    stem.remove_suffix(stem.ends_with(s_suffix) ? s_suffix.size() : 0);
+    return std::string(stem).append(file.substr(end));
+}
+
 /// The file that the script assumes for a page called \a name.
 std::string usualFile(std::string_view name)
 {
@@ -174,9 +183,7 @@ void SearchIndex::place(std::uint32_t number, const SearchPage &page)
 {
     const std::size_t slash = page.address.rfind('/');
     const std::size_t split = slash == std::string_view::npos ? 0 : slash + 1;
-    std::string_view file = page.address.substr(split);
-    if (file.ends_with(s_suffix))
-        file.remove_suffix(s_suffix.size());
+    const std::string file = withoutSuffix(page.address.substr(split));
     const std::string name = field(page.name);
     Page &shown = m_pages[number];
     shown.name = kept(name);

@@ -18,10 +18,11 @@ namespace tavidoc {
 /// How a page is shown among the results. Plain text, UTF-8.
 struct SearchPage
 {
-    std::string_view name;    ///< qualified name of a declaration, title of another page
-    std::string_view kind;    ///< "function", "page", ...
-    std::string_view address; ///< relative to the top of the site, with "/"
-    std::string_view where;   ///< the document or header that holds it
+    std::string_view name; ///< qualified name of a declaration, title of another page
+    std::string_view kind; ///< "function", "page", ...
+    std::string_view
+        address;            ///< relative to the top of the site, with "/"; perhaps with "#" and the id of a place in it
+    std::string_view where; ///< the document or header that holds it
 };
 
 /// Receives a finished file: its name without a directory, and its bytes, which are ASCII.
@@ -53,7 +54,7 @@ private:
     struct Page
     {
         std::string_view name;
-        std::string_view file;     ///< of the address, after its last "/" and without ".htm"; empty: made of the name
+        std::string_view file;     ///< of the address, after its last "/", without ".htm"; empty: made of the name
         std::uint32_t kind = 0;    ///< index in m_kinds
         std::uint32_t place = 0;   ///< index in m_places
         std::uint64_t textEnd = 0; ///< in m_text
