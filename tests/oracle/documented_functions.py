@@ -14,8 +14,10 @@ Needs the Debian package universal-ctags.
 """
 
 import argparse
+import bisect
 import collections
 import concurrent.futures
+import functools
 import hashlib
 import html
 import os
@@ -114,17 +116,27 @@ def check(tavidoc, path, records, always, folder):
     return results
 
 
-def in_body(code, at):
-    """Whether a brace other than that of a namespace, class or linkage specification is open at the offset."""
-    stack, last = [], 0
-    for mark in re.finditer(r"[;{}]", code[:at]):
+@functools.lru_cache(1)
+def braces(code):
+    """The offsets of all braces, and for each whether one that is not a scope's is open after it."""
+    offsets, inside, stack, last = [-1], [False], [], 0
+    for mark in re.finditer(r"[;{}]", code):
         if mark.group() == "{":
             head = code[last:mark.start()].rstrip(DIRECTIVE + " \n")
-            stack.append(bool(SCOPE.search(head)) and not head.endswith(")"))
+            stack.append((bool(SCOPE.search(head)) and not head.endswith(")")) and not inside[-1])
         elif mark.group() == "}" and stack:
             stack.pop()
+        if mark.group() != ";":
+            offsets.append(mark.start())
+            inside.append(bool(stack) and not stack[-1])
         last = mark.end()
-    return not all(stack)
+    return offsets, inside
+
+
+def in_body(code, at):
+    """Whether a brace other than that of a namespace, class or linkage specification is open at the offset."""
+    offsets, inside = braces(code)
+    return inside[bisect.bisect_left(offsets, at) - 1]
 
 
 def reason(text, code, tag, shares):
@@ -151,7 +163,7 @@ def reason(text, code, tag, shares):
 
 def is_cut(code, start):
     """Whether a directive before the offset is inside a declaration."""
-    before = code[:start].rstrip()
+    before = code[max(0, start - 9999):start].rstrip()
     plain = before.replace(DIRECTIVE, " ").rstrip()
     return before.endswith(DIRECTIVE) and bool(re.search(r"[^;{}:)\s]$|__attribute__\s*\(\([^;]*\)\)$", plain))
 
