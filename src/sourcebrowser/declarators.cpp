@@ -236,7 +236,7 @@ const SourceBrowserDeclaratorReader::Counts &SourceBrowserDeclaratorReader::coun
 bool SourceBrowserDeclaratorReader::isFieldType(Index begin, Index open, Index end)
 {
     return code(afterGroup(open), end) == ':' && isNameInParentheses(open, end) && !looksLikeMacro(begin) &&
-           counts().types + counts().words + counts().typeCalls == 0;
+           counts().types + counts().words == 0;
 }
 
 /// Whether the name at \a begin is a variable and the group at \a open its value.
