@@ -152,8 +152,8 @@ SourceBrowserDeclaratorReader::Index SourceBrowserDeclaratorReader::readName(Ind
         if (stop == last)
             break;
     }
-    if (stop > at && token(stop - 1).is(Scope) && code(stop, end) == Operator)
-        return readOperator(last, stop, end, shape);
+    if (code(stop, end) == Operator) // words that do not qualify it are calling conventions
+        return readOperator(token(stop - 1).is(Scope) ? last : stop, stop, end, shape);
     const bool beforeGroup = code(stop, end) == '(';
     const Index inner = beforeGroup ? wrappedArguments(stop) : -1;
     const bool lastIsMacro = previous >= 0 && previousIsOwn && looksLikeMacro(last);

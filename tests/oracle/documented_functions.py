@@ -37,6 +37,9 @@ HEADS = (
     ("explicit instantiation", re.compile(r"^(?:extern\s+)?template\s+[^<\s]")),
     ("ctags: a statement", re.compile(r"^(?:return|else|do|new|delete|goto|throw|case|static_assert|_Static_assert)\b")),
     ("the comment is inside the declaration", re.compile(r"^[,)>=]")))
+MACRO = r"(?:[A-Z]{2}|__)\w*"
+CALLS = re.compile(r"(?:%s(?:\s*\([^()]*\))?\s*)*" % MACRO)
+OPEN_CALL = re.compile(r"\b%s\s*\([^()]*$" % MACRO)
 SCOPE = re.compile(r"\b(?:namespace|class|struct|union|extern)\b|\bNAMESPACE\b|_BEGIN\b")
 
 
@@ -151,14 +154,23 @@ def reason(text, code, tag, shares):
     for verdict, pattern in HEADS:
         if pattern.search(head):
             return verdict
-    macro = re.match(r"[A-Z_][A-Z0-9_]*$", tag.name) and not tag.scope.endswith(tag.name)
-    if macro and not re.sub(r"^template\s*<.*>", "", head.strip(), flags=re.S):
+    if is_macro_statement(code, tag):
         return "ctags: macro call as a statement"
+    if OPEN_CALL.search(head):
+        return "ctags: inside the arguments of a macro call"
     if is_cut(code, tag.start):
         return "a directive inside the declaration"
     if "/*" in text[tag.start:tag.name_at]:
         return "another comment inside the declaration's head"
     return reason_of_body(text, code, tag)
+
+
+def is_macro_statement(code, tag):
+    """Whether the tag is a macro call without a type before it, perhaps on a line after other calls."""
+    head = re.sub(r"^template\s*<.*>", "", code[tag.start:tag.name_at].strip(), flags=re.S)
+    starts_line = not code[code.rfind("\n", 0, tag.name_at) + 1:tag.name_at].strip()
+    macro = re.fullmatch(MACRO if starts_line else r"[A-Z_][A-Z0-9_]*", tag.name)
+    return macro and not tag.scope.endswith(tag.name) and (not head or (starts_line and CALLS.fullmatch(head)))
 
 
 def is_cut(code, start):
@@ -206,7 +218,8 @@ def outside(text, code, tag, found):
     inside = [other for other in found if member(other) == member(tag) and not other.number]
     if not inside:
         return "defined outside its class, class not in this header"
-    if any(other.start >= 0 and text[:other.start].rstrip().endswith("*/") for other in inside):
+    before = [re.sub(r"(?:\b[A-Z_][A-Z0-9_]*\s*)+$", "", text[max(0, other.start - 999):other.start]) for other in inside]
+    if any(head.rstrip().endswith("*/") for head in before):
         return "defined outside its class, documented in the class"
     before = [other for other in found if member(other) == member(tag) and other.number and other.start < tag.start]
     if before and re.match(r"template\s*<\s*>", code[tag.start:tag.name_at]):

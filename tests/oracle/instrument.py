@@ -51,7 +51,8 @@ def name_offset(code, begin, end, name):
         pattern = r"\boperator\b"
     elif name.startswith("~"):
         pattern = r"~\s*" + re.escape(name[1:])
-    found = re.compile(pattern + r"(?=\s*\()").search(code, begin, end) or re.compile(pattern).search(code, begin, end)
+    called = re.compile(pattern + r"(?=\s*\()").search(code, begin, end + 99)  # the "(" may be on the next line
+    found = called if called and called.start() < end else re.compile(pattern).search(code, begin, end)
     return found.start() if found else -1
 
 
