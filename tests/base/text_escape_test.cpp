@@ -1,5 +1,6 @@
 #include "base/byte_search.h"
 #include "base/text_escape.h"
+#include "base/white_space.h"
 
 #include <gtest/gtest.h>
 
@@ -28,4 +29,9 @@ TEST(TextEscape, EveryEntityOnceAndOnlyOnce)
 TEST(TextEscape, MiddleDotIsFoundAmongOtherLatinLetters)
 {
     EXPECT_EQ(escapedText("\xC2\xB7\xC2\xA7\xC3\xB7\xC2"), "&middot;\xC2\xA7\xC3\xB7\xC2");
+}
+
+TEST(WhiteSpace, StaysBetweenWordsOnly)
+{
+    EXPECT_EQ(tightened(" a  z A\tZ 0 9 _ \xC3\xA4 { @ [ ` / : , "), "a z A Z 0 9 _ \xC3\xA4{@[`/:,");
 }

@@ -101,6 +101,8 @@ TEST(WholeFile, NothingStaysOfAFileThatDoesNotFit)
     const rlimit tight{1000, before.rlim_max};
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &tight), 0);
     EXPECT_THROW(writeWholeFile(name, QByteArray(1001, 'x')), HException);
+    EXPECT_THROW(writeNewFile(name + u"2"_s, QByteArray(1001, 'x')), HException);
+    EXPECT_THROW(writeNewFile(name, "after"), HException);
     ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &before), 0);
     QFile file(name);
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));
