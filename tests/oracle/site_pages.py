@@ -5,7 +5,8 @@ Puts a comment before each line on which a declaration begins, as dump_declarati
 another declaration. The comment has a number and a name that is declared there. Then, on the pages of the site,
   - every number must be on the page of one of its names, and on no other page,
   - every row of a table of members must have the text of the declaration that it links to,
-  - every declaration that clang finds and whose comment is not lost must have a page of its name.
+  - every declaration that clang finds and whose comment is not lost must have a page of its name; that of a
+    specialisation also has its arguments.
 
 usage: site_pages.py [--keep DIRECTORY] [--no-clang] TAVIDOC_SITE DUMP_DECLARATIONS [PACKAGE]...
 The default is all packages below. --keep names an empty directory for the headers and the site.
@@ -40,6 +41,15 @@ def normal(name):
     return re.sub(r"\s+", "", name).replace("::", ".")
 
 
+def without_arguments(name):
+    """A normal name without the template arguments of specialisations, and without the unnamed unions around a member."""
+    if re.search(r"operator(<|>|->)", name):
+        return name
+    while (shorter := re.sub(r"<[^<>]*>", "", name)) != name:
+        name = shorter
+    return re.sub(r"\((Anonymous|anonymous)\)\.", "", name)
+
+
 def declared_lines(dump, header):
     """For each line on which declarations begin, counted from 1, their qualified names."""
     model = subprocess.run([dump, "all", header], stdout=subprocess.PIPE, check=True).stdout.decode("utf-8", "replace")
@@ -55,14 +65,17 @@ def is_inside(line, before):
     return before.endswith("\\") or re.match(r"\s*(\{|/\*)", line) or re.match(r"\s*template\s*<.*>\s*$", before)
 
 
-def documented(header, lines, numbers):
-    """The text of the header with a comment before each of the lines. Enters the names of each comment in numbers."""
+def documented(header, lines, numbers, uncommented):
+    """The text of the header with a comment before each of the lines. Enters the names of each comment in numbers, and in
+    uncommented those of declarations that may have none: a comment is that of the first declaration on its line."""
     with open(header, encoding="latin-1", newline="") as file:
         text = file.read().split("\n")
     result = []
     for number, line in enumerate(text, 1):
         names = lines.get(number)
-        if names and not is_inside(line, text[number - 2] if number > 1 else ""):
+        has_comment = names and not is_inside(line, text[number - 2] if number > 1 else "")
+        uncommented.update(without_arguments(normal(name)) for name in names or [] if not has_comment or len(names) > 1)
+        if has_comment:
             numbers.append((header, number, [name.replace(".hpp)", ".h)") for name in names]))
             name = re.sub(r"([^\w\s.])", r"\\\1", names[0])
             result.append("/*!\n * \\brief N%dN \\tt{%s}\n *\n * \\synopsis\n */" % (len(numbers) - 1, name))
@@ -79,16 +92,17 @@ def headers_of(root):
 
 
 def write_copies(package, dump, folder, numbers):
-    """Writes documented copies of the headers of a package and a project file. Returns the relative names of the headers."""
-    headers = list(headers_of(package.root))
+    """Writes documented copies of the headers of a package and a project file. Returns for the relative name of each header
+    the names of its declarations without a comment."""
+    headers = {header: set() for header in headers_of(package.root)}
     with open(os.path.join(folder, "site.toml"), "w", encoding="utf-8") as project:
         project.write("title = %s\n[check]\nunused-page = \"off\"\n" % repr(os.path.basename(folder)))
-        for header in headers:
+        for header, uncommented in headers.items():
             source = os.path.join(package.root, header)
             copy = os.path.join(folder, "include", os.path.splitext(header)[0] + ".h")
             os.makedirs(os.path.dirname(copy), exist_ok=True)
             with open(copy, "w", encoding="latin-1", newline="") as file:
-                file.write(documented(source, declared_lines(dump, source), numbers))
+                file.write(documented(source, declared_lines(dump, source), numbers, uncommented))
             below = os.path.splitext(header)[0]
             project.write('[[input]]\nfiles = ["include/%s.h"]\nfolder = "%s"\n' % (below, below))
     return headers
@@ -156,12 +170,13 @@ def check_package(name, arguments, folder):
     complaints += ["%s:%d: no page has the comment of %s" % (header, line, " ".join(names)) for header, line, names in lost]
     unknown = 0
     if not arguments.no_clang:
-        for header in headers:
+        for header, uncommented in headers.items():
             below = os.path.join(folder, "out", os.path.splitext(header)[0]) + os.sep
-            pages = {normal(title) for path, title in titles.items() if path.startswith(below)}
-            wanted = clang_names(package, header)
+            pages = {without_arguments(normal(title)) for path, title in titles.items() if path.startswith(below)}
+            wanted = {without_arguments(name) for name in clang_names(package, header)}
             unknown += not wanted
-            complaints += ["%s: clang finds %s, which has no page" % (header, name) for name in sorted(wanted - pages)]
+            wanted -= pages | uncommented
+            complaints += ["%s: clang finds %s, which has no page" % (header, name) for name in sorted(wanted)]
     print("%s: %d headers (%d that clang cannot read alone), %d comments, %d pages, %d on no page, %d complaints, "
           "%d findings" % (name, len(headers), unknown, len(numbers), len(titles), len(lost), len(complaints),
                            sum(" error: " in line or " warning: " in line for line in findings.splitlines())))
