@@ -1,6 +1,6 @@
 // Tests the command line and the project file of tavidoc-site.
 
-#include "site/command/nearest_name.h"
+#include "base/nearest_name.h"
 #include "site/command/path_pattern.h"
 #include "tests/site/site_run.h"
 
@@ -60,6 +60,13 @@ INSTANTIATE_TEST_SUITE_P(
         CommandRow{"an unknown verb", "$site biuld", 2,
                    "tavidoc-site: unknown verb \"biuld\"; did you mean \"build\"?\n"},
         CommandRow{"a verb like none", "$site frobnicate", 2, "tavidoc-site: unknown verb \"frobnicate\"\n"},
+        CommandRow{"inputs without a verb", "$site manual.dg out", 2,
+                   "tavidoc-site: unknown verb \"manual.dg\": expected a verb before the inputs, as in \"tavidoc-site "
+                   "build manual.dg -o DIR\"\n"},
+        CommandRow{"an output without its option", "$site build manual.dg out", 2,
+                   "tavidoc-site: build: expected --output PATH, as in \"-o out\"\n"},
+        CommandRow{"an output without its option that exists", "mkdir out; $site build manual.dg out", 2,
+                   "tavidoc-site: build: expected --output PATH, as in \"-o out\"\n"},
         CommandRow{"an unknown option", "$site build --ouput=x", 2,
                    "tavidoc-site: build: unknown option \"--ouput\"; did you mean \"--output\"?\n"},
         CommandRow{"an option of another verb", "$site dump --strict x.tdr", 2,

@@ -1,6 +1,6 @@
 #include "site/command/arguments.h"
 
-#include "site/command/nearest_name.h"
+#include "base/nearest_name.h"
 
 #include <algorithm>
 #include <thread>
@@ -158,10 +158,14 @@ void Arguments::set(const Option &option, const std::optional<QString> &attached
 QString Arguments::required(OptionId option) const
 {
     const Option &row = siteOptions()[index(option)];
-    if (!has(option))
-        throw UsageError{std::string(m_verb->name) + ": expected --" + std::string(row.name) + " " +
-                         std::string(row.value)};
-    return value(option);
+    if (has(option))
+        return value(option);
+    std::string message =
+        std::string(m_verb->name) + ": expected --" + std::string(row.name) + " " + std::string(row.value);
+    // The last of several operands without a suffix was probably meant as the output.
+    if (option == OptionId::Output && m_operands.size() > 1 && !m_operands.constLast().contains(u'.'))
+        message.append(", as in \"-o ").append(m_operands.constLast().toStdString()).append("\"");
+    throw UsageError{message};
 }
 
 int Arguments::jobs() const
@@ -209,6 +213,9 @@ const Verb &verbNamed(const QString &name)
         static constexpr std::string_view options[] = {"--help", "--version", "-h"};
         throw UsageError{"unknown option " + quoted(name) + suggestion(wanted, options)};
     }
+    if (wanted.find_first_of("./") != std::string::npos)
+        throw UsageError{"unknown verb " + quoted(name) +
+                         ": expected a verb before the inputs, as in \"tavidoc-site build " + wanted + " -o DIR\""};
     std::vector<std::string_view> names;
     for (const Verb &verb : siteVerbs())
         names.push_back(verb.name);

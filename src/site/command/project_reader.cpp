@@ -1,6 +1,6 @@
 #include "site/command/project_reader.h"
 
-#include "site/command/nearest_name.h"
+#include "base/nearest_name.h"
 #include "site/command/path_pattern.h"
 #include "site/command/site_path.h"
 

@@ -1,4 +1,4 @@
-#include "site/command/nearest_name.h"
+#include "base/nearest_name.h"
 
 #include <algorithm>
 #include <vector>
