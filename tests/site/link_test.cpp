@@ -643,7 +643,20 @@ INSTANTIATE_TEST_SUITE_P(
                 image ../web/logo.png
                 raw ../data.zip
                 entry 0 x)",
-                "f/x.htm picture 1: ../logo.png\n", ""}),
+                "f/x.htm picture 1: ../logo.png\n", ""},
+        LinkRow{"a link by name leads to an asset beside the page or from the top, if to nothing else", R"(
+                input f/a.dg -> f
+                page x
+                link ../data.zip
+                link pics/a.png
+                link logo
+                entry 0 x
+                input g.dg
+                page logo
+                entry 0 logo)",
+                "f/x.htm link 0: ../data.zip '../data.zip'\nf/x.htm link 1: ../pics/a.png 'pics/a.png'\nf/x.htm link "
+                "2: ../logo.htm 'logo'\n",
+                "web/logo.png: no page uses this file [unused-asset]\n"}),
     [](const auto &row) { return "Row" + std::to_string(row.index); });
 
 TEST(Redirects, LeadFromFreeNamesToPages)

@@ -127,11 +127,6 @@ const std::string *CopiedFiles::assetAt(std::string_view path)
     return &m_assets[asset->second].address;
 }
 
-bool CopiedFiles::useAsset(std::string_view path)
-{
-    return assetAt(path) != nullptr;
-}
-
 void CopiedFiles::reportUnusedAssets()
 {
     for (std::size_t i = 0; i < m_assets.size(); ++i) {

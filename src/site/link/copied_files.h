@@ -22,8 +22,9 @@ public:
     /// once for each record; pages come in order. Reports `missing-image`.
     [[nodiscard]] std::vector<ResolvedImage> resolvedImages(PageId page, std::vector<CopiedFile> &copied);
 
-    /// Whether an asset is copied to \a path, relative to the top of the site. It counts as used after that.
-    bool useAsset(std::string_view path);
+    /// The address of the asset that is copied to \a path, relative to the top of the site; null if there is none. The
+    /// asset counts as used after that.
+    [[nodiscard]] const std::string *assetAt(std::string_view path);
 
     /// Reports `unused-asset` for what no page used so far.
     void reportUnusedAssets();
@@ -41,7 +42,6 @@ private:
                                         std::vector<CopiedFile> &copied);
     [[nodiscard]] Picture found(std::uint32_t record, std::string_view source, const std::string &file);
     [[nodiscard]] std::string freeAddress(const std::string &wanted);
-    [[nodiscard]] const std::string *assetAt(std::string_view path);
 
     const PageSet &m_pages;
     const std::vector<CopiedFile> &m_assets;

@@ -128,6 +128,8 @@ LinkResolver::Resolution LinkResolver::resolvedOverload(PageId from, const Recor
         return ResolvedLink{};
     const PageId to = found.page;
     if (to == s_noPage || m_pages.page(to).overloads.empty()) {
+        if (std::string address = assetAddress(from, target); !address.empty())
+            return ResolvedLink{0, std::move(address), std::string(target)};
         reportDead(from, link, target);
         return ResolvedLink{};
     }
@@ -139,6 +141,20 @@ LinkResolver::Resolution LinkResolver::resolvedOverload(PageId from, const Recor
     const std::string anchor = chosen.overload->heading.empty() ? std::string() : '#' + chosen.overload->heading;
     std::string address = from == to && !anchor.empty() ? std::string() : addressOf(from, to);
     return ResolvedLink{0, std::move(address) + anchor, std::string(target)};
+}
+
+/// The address of the asset that \a target names, relative to the page \a from or to the top of the site; empty if there
+/// is none.
+std::string LinkResolver::assetAddress(PageId from, std::string_view target)
+{
+    const std::string &folder = m_pages.records()[m_pages.recordOf(from)].folder;
+    for (const std::string &directory :
+         {folder + '/' + std::string(directoryOf(m_pages.page(from).stem)), std::string()}) {
+        const std::optional<std::string> path = joinedPath(directory, target);
+        if (const std::string *const asset = path ? m_files.assetAt(*path) : nullptr)
+            return relativeAddress(m_pages.address(from), *asset);
+    }
+    return {};
 }
 
 NameUse LinkResolver::useOf(PageId from, const RecordLink &link) const
@@ -230,7 +246,7 @@ LinkResolver::Resolution LinkResolver::resolvedRaw(PageId from, const RecordLink
 /// Whether the site has a file at \a path beside the pages of the records.
 bool LinkResolver::isKnownFile(const std::string &path)
 {
-    if (isSitePage(path) || m_files.useAsset(path))
+    if (isSitePage(path) || m_files.assetAt(path) != nullptr)
         return true;
     return path.ends_with(".htm") && m_settings.redirects.contains(path.substr(0, path.size() - 4));
 }

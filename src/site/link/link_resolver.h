@@ -40,6 +40,7 @@ private:
     [[nodiscard]] bool isWrittenAnchor(PageId page, std::string_view id) const;
     [[nodiscard]] bool isKnownFile(const std::string &path);
 
+    [[nodiscard]] std::string assetAddress(PageId from, std::string_view target);
     [[nodiscard]] std::string addressOf(PageId from, PageId to);
     [[nodiscard]] std::string memberAddress(PageId from, const FoundPage &found);
     [[nodiscard]] std::string captionOf(const FoundPage &found, std::string_view target) const;
