@@ -2,6 +2,7 @@
 
 #include "apiref/reference_text.h"
 #include "base/white_space.h"
+#include "markup/markup_cursor.h"
 #include "sourcebrowser/container.h"
 #include "sourcebrowser/members.h"
 
@@ -11,14 +12,9 @@
 
 namespace tavidoc {
 
-namespace {
+using namespace Qt::StringLiterals;
 
-/// Whether \a macro is defined as nothing: it only says that something is so, as the macro that keeps a header from
-/// being read twice does.
-bool isEmptyMacro(const SourceBrowserObject &macro)
-{
-    return macro.text().trimmed().endsWith(macro.name());
-}
+namespace {
 
 /// True when \a line has more than white space and asterisks.
 bool hasText(std::string_view line)
@@ -66,9 +62,60 @@ void tellStrayComments(const QString &file, const std::vector<int> &commentLines
 
 namespace {
 
+/// The word with which \a text begins, after white space; that is removed from \a text, too.
+std::string_view takeWord(std::string_view &text)
+{
+    text = text.substr(std::min(text.find_first_not_of(" \t"), text.size()));
+    const auto length = static_cast<std::size_t>(
+        std::ranges::find_if_not(text, [](char c) { return isNameCharacter(c) || c == '_'; }) - text.begin());
+    const std::string_view word = text.substr(0, length);
+    text.remove_prefix(length);
+    return word;
+}
+
+/// The name of the macro that keeps the header \a text from being read twice: its first two directives, apart from
+/// pragmas, are "#ifndef NAME" and "#define NAME". Empty if it has none.
+std::string_view includeGuard(std::string_view text)
+{
+    std::string_view tested;
+    for (std::size_t begin = 0; begin < text.size();) {
+        const std::size_t end = std::min(text.find('\n', begin), text.size());
+        std::string_view line = trimmed(text.substr(begin, end - begin));
+        begin = end + 1;
+        if (!line.starts_with('#'))
+            continue;
+        line.remove_prefix(1);
+        const std::string_view directive = takeWord(line);
+        if (directive == "pragma")
+            continue;
+        if (!tested.empty())
+            return directive == "define" && takeWord(line) == tested ? tested : std::string_view();
+        if (directive != "ifndef")
+            return {};
+        tested = takeWord(line);
+    }
+    return {};
+}
+
+/// Whether \a macro only says something about declarations or the compiler, by its value or its name: it is empty, an
+/// attribute, or the macro that exports a declaration.
+bool isMacroForDeclarations(const SourceBrowserObject &macro)
+{
+    static constexpr QLatin1StringView values[] = {
+        "__attribute__"_L1, "__declspec"_L1, "[["_L1, "extern"_L1, "__extension__"_L1,
+    };
+    static constexpr QLatin1StringView endings[] = {"_API"_L1, "_EXPORT"_L1, "_IMPORT"_L1, "_NO_EXPORT"_L1};
+    const QString text = macro.text().trimmed();
+    const qsizetype name = text.indexOf(macro.name());
+    const QStringView value = QStringView(text).mid(name < 0 ? text.size() : name + macro.name().size()).trimmed();
+    const auto begins = [value](QLatin1StringView each) { return value.startsWith(each); };
+    const auto ends = [&macro](QLatin1StringView each) { return macro.name().endsWith(each); };
+    return value.isEmpty() || std::ranges::any_of(values, begins) || std::ranges::any_of(endings, ends);
+}
+
 /// Whether readers would expect a comment before \a object. Names that begin with a parenthesis were made for what has
-/// none.
-bool isForReaders(const SourceBrowserObject &object)
+/// none. The macro \a guard keeps the header from being read twice.
+bool isForReaders(const SourceBrowserObject &object, std::string_view guard)
 {
     const QString &name = object.name();
     if (name.isEmpty() || name.startsWith(u'~'))
@@ -87,7 +134,7 @@ bool isForReaders(const SourceBrowserObject &object)
         return method == nullptr || !method->isDeleted;
     }
     case SourceBrowserObject::Macro:
-        return !isEmptyMacro(object);
+        return !isMacroForDeclarations(object) && object.name() != QLatin1StringView(guard);
     default:
         return dynamic_cast<const SourceBrowserEnum *>(&object) != nullptr;
     }
@@ -109,8 +156,8 @@ QString identity(const SourceBrowserObject &object, const SynopsisSource *source
 
 } // namespace
 
-void tellUndocumented(const QString &file, const SourceBrowserModel &model, const SynopsisSource *source,
-                      DocumentListener &listener)
+void tellUndocumented(const QString &file, std::string_view text, const SourceBrowserModel &model,
+                      const SynopsisSource *source, DocumentListener &listener)
 {
     std::set<QString> known; // documented, or reported
     for (const SourceBrowserObject *object :
@@ -118,12 +165,15 @@ void tellUndocumented(const QString &file, const SourceBrowserModel &model, cons
         known.insert(identity(*object, source));
     if (known.empty())
         return;
-    for (const SourceBrowserObject *object : model.chosen(isForReaders)) {
+    const auto isExpected = [guard = includeGuard(text)](const SourceBrowserObject &object) {
+        return isForReaders(object, guard);
+    };
+    for (const SourceBrowserObject *object : model.chosen(isExpected)) {
         if (object->lines().first < 0 || !known.insert(identity(*object, source)).second)
             continue;
-        std::string text(declarationKind(*object));
-        text.append(" \"").append(qualifiedByColons(*object)).append("\" has no documentation comment");
-        listener.finding({"undocumented", {file, object->lines().first + 1}, std::move(text)});
+        std::string message(declarationKind(*object));
+        message.append(" \"").append(qualifiedByColons(*object)).append("\" has no documentation comment");
+        listener.finding({"undocumented", {file, object->lines().first + 1}, std::move(message)});
     }
 }
 

@@ -20,10 +20,12 @@ void tellStrayComments(const QString &file, const std::vector<int> &commentLines
                        DocumentListener &listener);
 
 /// Tells \a listener about the public functions, classes, enumerations and macros of \a model, the declarations of the
-/// header \a file, that have no documentation comment. Nothing is told about a header without any such comment. \a source,
-/// if it is not null, distinguishes overloads by all their qualifiers.
-void tellUndocumented(const QString &file, const SourceBrowserModel &model, const SynopsisSource *source,
-                      DocumentListener &listener);
+/// header \a file, that have no documentation comment. Nothing is told about a header without any such comment.
+/// Nor is anything about macros that say nothing to readers: that which keeps the header from being read twice, and those
+/// that stand for attributes of other declarations. \a text is that of the header. \a source, if it is not null,
+/// distinguishes overloads by all their qualifiers.
+void tellUndocumented(const QString &file, std::string_view text, const SourceBrowserModel &model,
+                      const SynopsisSource *source, DocumentListener &listener);
 
 /// Tells \a listener where the parameters and the result that \a comment describes are not those of \a object, a
 /// function or macro. \a comment is UTF-8, without the delimiters; it begins at \a place.

@@ -1,7 +1,9 @@
 #include "apiref/comment_commands.h"
 #include "apiref/comment_findings.h"
 
+#include "base/nearest_name.h"
 #include "base/white_space.h"
+#include "markup/command_table.h"
 #include "sourcebrowser/members.h"
 
 #include <algorithm>
@@ -108,18 +110,62 @@ public:
         while (const std::optional<CommentCommand> command = commands.next()) {
             if (command->sign == '\\' && command->name == "param")
                 describe(comment.substr(command->end), command->line);
+            else if (isMisspelt(*command))
+                m_isUnclear = true; // reported as an error in the markup
             else if (command->sign == '\\' && command->name == "return" && isVoid(m_object))
                 tell(command->line, name() + " returns nothing: remove \"\\return\"");
         }
-        if (m_described.empty() || m_isUnclear)
-            return;
-        for (const std::string &parameter : m_parameters.names) {
-            if (!m_described.contains(parameter))
-                tell(0, "the argument " + inQuotes(parameter) + " of " + name() + " has no \"\\param\"");
-        }
+        tellDifferences();
     }
 
 private:
+    /// A name that a `\param` has and the declaration has not.
+    struct WrongName
+    {
+        std::string name;
+        std::int64_t line; // counted from 0, the first line of the comment
+    };
+
+    /// True for a command that does not exist and was probably meant as `\param`.
+    static bool isMisspelt(const CommentCommand &command)
+    {
+        static constexpr std::string_view meant[] = {"param"};
+        return command.sign == '\\' && CommandTable::find(command.name) == nullptr &&
+               !nearestName(command.name, meant).empty();
+    }
+
+    /// Tells about names that do not fit. A wrong name and the argument that it was meant for are one finding.
+    void tellDifferences()
+    {
+        std::vector<std::string_view> missing;
+        for (const std::string &parameter : m_parameters.names) {
+            if (!m_described.contains(parameter))
+                missing.push_back(parameter);
+        }
+        std::size_t others = 0; // wrong names that are not like a missing one
+        for (const WrongName &wrong : m_wrong) {
+            const bool isShort = wrong.name.size() < 3; // near to too many
+            const std::string_view meant = isShort ? std::string_view() : nearestName(wrong.name, missing);
+            std::erase(missing, meant);
+            others += meant.empty() ? 1 : 0;
+            tell(wrong.line, name() + " has no argument " + inQuotes(wrong.name) +
+                                 (meant.empty() ? expected() : "; did you mean " + inQuotes(meant) + "?"));
+        }
+        if (m_described.empty() || m_isUnclear || missing.size() <= others)
+            return;
+        for (const std::string_view parameter : missing)
+            tell(0, "the argument " + inQuotes(parameter) + " of " + name() + " has no \"\\param\"");
+    }
+
+    /// The names of the arguments, after a message; empty if there are none.
+    [[nodiscard]] std::string expected() const
+    {
+        std::string text;
+        for (const std::string &parameter : m_parameters.names)
+            text.append(text.empty() ? ": expected " : ", ").append(inQuotes(parameter));
+        return text;
+    }
+
     [[nodiscard]] std::string name() const { return inQuotes(m_object.name().toStdString()); }
 
     void tell(std::int64_t line, std::string text)
@@ -150,10 +196,7 @@ private:
         m_described.insert(shown);
         if (m_parameters.hasOthers || std::ranges::find(m_parameters.names, shown) != m_parameters.names.end())
             return;
-        std::string text = this->name() + " has no argument " + inQuotes(name);
-        for (std::size_t index = 0; index < m_parameters.names.size(); ++index)
-            text.append(index == 0 ? ": expected " : ", ").append(inQuotes(m_parameters.names[index]));
-        tell(line, std::move(text));
+        m_wrong.push_back({std::string(name), line});
     }
 
     const SourceBrowserObject &m_object;
@@ -161,7 +204,8 @@ private:
     const DocumentPlace &m_place;
     DocumentListener &m_listener;
     std::set<std::string> m_described;
-    bool m_isUnclear = false; // what a `\param` names has styles of its own
+    std::vector<WrongName> m_wrong;
+    bool m_isUnclear = false; // what a `\param` names has styles of its own, or a `\param` is misspelt
 };
 
 } // namespace

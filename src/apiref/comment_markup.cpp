@@ -1,5 +1,7 @@
 #include "apiref/comment_markup.h"
 
+#include "base/white_space.h"
+
 #include <algorithm>
 #include <optional>
 #include <utility>
@@ -187,6 +189,15 @@ std::string commentMarkup(std::string_view comment, std::string_view name)
         copier.copyLine(lines[index]);
     }
     return withName(copier.takeText(), name);
+}
+
+std::string_view leadingHeading(std::string_view markup)
+{
+    static constexpr std::string_view command = "\\h1 ";
+    markup = trimmed(markup);
+    if (!markup.starts_with(command))
+        return {};
+    return trimmed(markup.substr(command.size(), markup.find('\n') - command.size()));
 }
 
 } // namespace tavidoc

@@ -27,4 +27,7 @@ void removeDecoration(std::vector<std::string_view> &lines);
 /// result, counted from 0, is line n + 1 of the comment.
 [[nodiscard]] std::string commentMarkup(std::string_view comment, std::string_view name);
 
+/// The text of the `\h1` with which \a markup begins, a view of it; empty without one.
+[[nodiscard]] std::string_view leadingHeading(std::string_view markup);
+
 } // namespace tavidoc

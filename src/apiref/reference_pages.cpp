@@ -7,6 +7,7 @@
 #include "base/text_escape.h"
 #include "base/white_space.h"
 #include "markup/file_commands.h"
+#include "markup/member_groups.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
 
@@ -74,6 +75,8 @@ void ReferencePages::make(const QStringList &exclusions)
     if (!m_surroundings.split)
         return;
     makeHeaderPage(overview);
+    if (m_facts)
+        MemberGroups::tellUnknown(*m_facts);
     if (m_surroundings.output.takesContents())
         makeContentsFile();
 }
@@ -93,10 +96,9 @@ std::vector<SourceBrowserOverviewComment> ReferencePages::parse()
     if (m_facts) {
         m_facts->listener().file(m_header.given(), m_lines.wasRead());
         tellStrayComments(m_header.given(), parser.documentationLines(), m_model, m_facts->listener());
-        tellUndocumented(m_header.given(), m_model, m_source ? &*m_source : nullptr, m_facts->listener());
-        tellForeignComments(m_header.given(),
-                            {m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size())},
-                            m_facts->listener());
+        const std::string_view text(m_lines.text().constData(), static_cast<std::size_t>(m_lines.text().size()));
+        tellUndocumented(m_header.given(), text, m_model, m_source ? &*m_source : nullptr, m_facts->listener());
+        tellForeignComments(m_header.given(), text, m_facts->listener());
     }
     return parser.overviewComments();
 }
@@ -159,7 +161,12 @@ std::string ReferencePages::writeText(const Documented &declaration)
         tellParameterMismatches(*declaration.object, comment, place(declaration.line), m_facts->listener());
         tellForeignCommands(comment, place(declaration.line), m_facts->listener());
     }
-    const std::string markup = commentMarkup(comment, declaration.name);
+    std::string markup = commentMarkup(comment, declaration.name);
+    if (!m_sharedHeading.empty() && leadingHeading(markup) == m_sharedHeading) {
+        const std::size_t begin = markup.find('\\'); // blanks in its place keep the positions of messages right
+        const std::size_t end = std::min(markup.find('\n', begin), markup.size());
+        markup.replace(begin, end - begin, end - begin, ' ');
+    }
     SourceMap map;
     map.beginStretch(0, map.addFile(m_header.given()), declaration.line + 1);
     return translate(markup, map);

@@ -99,6 +99,7 @@ private:
     void makePage(const Documented &declaration);
     void makeSharedPages();
     void makeSharedPage(const std::vector<Documented *> &declarations);
+    void writeSharedHeading(const Documented &first);
     bool writeShared(Documented &declaration);
     void appendMembers(const SourceBrowserContainer &container);
     void appendMember(const SourceBrowserContainer &container, const SourceBrowserObject &member);
@@ -134,9 +135,10 @@ private:
     HtmlBlocks m_blocks{SharedTables::paraStyle};
     Pages m_pages;
     IconTable m_icons;
-    std::vector<Documented> m_documented;                                           // in the order of their pages
-    const Documented *m_current = nullptr;                                          // whose page is being made
-    TextMap<std::string> m_stems;                                                   // by bare and by qualified name
+    std::vector<Documented> m_documented;  // in the order of their pages
+    const Documented *m_current = nullptr; // whose page is being made
+    std::string m_sharedHeading;  // that comments of overloads begin with, in the page being made; written already
+    TextMap<std::string> m_stems; // by bare and by qualified name
     std::unordered_map<const SourceBrowserObject *, const Documented *> m_byObject; // filled for shared pages
     std::set<std::string> m_rows;                                                   // qualified names, of the page
     std::set<std::string> m_rowIds;                                                 // of the page

@@ -1,3 +1,4 @@
+#include "apiref/comment_markup.h"
 #include "apiref/member_tables.h"
 #include "apiref/reference_pages.h"
 #include "apiref/reference_text.h"
@@ -67,6 +68,8 @@ void ReferencePages::makeSharedPage(const std::vector<Documented *> &declaration
     for (const Documented *const declaration : declarations)
         objects.push_back(declaration->object);
     const std::vector<std::string> headings = sharedHeadings(objects, *m_source);
+    if (declarations.size() > 1)
+        writeSharedHeading(first);
     const Documented *described = nullptr; // whose description is that of the page
     for (std::size_t index = 0; index < declarations.size(); ++index) {
         Documented &declaration = *declarations[index];
@@ -83,11 +86,25 @@ void ReferencePages::makeSharedPage(const std::vector<Documented *> &declaration
         const auto any = std::ranges::find_if(declarations, [](auto *each) { return !each->description.empty(); });
         described = any == declarations.end() ? &first : *any;
     }
+    m_sharedHeading.clear();
     finished.description = described->description;
     finished.facts = described->facts;
     if (m_facts)
         m_facts->setBrief(finished.description);
     m_finished.insert_or_assign(first.stem, std::move(finished));
+}
+
+/// Writes the heading with which the comment of \a first begins, if it has one, above the headings of all declarations.
+/// Comments that begin with the same heading do not repeat it.
+void ReferencePages::writeSharedHeading(const Documented &first)
+{
+    const std::string markup = commentMarkup(first.object->documentation().toStdString(), first.name);
+    m_sharedHeading = leadingHeading(markup);
+    if (m_sharedHeading.empty())
+        return;
+    m_blocks.text() += "<h1>";
+    appendEscaped(m_blocks.text(), m_sharedHeading);
+    m_blocks.text() += "</h1>";
 }
 
 /// Appends what the page of \a declaration says about it, and notes its description. True when that is a `\brief`.

@@ -7,6 +7,7 @@
 #include "definitions/scheme_files.h"
 #include "definitions/xml_pp.h"
 #include "markup/file_commands.h"
+#include "markup/member_groups.h"
 #include "markup/page_titles.h"
 #include "markup/shared_tables.h"
 #include "markup/translator.h"
@@ -131,6 +132,7 @@ std::optional<DocumentFinding> findingAbout(const SwallowedLine &line, const Doc
 void tellListener(const SourceDocument &document, const Contents &contents, DocumentFacts &facts)
 {
     tellFiles(document, facts.listener());
+    MemberGroups::tellUnknown(facts);
     for (const SwallowedLine &line : document.swallowedLines) {
         if (const std::optional<DocumentFinding> finding = findingAbout(line, facts))
             facts.listener().finding(*finding);

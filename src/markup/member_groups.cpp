@@ -1,5 +1,6 @@
 #include "markup/member_groups.h"
 
+#include "base/nearest_name.h"
 #include "base/white_space.h"
 
 #include <algorithm>
@@ -17,6 +18,18 @@ std::string_view groupOf(std::string_view page)
     return object == SharedTables::docObjects.end() ? s_unassigned : std::string_view(object->second.group);
 }
 
+/// Calls \a take with each name of a comma-separated list.
+template <typename Take> void forEachName(std::string_view names, Take take)
+{
+    for (std::size_t begin = 0; begin <= names.size();) {
+        const std::size_t end = std::min(names.find(',', begin), names.size());
+        const std::string_view name = trimmed(names.substr(begin, end - begin));
+        if (!name.empty())
+            take(name);
+        begin = end + 1;
+    }
+}
+
 } // namespace
 
 void file(std::string_view page, std::string_view group)
@@ -31,12 +44,19 @@ void file(std::string_view page, std::string_view group)
 void setOrder(std::string_view names)
 {
     SharedTables::requiredOrder.clear();
-    for (std::size_t begin = 0; begin <= names.size();) {
-        const std::size_t end = std::min(names.find(',', begin), names.size());
-        const std::string_view name = trimmed(names.substr(begin, end - begin));
-        if (!name.empty())
-            SharedTables::requiredOrder.emplace_back(name);
-        begin = end + 1;
+    forEachName(names, [](std::string_view name) { SharedTables::requiredOrder.emplace_back(name); });
+}
+
+void tellUnknown(DocumentFacts &facts)
+{
+    const std::vector<std::string_view> groups(SharedTables::docGroups.begin(), SharedTables::docGroups.end());
+    for (const GroupOrder &order : facts.groupOrders()) {
+        forEachName(order.names, [&](std::string_view name) {
+            if (std::ranges::find(groups, name) == groups.end())
+                facts.listener().finding(
+                    {"unknown-name", order.place,
+                     "\\grouporder: nothing is in the group \"" + std::string(name) + "\"" + suggestion(name, groups)});
+        });
     }
 }
 

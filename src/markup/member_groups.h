@@ -1,6 +1,7 @@
 #pragma once
 
 #include "markup/shared_tables.h"
+#include "pages/document_facts.h"
 
 #include <string>
 #include <string_view>
@@ -23,6 +24,9 @@ struct Group
 void file(std::string_view page, std::string_view group);
 /// Sets the order of groups from a comma-separated list of names.
 void setOrder(std::string_view names);
+/// Tells the listener of \a facts about the groups that the document's `\grouporder` names and no page is in. Call it
+/// when all pages are made.
+void tellUnknown(DocumentFacts &facts);
 /// Orders the groups by their first use in \a pages, stems, as if the pages had been made in this order.
 void orderByUse(const std::vector<std::string> &pages);
 /// Distributes \a pages, stems in the order in which they were made, over the groups: first the

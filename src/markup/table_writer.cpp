@@ -78,6 +78,7 @@ void TableWriter::openFirstRow()
 /// Opens the next cell of the open row of a table.
 void TableWriter::separateCells(MarkupCursor &cursor)
 {
+    ++m_cells;
     if (m_row == Row::Data)
         return m_blocks.append("</td><td>");
     if (cursor.peek() == '|')
@@ -125,12 +126,14 @@ void TableWriter::openMatrixCell(bool startsRow)
         m_blocks.text() += startsRow ? "</td>\n</tr>\n<tr>" : "</td>\n";
     m_blocks.append("<td valign=\"top\">\n");
     m_row = Row::Data;
+    m_cells = startsRow ? 1 : m_cells + 1;
 }
 
 /// Notes that a row of a table has been opened.
 void TableWriter::setRow(Row row)
 {
     m_row = row;
+    m_cells = 1;
     m_blocks.setRowEnd(s_dataRowEnd); // deliberate: the last row ends like this even if it is a heading row
 }
 

@@ -41,6 +41,9 @@ public:
     /// "||-": the rest of the line is its text, and endGroupRow() must follow it.
     [[nodiscard]] bool takeSeparator(MarkupCursor &cursor);
 
+    /// The number of cells of the row that was opened last, without a group row.
+    [[nodiscard]] std::size_t cellsInRow() const { return m_cells; }
+
     static constexpr std::string_view s_groupTextEnd = "</b>\n"; ///< HTML after the text of a group row
     /// Must be called when the text of a group row and its end have been written.
     void endGroupRow();
@@ -64,6 +67,7 @@ private:
 
     HtmlBlocks &m_blocks;
     Row m_row = Row::None;
+    std::size_t m_cells = 0; // of that row
 };
 
 } // namespace tavidoc

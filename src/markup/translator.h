@@ -118,9 +118,10 @@ private:
     void startSection(int levelBelowTop, std::string_view title);
 
     Handler table, matrix, endTable, endMatrix;
-    bool beginTable(BlockMode mode);
+    bool beginTable(BlockMode mode, std::size_t columnCount);
     void endTable(BlockMode mode);
     Ending endGroupRow;
+    void noteSurplusCell(std::size_t offset);
 
     Handler codeListing, plainListing, present, copyFile, show;
     void listing(std::string_view defaultLanguage);
@@ -148,6 +149,7 @@ private:
 
     TableWriter m_table;
     std::size_t m_tableOffset = 0; // of the command that opened the table or matrix
+    std::size_t m_columnCount = 0; // of the table or matrix
     std::vector<Frame> m_frames;   // innermost last
     std::size_t m_commandOffset = 0;
     std::string_view m_commandName;

@@ -138,8 +138,12 @@ void Translator::inGroup(const Command &)
 
 void Translator::groupOrder(const Command &)
 {
-    if (const auto names = filledLine())
-        MemberGroups::setOrder(*names);
+    const auto names = filledLine();
+    if (!names)
+        return;
+    MemberGroups::setOrder(*names);
+    if (m_facts != nullptr)
+        m_facts->addGroupOrder({std::string(*names), place(m_commandOffset)});
 }
 
 } // namespace tavidoc

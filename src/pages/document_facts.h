@@ -19,6 +19,13 @@ struct BriefFacts
     std::vector<DocumentFileName> fileNames;
 };
 
+/// A command that orders groups.
+struct GroupOrder
+{
+    std::string names; ///< as written, with commas between them
+    DocumentPlace place;
+};
+
 /// Gathers what a listener is told about a document and the page that is being built. Offsets in pages stay right
 /// because whatever is removed from a page text is white space at its end.
 class DocumentFacts
@@ -46,6 +53,10 @@ public:
     void addFileName(std::size_t offset) { m_fileNames.push_back({offset}); }
     void addOverload(DocumentOverload overload) { m_overloads.push_back(std::move(overload)); }
     void setGroup(std::string_view group) { m_group = group; }
+
+    void addGroupOrder(GroupOrder order) { m_groupOrders.push_back(std::move(order)); }
+    /// Those of the whole document.
+    [[nodiscard]] const std::vector<GroupOrder> &groupOrders() const { return m_groupOrders; }
 
     /// Makes the end of \a body from \a offset on the description of the page.
     void setBrief(std::string_view body, std::size_t offset);
@@ -89,6 +100,7 @@ private:
     std::vector<DocumentFileName> m_fileNames;
     std::vector<DocumentOverload> m_overloads;
     std::vector<DocumentPlace> m_contentsPlaces;
+    std::vector<GroupOrder> m_groupOrders;
     std::vector<std::pair<std::size_t, std::size_t>> m_sourceListings; // in order
 };
 

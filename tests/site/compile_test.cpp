@@ -111,6 +111,49 @@ INSTANTIATE_TEST_SUITE_P(
         TextRow{"a_page_made_twice", u"a.dg"_s, "\\split a\nOne.\n\\split b\nTwo.\n\\split a\nThree.\n",
                 "a.dg:5: duplicate-page: page \"a\" replaces the one that begins on line 1\n"},
         TextRow{"an_error", u"a.dg"_s, "\\split a\n\\wrong\n", "a.dg:2: markup: \\wrong: unknown command\n"},
+        TextRow{"an_unknown_command_like_a_known_one", u"a.dg"_s, "\\split a\n\\presnet x\n\\bold{x}\n\\zz\n\\q1\n",
+                "a.dg:2: markup: \\presnet: unknown command; did you mean \"\\present\"?\n"
+                "a.dg:3: markup: \\bold: unknown command; did you mean \"\\b\"?\n"
+                "a.dg:4: markup: \\zz: unknown command\n"
+                "a.dg:5: markup: \\q1: unknown command\n"},
+        TextRow{
+            "text_that_browsers_take_for_a_tag", u"a.dg"_s,
+            "\\split a\nA vector<int>,\n\\tt{Outcome<T>} and \\<T\\> and <name>Ann</name>.\n\nGive <file-name> if i "
+            "<n.\n"
+            "\\code\nvector<int>\n\\endcode\n",
+            "a.dg:2: unknown-tag: \"<int>\" is not an HTML tag, so browsers do not show it: write \"\\<int\\>\"\n"
+            "a.dg:3: unknown-tag: \"<T>\" is not an HTML tag, so browsers do not show it: write \"\\<T\\>\"\n"
+            "a.dg:3: unknown-tag: \"<name>\" is not an HTML tag, so browsers do not show it: write \"\\<name\\>\"\n"
+            "a.dg:5: unknown-tag: \"<file-name>\" is not an HTML tag, so browsers do not show it: write "
+            "\"\\<file-name\\>\"\n"
+            "a.dg:5: unknown-tag: browsers take \"<n.\" for the beginning of a tag: write \"\\<\" for the character "
+            "\"<\"\n"},
+        TextRow{"text_that_is_HTML", u"a.dg"_s,
+                "\\split a\n<B>x</B> <br/> a < b, 1<2 <my-part>x</my-part> <!-- <T> -->\n"
+                "\\html{<svg><path d=\"\"/></svg><script>if (a<n) b();</script><style>p>q{}</style>}\n"
+                "<a href=\"x.htm?a=b>c\">x</a>10<>km<input disabled>\n\\document{<T>}\n",
+                ""},
+        TextRow{"elements_that_are_not_meant", u"a.dg"_s, "\\split a\nStack<U> and if (a<p && c>d).\n",
+                "a.dg:2: unknown-tag: \"<U>\" is not an HTML tag, so browsers do not show it: write \"\\<U\\>\"\n"
+                "a.dg:2: unknown-tag: \"<p && c>\" is not an HTML tag, so browsers do not show it: write \"\\<p && "
+                "c\\>\"\n"},
+        TextRow{
+            "more_cells_than_columns", u"a.dg"_s,
+            "\\split a\n\\table{1in,*}\n|| A || B | C\n| a | b\n| a\n | b | c | d\n||- Group | text\n| a | b "
+            "|\n\\endtable\n"
+            "\\matrix{*}\n| a | b\n\\endmatrix\n",
+            "a.dg:3: surplus-cell: this row has more cells than its table, which has 2 columns: remove the bar, write "
+            "\"\\|\" for a bar in the text, or add a width to \\table\n"
+            "a.dg:6: surplus-cell: this row has more cells than its table, which has 2 columns: remove the bar, write "
+            "\"\\|\" for a bar in the text, or add a width to \\table\n"
+            "a.dg:8: surplus-cell: this row has more cells than its table, which has 2 columns: remove the bar, write "
+            "\"\\|\" for a bar in the text, or add a width to \\table\n"
+            "a.dg:11: surplus-cell: this row has more cells than its matrix, which has 1 column: remove the bar, write "
+            "\"\\|\" for a bar in the text, or add a column to \\matrix\n"},
+        TextRow{"an_order_of_groups_that_do_not_exist", u"a.dg"_s,
+                "\\split a\n\\ingroup Types\n\\split b\n\\grouporder Typs, Types, ,Other\nText.\n",
+                "a.dg:4: unknown-name: \\grouporder: nothing is in the group \"Typs\"; did you mean \"Types\"?\n"
+                "a.dg:4: unknown-name: \\grouporder: nothing is in the group \"Other\"\n"},
         TextRow{"a_warning", u"a.dg"_s, "\\split a\n\\table{*}\n| a\n",
                 "a.dg:2: markup-warning: this table or matrix is still open at the end of the document\n"},
         TextRow{"names_that_are_unknown", u"a.dg"_s,
@@ -184,6 +227,20 @@ INSTANTIATE_TEST_SUITE_P(
             "inc/a.h:3: undocumented: macro \"SQUARE\" has no documentation comment\n"
             "inc/a.h:13: foreign-command: comments that begin with \"/**\" are not used: begin documentation "
             "comments with \"/*!\"\n"},
+        TextRow{
+            "macros_for_other_declarations", u"a.h"_s,
+            "// A.\n#pragma once\n#  ifndef A_H\n#define A_H 1\n#define A_CALL __attribute__((pure))\n"
+            "#define A_API A_VISIBLE\n#define A_WITH(x) [[gnu::aligned(x)]]\n#ifndef A_SIZE\n#define A_SIZE 1\n#endif\n"
+            "/*!\n * Text.\n */\nA_API int f();\n#endif\n",
+            "a.h:9: undocumented: macro \"A_SIZE\" has no documentation comment\n"},
+        TextRow{"with_one_misspelling", u"a.h"_s,
+                "/*!\n * \\parm{size} Bytes.\n * \\param{text} Text.\n */\nint f(int size, int text);\n"
+                "/*!\n * \\param{width} Bytes.\n */\nint g(int size);\n",
+                "a.h:2: markup: \\parm: unknown command; did you mean \"\\param\"?\n"
+                "a.h:7: param-mismatch: \"g\" has no argument \"width\": expected \"size\"\n"},
+        TextRow{"in_an_order_of_groups", u"a.h"_s,
+                "/*! \\overview\n * \\grouporder Types, Tools\n */\n/*!\n * \\ingroup Tools\n */\nint f();\n",
+                "a.h:2: unknown-name: \\grouporder: nothing is in the group \"Types\"\n"},
         TextRow{"none_of_which_has_a_comment", u"a.h"_s, "/*!!\n * Overview.\n */\nvoid f(int a);\nclass A {};\n", ""},
         TextRow{"with_other_parameters", u"a.h"_s,
                 "/*!\n * Text.\n * \\param{size} Bytes.\n *\n * \\param{tect} Text.\n * \\return Nothing.\n */\n"
@@ -194,12 +251,10 @@ INSTANTIATE_TEST_SUITE_P(
                 "/*!\n * \\param{y} Not x.\n */\n#define SQUARE(x) ((x) * (x))\n"
                 "/*!\n * \\param{any} Of a prototype without names.\n */\nvoid i(int, char *);\n"
                 "/*!\n * \\param{member} Of something that is not called.\n */\nstruct S { int member; };\n",
-                "a.h:5: param-mismatch: \"f\" has no argument \"tect\": expected \"size\", \"text\", \"flags\"\n"
                 "a.h:6: param-mismatch: \"f\" returns nothing: remove \"\\return\"\n"
-                "a.h:1: param-mismatch: the argument \"text\" of \"f\" has no \"\\param\"\n"
+                "a.h:5: param-mismatch: \"f\" has no argument \"tect\"; did you mean \"text\"?\n"
                 "a.h:1: param-mismatch: the argument \"flags\" of \"f\" has no \"\\param\"\n"
-                "a.h:24: param-mismatch: \"SQUARE\" has no argument \"y\": expected \"x\"\n"
-                "a.h:23: param-mismatch: the argument \"x\" of \"SQUARE\" has no \"\\param\"\n"}),
+                "a.h:24: param-mismatch: \"SQUARE\" has no argument \"y\": expected \"x\"\n"}),
     rowName);
 
 TEST_P(CompiledForeignCommand, SaysWhatToWriteInstead)
@@ -397,6 +452,19 @@ TEST(Compile, NamesReferencePagesByQualifiedNamesAndKeepsOverloadsTogether)
         "<tr><td><code><a href=\"Buffer.push.htm\">push</a>(const char *text)</code></td><td>Text.</td></tr>\n"
         "<tr><td><code><a href=\"Buffer.clear.htm\">clear</a>()</code></td><td>Clears.</td></tr>\n</table>\n\n");
     EXPECT_EQ(findingsOf(record), "");
+}
+
+TEST(Compile, WritesTheHeadingOfOverloadsOnce)
+{
+    const RecordWithBodies record = recordOf(u"a.h"_s, "/*!\n * \\h1 \\this\n * One.\n * \\wrong\n */\nvoid f(int a);\n"
+                                                       "/*!\n * \\h1 \\this\n */\nvoid f(long a);\n"
+                                                       "/*!\n * \\h1 Other\n * Two.\n */\nvoid f(char a);\n"
+                                                       "/*!\n * \\h1 \\this\n * Alone.\n */\nvoid g();\n");
+    EXPECT_EQ(bodyOf(record, record.head.pages.at(0)),
+              "<h1>f</h1><h2>f(int a)</h2><p>One.\n***ERROR*** \\wrong</p><h2>f(long a)</h2><h2>f(char a)</h2>"
+              "<h1>Other</h1><p>Two.</p>");
+    EXPECT_EQ(bodyOf(record, record.head.pages.at(1)), "<h1>g</h1><p>Alone.</p>");
+    EXPECT_EQ(findingsOf(record), "a.h:4: markup: \\wrong: unknown command\n");
 }
 
 TEST(Compile, StatesAndColoursSynopsesAsTheLanguageDoes)

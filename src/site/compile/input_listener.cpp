@@ -2,6 +2,8 @@
 
 #include "base/white_space.h"
 #include "markup/member_groups.h"
+#include "site/compile/html_places.h"
+#include "site/compile/unknown_tags.h"
 #include "site/record/html_tags.h"
 #include "site/search/terms.h"
 
@@ -125,40 +127,6 @@ RecordOverload recorded(const DocumentOverload &overload, const std::vector<Reco
     return result;
 }
 
-/// The places of what the author wrote as HTML. Offsets must not decrease.
-class HtmlPlaces
-{
-public:
-    explicit HtmlPlaces(const DocumentPage &page) : m_page(page) {}
-
-    /// The place of the character at \a offset of the body; that of the page if it is unknown.
-    [[nodiscard]] DocumentPlace at(std::size_t offset)
-    {
-        while (m_next < m_page.html.size() && m_page.html[m_next].offset + m_page.html[m_next].length <= offset)
-            begin(m_next + 1);
-        if (m_next == m_page.html.size() || m_page.html[m_next].offset > offset)
-            return m_page.place;
-        const std::size_t from = std::max(m_offset, m_page.html[m_next].offset);
-        m_lines += std::ranges::count(m_page.body.substr(from, offset - from), '\n');
-        m_offset = offset;
-        const DocumentPlace &place = m_page.html[m_next].place;
-        return {place.file, place.line + m_lines};
-    }
-
-private:
-    void begin(std::size_t stretch)
-    {
-        m_next = stretch;
-        m_lines = 0;
-        m_offset = 0;
-    }
-
-    const DocumentPage &m_page;
-    std::size_t m_next = 0;
-    std::size_t m_offset = 0;
-    std::int64_t m_lines = 0; // from the beginning of the stretch to m_offset
-};
-
 } // namespace
 
 InputListener::InputListener(const QString &input) : m_files(input)
@@ -195,6 +163,8 @@ void InputListener::page(const DocumentPage &told)
     page.anchors = std::move(body.anchors);
     addLinks(page, told, std::move(body.links));
     addImages(page, told, std::move(body.images));
+    tellUnknownTags(
+        told, [this](const DocumentPlace &at, const std::string &text) { addFinding("unknown-tag", place(at), text); });
     page.names = std::move(body.names);
     for (const DocumentListing &listing : told.listings) {
         if (!listing.isColoured)
@@ -279,9 +249,13 @@ void InputListener::message(const Message &message)
 {
     if (message.file.empty())
         return; // told as a finding, with its position
+    static constexpr std::string_view unknown = ": unknown command";
     const std::string_view general = message.kind == Message::Kind::Error ? "markup" : "markup-warning";
+    std::string text = message.text;
+    if (text.starts_with('\\') && text.ends_with(unknown))
+        text += m_suggestions.about(std::string_view(message.text).substr(1, text.size() - unknown.size() - 1));
     addFinding(message.check.empty() ? general : message.check,
-               place({QString::fromStdString(message.file), message.line}), message.text);
+               place({QString::fromStdString(message.file), message.line}), text);
 }
 
 void InputListener::addFinding(std::string_view check, const RecordPlace &place, std::string_view text)

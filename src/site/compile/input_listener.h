@@ -3,6 +3,7 @@
 #include "pages/document_listener.h"
 #include "reading/message.h"
 #include "site/compile/body_reader.h"
+#include "site/compile/command_suggestions.h"
 #include "site/compile/contents_reader.h"
 #include "site/compile/file_table.h"
 #include "site/record/record.h"
@@ -42,6 +43,7 @@ private:
     void readContents();
 
     FileTable m_files;
+    CommandSuggestions m_suggestions;
     RecordWithBodies m_record;
     std::vector<ContentsLine> m_contents;
     std::unordered_map<std::string, std::int64_t> m_lines; // of the pages, by stem

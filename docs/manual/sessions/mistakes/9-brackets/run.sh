@@ -1,0 +1,1 @@
+tavidoc-site build kettle.dg -o site
