@@ -124,6 +124,10 @@ INSTANTIATE_TEST_SUITE_P(
             "characters with a meaning in styled lines are replaced, others kept", "basic",
             "\xEF\xB7\x90\0\xF0\x9F\x98\x80\xC2\xB7\xED\xA0\x80"s,
             "<span class=\"zkt-code-text\">\xEF\xBF\xBD\xEF\xBF\xBD\xF0\x9F\x98\x80&middot;\xEF\xBF\xBD</span>\n"},
+        ListingRow{
+            "the last and first characters of each length are kept", "basic",
+            "\x7E\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80",
+            "<span class=\"zkt-code-text\">\x7E\xC2\x80\xDF\xBF\xE0\xA0\x80\xEF\xBF\xBF\xF0\x90\x80\x80</span>\n"},
         ListingRow{"each byte that is not part of a character is replaced, and none swallows the next", "basic",
                    "\xC3(\xE2\x82(\xC0\x80\xF4\x90\x80\x80",
                    "<span class=\"zkt-code-text\">\xEF\xBF\xBD(\xEF\xBF\xBD\xEF\xBF\xBD("
