@@ -2,7 +2,7 @@
 // without scripts. usage: TAVIDOC_SITE_PROGRAM=PROGRAM node --test pages.test.mjs
 import assert from "node:assert/strict";
 import { spawnSync } from "node:child_process";
-import { existsSync, mkdtempSync, rmSync } from "node:fs";
+import { existsSync, mkdtempSync, rmSync, writeFileSync } from "node:fs";
 import { tmpdir } from "node:os";
 import { join } from "node:path";
 import { after, before, test } from "node:test";
@@ -43,6 +43,27 @@ for (const width of widths) {
         }
     });
 }
+
+test("long names push nothing off the screen", async () => {
+    const names = ["extraordinarily_long_name_of_a_namespace", "TemperatureRegulatorWithProportionalControl", "Builder", "setCoefficient"];
+    const documented = (declaration) => `/*!\n * What \\this is for, in a few words.\n */\n${declaration}`;
+    writeFileSync(join(folder, "long.h"), documented(`namespace ${names[0]} {\n`) + documented(`class ${names[1]}\n{\npublic:\n`) +
+        documented(`class ${names[2]}\n{\npublic:\n`) + documented(`void ${names[3]}(double value);\n`) + "};\n};\n}\n");
+    spawnSync(process.env.TAVIDOC_SITE_PROGRAM, ["build", "long.h", "-o", "long", "--quiet"], { cwd: folder });
+    for (const width of widths) {
+        await browser.setUp(width);
+        for (const page of ["long_h.htm", ...names.map((_, index) => names.slice(0, index + 1).join(".") + ".htm")]) {
+            assert.ok(existsSync(join(folder, "long", page)), page);
+            await browser.goto(`file://${folder}/long/${page}`);
+            const { cssContentSize, cssLayoutViewport } = await browser.call("Page.getLayoutMetrics");
+            assert.ok(cssContentSize.width <= cssLayoutViewport.clientWidth + 1, `${page}: ${cssContentSize.width}`);
+            if (page === "long_h.htm") // the summary: whoever reads its texts need not scroll
+                assert.ok(await browser.evaluate(`(box => box.scrollWidth <= box.clientWidth)(document.querySelector(".box"))`), `at ${width}`);
+            const shown = await browser.evaluate(`document.querySelector(".contents a[aria-current]").textContent`);
+            assert.ok(names.includes(shown) || page === "long_h.htm", shown); // without what is shown above
+        }
+    }
+});
 
 for (const theme of ["light", "dark"]) {
     test(`text has a contrast of 4.5 to 1 in the ${theme} theme`, async () => {
