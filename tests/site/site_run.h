@@ -4,7 +4,11 @@
 
 #include <QTemporaryDir>
 
+#include <ctime>
 #include <string>
+#include <utility>
+
+#include <unistd.h>
 
 /// A directory with a small set of documents, in which scripts run. In them "$site" is the program.
 class SiteDirectory
@@ -23,7 +27,19 @@ public:
         write("include/lid.h", "/*!\n * \\this\n * Opens the lid.\n */\nint open(void);\n");
     }
 
-    void write(const char *name, const QByteArray &text) { writeText(m_directory, QString::fromUtf8(name), text); }
+    /// Returns in the next tick of the clock that stamps files: a file that changed in the tick in which a build begins
+    /// is compiled again by the next one.
+    void write(const char *name, const QByteArray &text)
+    {
+        writeText(m_directory, QString::fromUtf8(name), text);
+        const auto ticks = [] {
+            timespec time = {};
+            ::clock_gettime(CLOCK_REALTIME_COARSE, &time);
+            return std::pair(time.tv_sec, time.tv_nsec);
+        };
+        for (const auto written = ticks(); ticks() == written;)
+            ::usleep(500);
+    }
 
     /// Runs \a script and returns its exit status, with what it wrote in `output` and `error`.
     int run(const std::string &script)
