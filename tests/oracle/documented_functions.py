@@ -37,7 +37,7 @@ HEADS = (
     ("explicit instantiation", re.compile(r"^(?:extern\s+)?template\s+[^<\s]")),
     ("ctags: a statement", re.compile(r"^(?:return|else|do|new|delete|goto|throw|case|static_assert|_Static_assert)\b")),
     ("the comment is inside the declaration", re.compile(r"^[,)>=]")))
-MACRO = r"(?:[A-Z]{2}|__)\w*"
+MACRO = r"(?:[A-Z][A-Z0-9_]|__)\w*"
 CALLS = re.compile(r"(?:%s(?:\s*\([^()]*\))?\s*)*" % MACRO)
 OPEN_CALL = re.compile(r"\b%s\s*\([^()]*$" % MACRO)
 SCOPE = re.compile(r"\b(?:namespace|class|struct|union|extern)\b|\bNAMESPACE\b|_BEGIN\b")
