@@ -108,6 +108,17 @@ INSTANTIATE_TEST_SUITE_P(
             "template <class T> requires n::C<T, 1> void f(T t) requires D<T>;"},
         Row{"a condition inside", u"int f(int a\n#ifdef B\n, int b\n#else\n, long b\n#endif\n);", "f",
             "int f(int a\n#ifdef B\n, int b\n#else\n, long b\n#endif\n);"},
+        Row{"prefixes of literals",
+            u"void f(const void *a = L\"x\", char b = u'y', const void *c = uR\"(z)\", int d = N \"w\");", "f",
+            "void f(const void *a = L\"x\",\n       char b = u'y',\n       const void *c = uR\"(z)\",\n       int d = "
+            "N \"w\");"},
+        Row{"brackets that each branch closes",
+            u"int f(int a\n#if B\n, int b)\n#else\n)\n#endif\n;\nint g(int a[3], int "
+            u"bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb, "
+            u"int ccccccccccccccccccccccccccccccccccc);",
+            "g",
+            "int g(int a[3],\n      int bbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbbb,\n      int "
+            "ccccccccccccccccccccccccccccccccccc);"},
         Row{"a macro that makes the declaration", u"PNG_EXPORT(1, int, f, (int a))\nint g;", "f",
             "PNG_EXPORT(1, int, f, (int a));"}));
 
