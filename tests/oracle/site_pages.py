@@ -42,12 +42,12 @@ def normal(name):
 
 
 def without_arguments(name):
-    """A normal name without the template arguments of specialisations, and without the unnamed unions around a member."""
+    """A normal name without the template arguments of specialisations, and without unnamed unions and namespaces."""
     if re.search(r"operator(<|>|->)", name):
         return name
     while (shorter := re.sub(r"<[^<>]*>", "", name)) != name:
         name = shorter
-    return re.sub(r"\((Anonymous|anonymous)\)\.", "", name)
+    return re.sub(r"(?<!operator)\([^()]*\)\.", "", name)
 
 
 def declared_lines(dump, header):
