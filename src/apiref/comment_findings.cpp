@@ -107,7 +107,10 @@ bool isMacroForDeclarations(const SourceBrowserObject &macro)
     static constexpr QLatin1StringView endings[] = {"_API"_L1, "_EXPORT"_L1, "_IMPORT"_L1, "_NO_EXPORT"_L1};
     const QString text = macro.text().trimmed();
     const qsizetype name = text.indexOf(macro.name());
-    const QStringView value = QStringView(text).mid(name < 0 ? text.size() : name + macro.name().size()).trimmed();
+    QStringView value = QStringView(text).mid(name < 0 ? text.size() : name + macro.name().size());
+    if (value.startsWith(u'('))
+        value = value.mid(value.indexOf(u')') + 1); // after the parameters
+    value = value.trimmed();
     const auto begins = [value](QLatin1StringView each) { return value.startsWith(each); };
     const auto ends = [&macro](QLatin1StringView each) { return macro.name().endsWith(each); };
     return value.isEmpty() || std::ranges::any_of(values, begins) || std::ranges::any_of(endings, ends);

@@ -17,6 +17,8 @@ namespace tavidoc {
 
 namespace {
 
+constexpr std::size_t s_mostComparisons = 10'000; // of wrong names with missing ones
+
 std::string inQuotes(std::string_view text)
 {
     return std::string("\"").append(text).append("\"");
@@ -142,11 +144,13 @@ private:
             if (!m_described.contains(parameter))
                 missing.push_back(parameter);
         }
+        const bool areMany = m_wrong.size() * missing.size() > s_mostComparisons;
         std::size_t others = 0; // wrong names that are not like a missing one
         for (const WrongName &wrong : m_wrong) {
             const bool isShort = wrong.name.size() < 3; // near to too many
-            const std::string_view meant = isShort ? std::string_view() : nearestName(wrong.name, missing);
-            std::erase(missing, meant);
+            const std::string_view meant = isShort || areMany ? std::string_view() : nearestName(wrong.name, missing);
+            if (!meant.empty())
+                std::erase(missing, meant);
             others += meant.empty() ? 1 : 0;
             tell(wrong.line, name() + " has no argument " + inQuotes(wrong.name) +
                                  (meant.empty() ? expected() : "; did you mean " + inQuotes(meant) + "?"));

@@ -5,11 +5,14 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <utility>
 
 namespace tavidoc::MemberGroups {
 
 namespace {
+
+constexpr std::size_t s_mostComparisons = 10'000; // of unknown names with known ones
 
 /// The group of \a page; the unassigned one when it has none.
 std::string_view groupOf(std::string_view page)
@@ -49,15 +52,18 @@ void setOrder(std::string_view names)
 
 void tellUnknown(DocumentFacts &facts)
 {
+    const GroupOrder &order = facts.groupOrder();
     const std::vector<std::string_view> groups(SharedTables::docGroups.begin(), SharedTables::docGroups.end());
-    for (const GroupOrder &order : facts.groupOrders()) {
-        forEachName(order.names, [&](std::string_view name) {
-            if (std::ranges::find(groups, name) == groups.end())
-                facts.listener().finding(
-                    {"unknown-name", order.place,
-                     "\\grouporder: nothing is in the group \"" + std::string(name) + "\"" + suggestion(name, groups)});
-        });
-    }
+    const std::set<std::string_view> known(groups.begin(), groups.end());
+    std::size_t suggestions = s_mostComparisons / (groups.size() + 1); // each one takes time
+    forEachName(order.names, [&](std::string_view name) {
+        if (known.contains(name))
+            return;
+        const std::string end = suggestions > 0 ? suggestion(name, groups) : std::string();
+        suggestions -= suggestions > 0 ? 1 : 0;
+        facts.listener().finding(
+            {"unknown-name", order.place, "\\grouporder: nothing is in the group \"" + std::string(name) + "\"" + end});
+    });
 }
 
 void orderByUse(const std::vector<std::string> &pages)

@@ -24,7 +24,7 @@ struct Group
 void file(std::string_view page, std::string_view group);
 /// Sets the order of groups from a comma-separated list of names.
 void setOrder(std::string_view names);
-/// Tells the listener of \a facts about the groups that the document's `\grouporder` names and no page is in. Call it
+/// Tells the listener of \a facts about the groups that the document's last `\grouporder` names and no page is in. Call it
 /// when all pages are made.
 void tellUnknown(DocumentFacts &facts);
 /// Orders the groups by their first use in \a pages, stems, as if the pages had been made in this order.

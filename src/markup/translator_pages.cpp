@@ -143,7 +143,7 @@ void Translator::groupOrder(const Command &)
         return;
     MemberGroups::setOrder(*names);
     if (m_facts != nullptr)
-        m_facts->addGroupOrder({std::string(*names), place(m_commandOffset)});
+        m_facts->setGroupOrder({std::string(*names), place(m_commandOffset)});
 }
 
 } // namespace tavidoc

@@ -54,9 +54,9 @@ public:
     void addOverload(DocumentOverload overload) { m_overloads.push_back(std::move(overload)); }
     void setGroup(std::string_view group) { m_group = group; }
 
-    void addGroupOrder(GroupOrder order) { m_groupOrders.push_back(std::move(order)); }
-    /// Those of the whole document.
-    [[nodiscard]] const std::vector<GroupOrder> &groupOrders() const { return m_groupOrders; }
+    void setGroupOrder(GroupOrder order) { m_groupOrder = std::move(order); }
+    /// The last one of the document, which counts; without names if there is none.
+    [[nodiscard]] const GroupOrder &groupOrder() const { return m_groupOrder; }
 
     /// Makes the end of \a body from \a offset on the description of the page.
     void setBrief(std::string_view body, std::size_t offset);
@@ -100,7 +100,7 @@ private:
     std::vector<DocumentFileName> m_fileNames;
     std::vector<DocumentOverload> m_overloads;
     std::vector<DocumentPlace> m_contentsPlaces;
-    std::vector<GroupOrder> m_groupOrders;
+    GroupOrder m_groupOrder;
     std::vector<std::pair<std::size_t, std::size_t>> m_sourceListings; // in order
 };
 

@@ -151,9 +151,9 @@ INSTANTIATE_TEST_SUITE_P(
             "a.dg:11: surplus-cell: this row has more cells than its matrix, which has 1 column: remove the bar, write "
             "\"\\|\" for a bar in the text, or add a column to \\matrix\n"},
         TextRow{"an_order_of_groups_that_do_not_exist", u"a.dg"_s,
-                "\\split a\n\\ingroup Types\n\\split b\n\\grouporder Typs, Types, ,Other\nText.\n",
-                "a.dg:4: unknown-name: \\grouporder: nothing is in the group \"Typs\"; did you mean \"Types\"?\n"
-                "a.dg:4: unknown-name: \\grouporder: nothing is in the group \"Other\"\n"},
+                "\\split a\n\\ingroup Types\n\\split b\n\\grouporder Gone\n\\grouporder Typs, Types, ,Other\nText.\n",
+                "a.dg:5: unknown-name: \\grouporder: nothing is in the group \"Typs\"; did you mean \"Types\"?\n"
+                "a.dg:5: unknown-name: \\grouporder: nothing is in the group \"Other\"\n"},
         TextRow{"a_warning", u"a.dg"_s, "\\split a\n\\table{*}\n| a\n",
                 "a.dg:2: markup-warning: this table or matrix is still open at the end of the document\n"},
         TextRow{"names_that_are_unknown", u"a.dg"_s,
