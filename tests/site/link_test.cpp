@@ -654,8 +654,8 @@ INSTANTIATE_TEST_SUITE_P(
                 input g.dg
                 page logo
                 entry 0 logo)",
-                "f/x.htm link 0: ../data.zip '../data.zip'\nf/x.htm link 1: ../pics/a.png 'pics/a.png'\nf/x.htm link "
-                "2: ../logo.htm 'logo'\n",
+                "f/x.htm 0: ../data.zip [../data.zip]\nf/x.htm 1: ../pics/a.png [pics/a.png]\nf/x.htm 2: ../logo.htm "
+                "[logo]\n",
                 "web/logo.png: no page uses this file [unused-asset]\n"}),
     [](const auto &row) { return "Row" + std::to_string(row.index); });
 
