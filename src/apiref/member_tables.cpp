@@ -263,10 +263,12 @@ std::vector<std::string> sharedHeadings(const std::vector<const SourceBrowserObj
                                         const SynopsisSource &source)
 {
     std::vector<std::string> headings;
+    headings.reserve(objects.size());
     for (const SourceBrowserObject *const object : objects)
         headings.push_back(heading(*object, source));
     for (const std::vector<std::size_t> &group : groupsOfEqual(headings)) {
         std::vector<std::string> detailed;
+        detailed.reserve(group.size());
         for (const std::size_t index : group)
             detailed.push_back(detailedHeading(*objects[index], headings[index], source));
         const bool isShort = std::ranges::all_of(

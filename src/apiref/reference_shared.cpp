@@ -65,6 +65,7 @@ void ReferencePages::makeSharedPage(const std::vector<Documented *> &declaration
     m_rowIds.clear();
     m_pages.setTitle(finished.name);
     std::vector<const SourceBrowserObject *> objects;
+    objects.reserve(declarations.size());
     for (const Documented *const declaration : declarations)
         objects.push_back(declaration->object);
     const std::vector<std::string> headings = sharedHeadings(objects, *m_source);

@@ -222,7 +222,7 @@ QString takeConstraint(Range &tokens, std::size_t from)
     for (std::size_t at = from; at < tokens.size(); at = tokens[at].is(u'(') ? closing(tokens, at) + 1 : at + 1) {
         if (!tokens[at].is(u"requires"))
             continue;
-        const QString text = u'\n' + QString(indentation, u' ') + line(tokens.subspan(at));
+        QString text = u'\n' + QString(indentation, u' ') + line(tokens.subspan(at));
         tokens = tokens.first(at);
         return text;
     }
