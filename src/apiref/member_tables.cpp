@@ -252,6 +252,7 @@ std::vector<std::vector<std::size_t>> groupsOfEqual(const std::vector<std::strin
     for (std::size_t index = 0; index < texts.size(); ++index)
         byText[texts[index]].push_back(index);
     std::vector<std::vector<std::size_t>> groups;
+    groups.reserve(byText.size());
     for (auto &[text, group] : byText)
         groups.push_back(std::move(group));
     return groups;
