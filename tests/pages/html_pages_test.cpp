@@ -1,3 +1,4 @@
+#include "pages/document_facts.h"
 #include "pages/html_blocks.h"
 #include "pages/html_pages.h"
 #include "pages/page_encoding.h"
@@ -41,6 +42,14 @@ TEST(HtmlPages, CharactersBeyondLatin1AreReferences)
     EXPECT_EQ(joined(page.bare("\xEF\xBB\xBF\xC3\xBF\xC4\x80 \xF0\x9F\x98\x80")), "&#xfeff;\xFF&#x100; &#x1f600;");
     EXPECT_EQ(joined(page.bare("\xE2\x80 ab\xC2")), "&#xfffd;&#xfffd; ab&#xfffd;")
         << "bytes of a character that is cut off";
+}
+
+TEST(DocumentFacts, TagsBeginWithALetter)
+{
+    for (const char *text : {"<a", "<z>", "<A>", "<Z", "1 < 2 <b>x</b>"})
+        EXPECT_TRUE(DocumentFacts::hasTag(text)) << text;
+    for (const char *text : {"", "a", "<", "a < b <", "</p>", "<!-- a -->", "<@", "<[", "<`", "<{", "<1", "<\xC3\xA4"})
+        EXPECT_FALSE(DocumentFacts::hasTag(text)) << text;
 }
 
 TEST(HtmlPages, IndexOfPagesUnderCaptions)
