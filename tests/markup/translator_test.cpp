@@ -1,3 +1,4 @@
+#include "base/hexception.h"
 #include "markup/shared_tables.h"
 #include "tests/support/markup_run.h"
 
@@ -62,6 +63,22 @@ TEST(Translator, TheFrameShowsTheTitleOfTheDocument)
     EXPECT_EQ(titleOf("\\split a\nx" + page), "Untitled");
     EXPECT_EQ(titleOf("\n \\title Indented" + page), "Indented");
     EXPECT_EQ(titleOf(page + "\n\\split\n\\title On no page"), "Own");
+    // Titles are gathered from the beginnings of lines, where no page begins here.
+    EXPECT_EQ(titleOf("\n \\split a\nx\n\\split\n\\title After the page"), "After the page");
+}
+
+TEST(Translator, ARunThatFailsLeavesThePagesBeforeTheFault)
+{
+    const QTemporaryDir directory;
+    writeFile(directory.filePath(QStringLiteral("images")), "in the way of the icons");
+    const QString document = directory.filePath(QStringLiteral("doc.dg"));
+    writeFile(document, "\\split a\nx\n\\split b\n\\icon{BrowserBack}\n\\copyin no.htm");
+    OutputRecords records;
+    DocGen generator;
+    generator.setMessageSink([](const Message &) {});
+    EXPECT_THROW(generator.run(nullptr, 1, Path(document), directory.path(), records, {}, {}), HException);
+    ASSERT_EQ(records.size(), 1U);
+    EXPECT_TRUE(records.front().fileName.endsWith(QLatin1StringView("/a.htm")));
 }
 
 TEST(Translator, DepthOfArgumentsCostsNoStack)
