@@ -99,6 +99,41 @@ TEST(EditorFiles, KnowEveryCommandAndNoOther)
     EXPECT_EQ(scopeOf(u"\\item2"_s), u"invalid.illegal.command.tavidoc"_s);
 }
 
+TEST(EditorFiles, ShowEachKindOfCommandInItsOwnWay)
+{
+    const std::pair<CommandKind, const char *> scopes[] = {{CommandKind::Symbol, "constant.character.tavidoc"},
+                                                           {CommandKind::Inline, "support.function.tavidoc"},
+                                                           {CommandKind::Heading, "entity.name.section.tavidoc"},
+                                                           {CommandKind::Block, "keyword.control.block.tavidoc"},
+                                                           {CommandKind::Page, "keyword.control.page.tavidoc"}};
+    const QStringList others = {u"constant.character.escape.tavidoc"_s, u"meta.embedded.block.tavidoc"_s,
+                                u"comment.line.remark.tavidoc"_s};
+    for (const Command &command : CommandTable::rows()) {
+        const QString name = QString::fromUtf8(command.name.data(), qsizetype(command.name.size()));
+        const QString scope = scopeOf(u'\\' + name);
+        const auto *const expected =
+            std::ranges::find(scopes, command.kind, &std::pair<CommandKind, const char *>::first);
+        ASSERT_NE(expected, std::end(scopes)) << qPrintable(name);
+        EXPECT_TRUE(scope == QLatin1StringView(expected->second) || others.contains(scope))
+            << qPrintable(name + u": "_s + scope);
+    }
+}
+
+TEST(EditorFiles, AreNotMadeSilentlyWhereNoneCanBe)
+{
+    const QTemporaryDir directory;
+    const QString file = directory.filePath(u"file"_s);
+    ASSERT_TRUE(QFile(file).open(QIODevice::WriteOnly));
+    for (const QStringList &arguments : {QStringList{}, QStringList{file}}) {
+        QProcess program;
+        program.start(QStringLiteral(TAVIDOC_EDITOR_FILES_PROGRAM), arguments);
+        ASSERT_TRUE(program.waitForFinished());
+        EXPECT_EQ(program.exitCode(), 1);
+        const QByteArray expected = arguments.isEmpty() ? "usage: " : "error: cannot write " + file.toUtf8() + "/vim/";
+        EXPECT_TRUE(program.readAllStandardError().startsWith(expected));
+    }
+}
+
 TEST(ManPage, NamesEveryCommand)
 {
     const QString page = QString::fromUtf8(bytesOf(QStringLiteral(TAVIDOC_SOURCE_DIR "/docs/man/tavidoc.7")))

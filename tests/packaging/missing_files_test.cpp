@@ -64,6 +64,26 @@ TEST(Companion, WritesRulesForMake)
     EXPECT_EQ(result.error, "");
 }
 
+TEST(Companion, NeedsMemory)
+{
+#ifdef __SANITIZE_ADDRESS__
+    GTEST_SKIP() << "the sanitizer needs the whole address space";
+#endif
+    const QTemporaryDir directory;
+    writeText(directory, u"a.dg"_s, "\\split a\n" + QByteArray("Some text of a long page. ").repeated(800'000) + '\n');
+    int refusals = 0;
+    for (int kilobytes = 60'000; kilobytes <= 120'000; kilobytes += 20'000) {
+        const ScriptResult result = runScript(
+            directory, u"ulimit -v %1; \"%2\" -o rule a.dg"_s.arg(kilobytes).arg(QStringLiteral(TAVIDOC_DEPS)));
+        if (result.status == 0 || result.status == 127) // enough, or too little to load the libraries
+            continue;
+        EXPECT_EQ(result.status, 1) << kilobytes;
+        EXPECT_EQ(result.error, "error: out of memory\n") << kilobytes;
+        ++refusals;
+    }
+    EXPECT_GT(refusals, 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Companion, MissingFiles,
     testing::Values(
