@@ -65,7 +65,7 @@ bool isConstant(const SourceBrowserObject &object, const SynopsisSource &source)
     const auto *const variable = dynamic_cast<const SourceBrowserVariable *>(&object);
     if (variable == nullptr || (isClass(object.container()) && !variable->isStatic))
         return false;
-    if (source.facts(object).isConstexpr)
+    if (source.hasWord(object, u"constexpr"))
         return true;
     const QString &type = variable->type().text;
     const qsizetype last = type.lastIndexOf("const"_L1);
@@ -217,7 +217,7 @@ MemberCaption memberCaption(const SourceBrowserObject &member, const SynopsisSou
     }
     if (const auto *const enumeration = dynamic_cast<const SourceBrowserEnum *>(&member))
         caption.name = enumerationName(*enumeration, source);
-    if (isClass(member.container()) && source.facts(member).isStatic)
+    if (isClass(member.container()) && source.hasWord(member, u"static"))
         caption.before = "static ";
     return caption;
 }

@@ -141,46 +141,20 @@ SynopsisSource::Group SynopsisSource::groupOf(const Place &place) const
     return {first, std::ranges::upper_bound(first, m_places.end(), place.begin, {}, &Place::begin)};
 }
 
-SynopsisSource::Facts SynopsisSource::facts(const SourceBrowserObject &object) const
+bool SynopsisSource::hasWord(const SourceBrowserObject &object, QStringView word) const
 {
-    Facts facts;
     const Place *const place = placeOf(object);
     if (place == nullptr)
-        return facts;
+        return false;
     const SynopsisTokens::Range all = m_tokens.all();
     const SynopsisTokens::Range range = all.subspan(place->begin, place->end - place->begin);
-    const std::size_t heads = SynopsisLayout::templateHeads(range);
-    facts.isTemplate = heads > 0;
-    struct Word
-    {
-        QStringView text;
-        bool Facts::*fact;
-    };
-    static constexpr Word words[] = {
-        {u"static", &Facts::isStatic},       {u"virtual", &Facts::isVirtual},   {u"constexpr", &Facts::isConstexpr},
-        {u"consteval", &Facts::isConstexpr}, {u"noexcept", &Facts::isNoexcept}, {u"override", &Facts::isOverride},
-        {u"final", &Facts::isFinal},         {u"default", &Facts::isDefaulted}, {u"delete", &Facts::isDeleted},
-        {u"explicit", &Facts::isExplicit},
-    };
-    bool isAfterArguments = false;
-    for (std::size_t at = heads; at < range.size(); ++at) {
-        const std::size_t index = place->begin + at;
-        for (const Word &word : words)
-            facts.*word.fact |= range[at].isWord() && range[at].text == word.text;
-        facts.isConst |= isAfterArguments && range[at].is(u"const");
-        facts.isPure |= isAfterArguments && range[at].is(u'=') && at + 1 < range.size() && range[at + 1].text == u"0";
-        if (range[at].is(u'(') && matchOf(index) > index) {
-            at = std::min(matchOf(index) - place->begin, range.size() - 1);
-            isAfterArguments |= place->isNamed() && index > place->name;
-        } else if (range[at].is(u':') && dynamic_cast<const SourceBrowserEnum *>(&object) != nullptr) {
-            facts.underlyingType =
-                SynopsisLayout::line({range.begin() + static_cast<std::ptrdiff_t>(at) + 1, range.end()});
-            break;
-        }
+    for (std::size_t at = place->begin + SynopsisLayout::templateHeads(range); at < place->end; ++at) {
+        if (all[at].isWord() && all[at].text == word)
+            return true;
+        if (all[at].is(u'('))
+            at = std::max(matchOf(at), at);
     }
-    if (dynamic_cast<const SourceBrowserMethod *>(&object) == nullptr)
-        facts.isConst = facts.isPure = false;
-    return facts;
+    return false;
 }
 
 } // namespace tavidoc

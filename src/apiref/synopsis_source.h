@@ -18,24 +18,6 @@ namespace tavidoc {
 class SynopsisSource
 {
 public:
-    /// What the words of a declaration say about it.
-    struct Facts
-    {
-        bool isStatic = false;
-        bool isVirtual = false;
-        bool isPure = false;
-        bool isConst = false; ///< of a method
-        bool isConstexpr = false;
-        bool isNoexcept = false; ///< with noexcept, whatever its condition
-        bool isOverride = false;
-        bool isFinal = false;
-        bool isDefaulted = false;
-        bool isDeleted = false;
-        bool isExplicit = false;
-        bool isTemplate = false;
-        QString underlyingType; ///< of an enumeration, as written; empty if it has none
-    };
-
     /// What distinguishes a function from others of its name, spelled as in the header, with one blank for white space.
     struct Signature
     {
@@ -71,7 +53,8 @@ public:
     /// The text of the header that synopsis() states, from its first token to the one after it: to the body of a function
     /// or the members of a class. Empty if it is unknown.
     [[nodiscard]] QStringView stated(const SourceBrowserObject &object) const;
-    [[nodiscard]] Facts facts(const SourceBrowserObject &object) const;
+    /// Whether the declaration contains \a word, apart from template heads and what is in parentheses.
+    [[nodiscard]] bool hasWord(const SourceBrowserObject &object, QStringView word) const;
     [[nodiscard]] Signature signature(const SourceBrowserMethod &function) const;
     [[nodiscard]] Section section(const SourceBrowserObject &method) const { return m_sections.value(&method); }
     /// The functions that the class \a container declares as its friends, in the order of the header.

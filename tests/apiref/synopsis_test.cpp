@@ -250,6 +250,9 @@ INSTANTIATE_TEST_SUITE_P(
         SignatureRow{"call operators and conversions",
                      u"struct A { bool operator ()(int a) const; explicit operator bool() const; };",
                      "|()|const|; |(int a)|const|"},
+        SignatureRow{"arrays", u"void f(int a[3], U&& b);", "|(int a[3], U&& b)||"},
+        SignatureRow{"two template heads", u"template <class T> template <class U> void f(U&& u);",
+                     "template <class T> template <class U>|(U&& u)||"},
         SignatureRow{"void and names with underscores", u"int f(void); struct A { int f(void); int g(int __n); };",
                      "|(void)||; |(int __n)||; |(void)||"},
         SignatureRow{"arguments of a macro", u"int f OF((int a, char *b));", "|(int a, char *b)||"},
@@ -271,7 +274,26 @@ struct S { ///< structure
 }; int e;
 namespace n { int f(int a, ///< not of f
                     int b); /**< function */
-})"_s);
+}
+#ifdef B
+struct T {
+#else
+struct V {
+#endif
+  int f;
+}; ///< branches that open a brace each
+struct U {
+#if B
+  struct {
+#if C
+    int g;
+#endif
+  } h;
+#else
+  int i;
+#endif
+}; ///< a condition in a branch
+)"_s);
     std::string text;
     for (const SourceBrowserModel::Collection &collection : header.model.all()) {
         for (const SourceBrowserObject *const object : collection) {
@@ -280,10 +302,9 @@ namespace n { int f(int a, ///< not of f
                         ": " + onOneLine(object->trailingComment()) + "\n";
         }
     }
-    EXPECT_EQ(
-        text,
-        "S 4: structure\nS.d 8: method|still d?|more\nn.f 13: function\nS.a 5: member a\nS.b 6: member b|and more\n"
-        "A 1: macro\n");
+    EXPECT_EQ(text,
+              "S 4: structure\nT 21: branches that open a brace each\nU 32: a condition in a branch\n"
+              "S.d 8: method|still d?|more\nn.f 13: function\nS.a 5: member a\nS.b 6: member b|and more\nA 1: macro\n");
 }
 
 TEST(Synopsis, Enumerators)
@@ -295,16 +316,44 @@ TEST(Synopsis, Enumerators)
   c = x<1, 2>::v, ///< one
                   ///< two
 #endif
-  d
+  d,
+  e = x<1, T>::v,
+  f = x<1, y<2>>::v
 };)"_s);
     const auto *const enumeration = dynamic_cast<const SourceBrowserEnum *>(header.model.find(u"E"));
     ASSERT_NE(enumeration, nullptr);
-    std::string text = header.source.facts(*enumeration).underlyingType.toStdString() + "\n";
+    std::string text;
     for (const SynopsisSource::Enumerator &enumerator : header.source.enumerators(*enumeration)) {
         text += enumerator.name.toStdString() + "=" + enumerator.value.toStdString() + " " +
                 std::to_string(enumerator.commentLine) + ": " + onOneLine(enumerator.comment) + "\n";
     }
-    EXPECT_EQ(text, "int\na= 2: before\nb=f(1, 2) 3: after\nc=x<1, 2>::v 5: one|two\nd= -1: \n");
+    EXPECT_EQ(text, "a= 2: before\nb=f(1, 2) 3: after\nc=x<1, 2>::v 5: one|two\nd= -1: \ne=x<1, T>::v -1: \n"
+                    "f=x<1, y<2>>::v -1: \n");
+}
+
+TEST(Synopsis, WordsOfADeclaration)
+{
+    const struct
+    {
+        const char16_t *header;
+        const char *object; ///< its qualified name
+        bool hasStatic;
+    } rows[] = {
+        {u"struct A { static int f(int a); };", "A.f", true},
+        {u"struct A { int f(int a) { static int b; } static int c; };", "A.f", false},
+        {u"struct A { int f(int a[static 3]); };", "A.f", false},
+        {u"struct A { __attribute__((static)) int f(); };", "A.f", false},
+        {u"struct A { __attribute__((pure)) static int f(); };", "A.f", true},
+        {u"template <class T, class U = B<static T>> struct A { int f(); };", "A", false},
+        {u"namespace a::b { static int c; }", "a", false},
+    };
+    for (const auto &row : rows) {
+        const Header header(QString::fromUtf16(row.header));
+        const SourceBrowserObject *const object = header.model.find(QString::fromUtf8(row.object));
+        ASSERT_NE(object, nullptr) << row.object;
+        EXPECT_EQ(header.source.hasWord(*object, u"static"), row.hasStatic)
+            << onOneLine(QString::fromUtf16(row.header));
+    }
 }
 
 TEST(Synopsis, KnowsGuidesArguments)
