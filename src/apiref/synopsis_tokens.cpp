@@ -78,6 +78,7 @@ public:
         m_top = m_nodes[static_cast<std::size_t>(node)].outer;
     }
 
+    /// Follows the conditional directive that \a word begins.
     void follow(QStringView word)
     {
         if (word.startsWith(u"if")) {
@@ -90,7 +91,7 @@ public:
                 conditional.afterFirst = m_top;
             conditional.hasBranches = true;
             m_top = conditional.before;
-        } else if (word == u"endif") {
+        } else { // the end
             if (m_conditionals.back().hasBranches)
                 m_top = m_conditionals.back().afterFirst;
             m_conditionals.pop_back();
