@@ -32,7 +32,10 @@ void prepareProcess()
     std::signal(SIGPIPE, SIG_IGN);
     std::signal(SIGXFSZ, SIG_IGN);
     qInstallMessageHandler(keepQuiet);
-    ::setenv("LC_ALL", "C.UTF-8", 1); // Qt warns about other character sets, which may be made fatal
+    // From version 6.5 on Qt warns about locales that are not UTF-8, which may be made fatal. Before that the locale "C"
+    // saves loading one.
+    ::setenv("LC_ALL", QT_VERSION < QT_VERSION_CHECK(6, 5, 0) ? "C" : "C.UTF-8", 1);
+    ::setenv("QT_NO_GLIB", "1", 1); // there is no event loop, so none is made with GLib
 }
 
 } // namespace tavidoc
