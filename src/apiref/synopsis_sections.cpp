@@ -61,7 +61,7 @@ SynopsisSource::Section SynopsisSource::sectionOf(const Place &place, Section la
     return labelled;
 }
 
-/// What the label that begins at \a index makes the methods after it; nothing if there is no label.
+/// The section of the methods after the label that begins at \a index; nothing if no label begins there.
 std::optional<SynopsisSource::Section> SynopsisSource::labelAt(std::size_t index) const
 {
     const std::vector<SynopsisToken> &all = m_tokens.all();

@@ -35,7 +35,7 @@ void prepareProcess()
     // From version 6.5 on Qt warns about locales that are not UTF-8, which may be made fatal. Before that the locale "C"
     // saves loading one.
     ::setenv("LC_ALL", QT_VERSION < QT_VERSION_CHECK(6, 5, 0) ? "C" : "C.UTF-8", 1);
-    ::setenv("QT_NO_GLIB", "1", 1); // there is no event loop, so none is made with GLib
+    ::setenv("QT_NO_GLIB", "1", 1); // nothing runs an event loop, so do not set up GLib's
 }
 
 } // namespace tavidoc

@@ -12,7 +12,7 @@ class CommandSuggestions
 {
 public:
     /// The end of a message about the unknown command \a name, which has no backslash: `; did you mean "\NAME"?`, or
-    /// nothing. After many different names there are no more suggestions, since each one takes time.
+    /// nothing. After many different names it stops suggesting, which bounds the time.
     [[nodiscard]] const std::string &about(std::string_view name);
 
 private:

@@ -16,7 +16,7 @@ struct FoundPage
 {
     PageId page = s_noPage;
     NameKind kind = NameKind::Stem;    ///< how it was found
-    bool isAmbiguous = false;          ///< a name of several pages, which was reported; there is no page
+    bool isAmbiguous = false;          ///< several pages have the name, which was reported; the page is not set
     std::uint32_t member = s_noMember; ///< index in RecordPage::members, if it has a row on the page
 };
 
